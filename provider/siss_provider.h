@@ -1,0 +1,56 @@
+// The one object that the host creates. It holds what the host hands over, owns everything that reaches SISS, and
+// routes each host call to its operation. One thread: the host's user-interface thread.
+//
+// Members trap their faults as their operation's page in docs/host-contract.md says; what they let through is a
+// host::Fault. By-reference arguments have their value before any work starts.
+#pragma once
+
+#include "host/bridge.h"
+#include "host/clock.h"
+#include "host/host_services.h"
+#include "host/records.h"
+#include "host/settings_store.h"
+#include "host/value.h"
+#include "ui/desktop.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace vellumo::provider {
+
+// The platform's parts that a provider works with; the provider owns them.
+struct Surroundings {
+  std::unique_ptr<host::Bridge> bridge;
+  std::unique_ptr<host::HostObjects> objects;
+  std::unique_ptr<host::SettingsStore> settings;
+  std::unique_ptr<host::Clock> clock;
+  std::unique_ptr<ui::Desktop> desktop;
+};
+
+class SISSProvider {
+public:
+  // Reads the bridge's configuration file; nothing here faults once the surroundings are there.
+  explicit SISSProvider(Surroundings surroundings);
+  ~SISSProvider();
+  SISSProvider(const SISSProvider&) = delete;
+  SISSProvider& operator=(const SISSProvider&) = delete;
+
+  // What the host hands over; set at any time, in any order.
+  [[nodiscard]] host::HostServices& Services() noexcept;
+
+  // Answers the local identifier of the citizen identified on SISS, 0 when there is none. `idPaziente` null: a fresh
+  // search. `gestito` True: the host takes the identifier as it stands; False: it goes on with its own handling.
+  std::int32_t IdentificaPaziente(const host::Value& idPaziente, bool& gestito);
+
+  [[nodiscard]] bool IsActive() const noexcept;
+  // Always True: nothing is sent and nothing is shown.
+  [[nodiscard]] static bool VerificaPaziente(const host::Value& idPaziente) noexcept;
+  // True when the user logged on is practice staff, not a doctor; False also when that cannot be found out.
+  [[nodiscard]] bool IsPersonaleStudio() noexcept;
+
+private:
+  struct Parts;
+  std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace vellumo::provider

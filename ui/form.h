@@ -1,0 +1,77 @@
+// A window as state and decisions, without a toolkit. A form lists its controls; a view draws them, writes the
+// operator's input into them and tells the form, which decides what happens. The form never waits: it changes its
+// controls, shows prompts through the Desktop, and says when it is closed.
+//
+// The caller owns the form and reads its result after `Desktop::ShowModal` has returned. No member of a form lets a
+// fault escape into a view, except where a derived class says so.
+#pragma once
+
+#include "ui/controls.h"
+
+#include <string>
+#include <vector>
+
+namespace vellumo::ui {
+
+// What a form may ask of the view that is showing it.
+class FormView {
+public:
+  virtual ~FormView() = default;
+
+  // Draws what has changed since the last call.
+  virtual void Refresh() = 0;
+  // Lets the platform process its pending messages, so that the window repaints and answers.
+  virtual void ProcessMessages() = 0;
+};
+
+struct Size {
+  int width = 0; // twips
+  int height = 0;
+};
+
+class Form {
+public:
+  virtual ~Form() = default;
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  [[nodiscard]] const std::string& Title() const noexcept { return m_title; }
+  [[nodiscard]] const std::vector<Control*>& Controls() const noexcept { return m_controls; }
+  // Inner size when the window opens; a form with a grid may be resized by the operator, not below this.
+  [[nodiscard]] Size DesignSize() const noexcept { return m_designSize; }
+  // The control that has the keyboard when the window opens; null for the first one that can have it.
+  [[nodiscard]] Control* InitialFocus() const noexcept { return m_initialFocus; }
+  [[nodiscard]] bool IsClosed() const noexcept { return m_closed; }
+
+  // A view attaches itself before it draws and detaches (null) when its window is gone.
+  void Attach(FormView* view) noexcept { m_view = view; }
+
+  // Raised on every activation of the window, the first time once it is drawn.
+  virtual void Activated() {}
+  // The operator pressed a button, ticked a check box, chose an option button, or double-clicked (or pressed Enter
+  // on) the selected row of a grid. The control already holds its new state.
+  virtual void Clicked(Control& control) { static_cast<void>(control); }
+  // The operator typed into a text box, chose a list entry or moved to another grid row. The control already holds
+  // its new state.
+  virtual void Changed(Control& control) { static_cast<void>(control); }
+  // The operator closed the window by its frame.
+  virtual void FrameClosed() { Close(); }
+
+protected:
+  explicit Form(std::string title) : m_title(std::move(title)) {}
+
+  void Close() noexcept { m_closed = true; }
+  [[nodiscard]] FormView* View() const noexcept { return m_view; }
+  void RefreshView();
+
+  std::string m_title;
+  std::vector<Control*> m_controls; // members of the derived class
+  Size m_designSize;
+  Control* m_initialFocus = nullptr;
+
+private:
+  FormView* m_view = nullptr;
+  bool m_closed = false;
+};
+
+} // namespace vellumo::ui

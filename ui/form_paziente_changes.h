@@ -1,0 +1,48 @@
+// The window that compares the local patient with the SISS citizen and lets the operator choose what to take over.
+#pragma once
+
+#include "host/value.h"
+#include "ui/desktop.h"
+#include "ui/form.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+namespace vellumo::ui {
+
+// Bits of the update mask.
+namespace update {
+constexpr std::int32_t personalData = 1;
+constexpr std::int32_t addresses = 2;
+constexpr std::int32_t exemptions = 4;
+constexpr std::int32_t deleteExemptions = 8;
+constexpr std::int32_t asNewPatient = 0x1000;
+constexpr std::int32_t byDefault = personalData | addresses | exemptions;
+} // namespace update
+
+// Named values of one side: CodiceFiscale, Cognome, Nome, Sesso, DataNascita, ComuneNascita, NumTesseraSanitaria,
+// NumAssistito, Revocato, CodiceRegioneAsl, CodiceAsl, EsenzioneCount and, for n from 1, IDEsenzione_n,
+// CodiceEsenzione_n, DescrizioneEsenzione_n. Dates are shown as dd/mm/yyyy.
+using NamedValues = std::map<std::string, host::Value>;
+
+class FormPazienteChanges final : public Form {
+public:
+  // `changes` is the mask that the check boxes start from.
+  FormPazienteChanges(NamedValues paziente, NamedValues cittadino, std::int32_t changes, Desktop& desktop);
+
+  // 1 = go on with `Changes`, 2 = store nothing (also when closed by the frame).
+  [[nodiscard]] int Result() const noexcept { return m_result; }
+  [[nodiscard]] std::int32_t Changes() const noexcept { return m_changes; }
+
+  void Clicked(Control& control) override;
+
+private:
+  NamedValues m_paziente;
+  NamedValues m_cittadino;
+  std::int32_t m_changes;
+  int m_result = 2;
+  Desktop& m_desktop;
+};
+
+} // namespace vellumo::ui

@@ -9,10 +9,12 @@ if(CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
-add_compile_options(
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+set(warnings
   -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
   -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi -Wcast-align -Wcast-qual -Wformat=2
   -Wimplicit-fallthrough -Wduplicated-cond -Wlogical-op -Wvla)
+add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:${warnings}>")
 
 if(VELLUMO_SANITIZE)
   add_compile_options(-O1 -g -fno-omit-frame-pointer -fsanitize=address,undefined -fno-sanitize-recover=all)

@@ -1,0 +1,14 @@
+// The look at a text before an engine sees it. Engines differ in what they refuse and in how badly they take a
+// hostile text; this makes every engine refuse the same ones.
+#pragma once
+
+#include "xml/document.h"
+
+#include <string_view>
+
+namespace vellumo::xml {
+
+// False for a text with a document type declaration or beyond the limits. Says nothing about being well-formed.
+[[nodiscard]] bool IsAcceptable(std::string_view text, const Limits& limits);
+
+} // namespace vellumo::xml

@@ -1,0 +1,76 @@
+// The storage behind `Document` and `Node`: all nodes of a document in one array, linked by index, so that handles
+// stay valid while nodes are added and a large document is one allocation that grows. A removed node stays in the
+// array, out of reach, until the document goes.
+#pragma once
+
+#include "xml/engine.h"
+
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vellumo::xml {
+
+struct Tree {
+  using Index = std::uint32_t;
+  static constexpr Index none = std::numeric_limits<Index>::max();
+
+  struct Attribute {
+    std::string name;
+    std::string value;
+  };
+
+  struct Item {
+    std::string name; // empty: a text
+    std::string text; // of a text
+    std::vector<Attribute> attributes;
+    Index parent = none;
+    Index firstChild = none;
+    Index lastChild = none;
+    Index previous = none;
+    Index next = none;
+
+    [[nodiscard]] bool IsElement() const noexcept { return !name.empty(); }
+  };
+
+  std::vector<Item> items;
+  Index root = none;
+
+  Index Add(Item item);
+  void Link(Index parent, Index child); // as last child
+  void Unlink(Index item);
+  void UnlinkChildren(Index parent);
+  Index Copy(Index item); // with everything below, not linked
+
+  // The next element in document order below `top`, starting from `top` itself; `none` at the end.
+  [[nodiscard]] Index NextInOrder(Index item, Index top) const;
+
+  void AppendText(Index item, std::string& out) const; // of all descendants
+  void AppendXml(Index item, std::string& out) const;
+};
+
+// Makes the tree of what an engine reports. White space alone between two tags is dropped.
+class TreeBuilder final : public Builder {
+public:
+  explicit TreeBuilder(Tree& tree) : m_tree(tree) {}
+
+  void StartElement(std::string_view name) override;
+  void Attribute(std::string_view name, std::string_view value) override;
+  void Text(std::string_view text) override;
+  void EndElement() override;
+
+private:
+  void FlushText();
+
+  Tree& m_tree;
+  Tree::Index m_current = Tree::none;
+  std::string m_text;
+};
+
+// Without the characters that XML 1.0 forbids and without bytes that are no UTF-8.
+[[nodiscard]] std::string WithoutForbiddenCharacters(std::string_view text);
+
+} // namespace vellumo::xml

@@ -9,95 +9,155 @@
 #include <utility>
 #include <vector>
 
-namespace vellumo::ui {
+namespace vellumo::ui
+{
 
-enum class ControlKind { Label, TextBox, CheckBox, OptionButton, ComboBox, Grid, ProgressBar, Button };
+enum class ControlKind
+{
+    Label,
+    TextBox,
+    CheckBox,
+    OptionButton,
+    ComboBox,
+    Grid,
+    ProgressBar,
+    Button
+};
 
 // 0xRRGGBB.
 using Colour = std::uint32_t;
 
-struct Control {
-  Control(ControlKind controlKind, std::string controlText) : kind(controlKind), text(std::move(controlText)) {}
-  virtual ~Control() = default;
-  Control(const Control&) = delete;
-  Control& operator=(const Control&) = delete;
+struct Control
+{
+    Control(ControlKind controlKind, std::string controlText)
+        : kind(controlKind)
+        , text(std::move(controlText))
+    {
+    }
+    virtual ~Control() = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
 
-  const ControlKind kind;
-  // Caption or shown text; for a text box the caption beside it, for a grid the heading above it. "&" marks the
-  // access key of a button, check box, option button, text box or grid heading.
-  std::string text;
-  bool enabled = true;
-  bool visible = true;
-  // Stands on the line of the control before it, not below it.
-  bool sameLine = false;
+    const ControlKind kind;
+    // Caption or shown text; for a text box the caption beside it, for a grid the heading above it. "&" marks the
+    // access key, except in a label, which shows its text as it stands.
+    std::string text;
+    bool enabled = true;
+    bool visible = true;
+    // Stands on the line of the control before it, not below it.
+    bool sameLine = false;
 };
 
-struct Label final : Control {
-  explicit Label(std::string labelText) : Control(ControlKind::Label, std::move(labelText)) {}
-  bool strong = false;
-  // Lines that the text may need; the view keeps room for them.
-  int lines = 1;
+struct Label final : Control
+{
+    explicit Label(std::string labelText)
+        : Control(ControlKind::Label, std::move(labelText))
+    {
+    }
+    bool strong = false;
+    // Lines that the text may need; the view keeps room for them.
+    int lines = 1;
 };
 
-struct TextBox final : Control {
-  explicit TextBox(std::string caption) : Control(ControlKind::TextBox, std::move(caption)) {}
-  std::string value;
+struct Grid;
+
+struct TextBox final : Control
+{
+    explicit TextBox(std::string caption)
+        : Control(ControlKind::TextBox, std::move(caption))
+    {
+    }
+    std::string value;
+    // The grid that this box searches: the arrow and page keys move in it while the keyboard stays in the box.
+    Grid* list = nullptr;
 };
 
-struct CheckBox final : Control {
-  explicit CheckBox(std::string caption) : Control(ControlKind::CheckBox, std::move(caption)) {}
-  bool checked = false;
+struct CheckBox final : Control
+{
+    explicit CheckBox(std::string caption)
+        : Control(ControlKind::CheckBox, std::move(caption))
+    {
+    }
+    bool checked = false;
 };
 
 // The option buttons of a form are one group.
-struct OptionButton final : Control {
-  explicit OptionButton(std::string caption) : Control(ControlKind::OptionButton, std::move(caption)) {}
-  bool selected = false;
+struct OptionButton final : Control
+{
+    explicit OptionButton(std::string caption)
+        : Control(ControlKind::OptionButton, std::move(caption))
+    {
+    }
+    bool selected = false;
 };
 
-struct ComboBox final : Control {
-  ComboBox() : Control(ControlKind::ComboBox, {}) {}
-  std::vector<std::string> entries;
-  int index = -1; // -1: nothing chosen
+struct ComboBox final : Control
+{
+    ComboBox()
+        : Control(ControlKind::ComboBox, {})
+    {
+    }
+    std::vector<std::string> entries;
+    int index = -1; // -1: nothing chosen
 };
 
-struct ProgressBar final : Control {
-  ProgressBar() : Control(ControlKind::ProgressBar, {}) {}
-  float value = 0;
-  float maximum = 100;
+struct ProgressBar final : Control
+{
+    ProgressBar()
+        : Control(ControlKind::ProgressBar, {})
+    {
+    }
+    float value = 0;
+    float maximum = 100;
 };
 
-struct Button final : Control {
-  explicit Button(std::string caption) : Control(ControlKind::Button, std::move(caption)) {}
-  bool isDefault = false; // pressed by Enter
-  bool isCancel = false;  // pressed by Escape
+struct Button final : Control
+{
+    explicit Button(std::string caption)
+        : Control(ControlKind::Button, std::move(caption))
+    {
+    }
+    bool isDefault = false; // pressed by Enter
+    bool isCancel = false;  // pressed by Escape
 };
 
-enum class CellImage { None, Error, Warning };
-
-struct Cell {
-  std::string text;
-  std::optional<Colour> foreground;
-  std::optional<Colour> background;
-  CellImage image = CellImage::None;
+enum class CellImage
+{
+    None,
+    Error,
+    Warning
 };
 
-struct Column {
-  std::string key;
-  std::string caption;
-  // Design width in twips (1440 an inch); the last column takes what is left.
-  int width = 1700;
+struct Cell
+{
+    std::string text = {};
+    std::optional<Colour> foreground = {};
+    std::optional<Colour> background = {};
+    CellImage image = CellImage::None;
+    bool strong = false;
+};
+
+struct Column
+{
+    std::string key;
+    std::string caption;
+    // Design width in twips (1440 an inch); the last column takes what is left.
+    int width = 1700;
 };
 
 using Row = std::vector<Cell>; // one cell a column
 
 // May hold thousands of rows, so a view draws only what is visible. `selected` is the row that the operator is on.
-struct Grid final : Control {
-  explicit Grid(std::string heading) : Control(ControlKind::Grid, std::move(heading)) {}
-  std::vector<Column> columns;
-  std::vector<Row> rows;
-  std::optional<std::size_t> selected;
-  int visibleRows = 8; // design height
+struct Grid final : Control
+{
+    explicit Grid(std::string heading)
+        : Control(ControlKind::Grid, std::move(heading))
+    {
+    }
+    std::vector<Column> columns;
+    std::vector<Row> rows;
+    std::optional<std::size_t> selected;
+    int visibleRows = 8; // design height
 };
 
 } // namespace vellumo::ui

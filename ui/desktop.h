@@ -8,22 +8,24 @@
 #include <optional>
 #include <string>
 
-namespace vellumo::ui {
+namespace vellumo::ui
+{
 
-class Desktop {
+class Desktop
+{
 public:
-  virtual ~Desktop() = default;
+    virtual ~Desktop() = default;
 
-  // Shows a message box and waits for the answer. Closing it by its frame answers Cancel where there is such a
-  // button, Ok where that is the only one.
-  virtual Answer Show(const Prompt& prompt) = 0;
+    // Shows a message box and waits for the answer. Closing it by its frame answers Cancel where there is such a
+    // button, Ok where that is the only one.
+    virtual Answer Show(const Prompt& prompt) = 0;
 
-  // Shows the form's window; returns once the form says that it is closed and its window is gone. While a window of
-  // the library is on screen the host's own window is disabled. Faults when no window can be made.
-  virtual void ShowModal(Form& form) = 0;
+    // Shows the form's window; returns once the form says that it is closed and its window is gone. While a window of
+    // the library is on screen the host's own window is disabled. Faults when no window can be made.
+    virtual void ShowModal(Form& form) = 0;
 
-  // Asks for a file to open. `filter` is "Description (*.ext)|*.ext". Empty when the operator cancelled.
-  [[nodiscard]] virtual std::optional<std::string> AskFile(const std::string& title, const std::string& filter) = 0;
+    // Asks for a file to open. `filter` is "Description (*.ext)|*.ext". Empty when the operator cancelled.
+    [[nodiscard]] virtual std::optional<std::string> AskFile(const std::string& title, const std::string& filter) = 0;
 };
 
 } // namespace vellumo::ui

@@ -1,6 +1,7 @@
 // The window in which the operator gives each SISS exemption of a citizen its local exemption. It lists the citizen's
 // exemptions; the local ones, thousands, can be searched by typing. Confirming is possible only when every row has
-// one.
+// one. Made for the keyboard: it starts on the first row without a local exemption, with the keyboard in the search
+// box; typing finds, Enter assigns and goes on to the next such row.
 #pragma once
 
 #include "host/connection.h"
@@ -8,45 +9,69 @@
 #include "ui/desktop.h"
 #include "ui/form.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-namespace vellumo::ui {
+namespace vellumo::ui
+{
 
 // One exemption that SISS reports for the citizen.
-struct SissExemption {
-  std::string Codice;
-  std::string Descrizione;
-  host::Date DataEsenzione; // zero: not received
-  host::Date Scadenza;      // zero: not received
-  std::int32_t IDEsenzione = 0; // local exemption, 0 = none yet
+struct SissExemption
+{
+    std::string Codice;
+    std::string Descrizione;
+    host::Date DataEsenzione;     // zero: not received
+    host::Date Scadenza;          // zero: not received
+    std::int32_t IDEsenzione = 0; // local exemption, 0 = none yet
 };
 
-class FormEsenzioni final : public Form {
+class FormEsenzioni final : public Form
+{
 public:
-  // Reads the local exemptions from `connection`; a database fault goes through to the caller.
-  FormEsenzioni(std::vector<SissExemption>& esenzioni, host::Connection& connection, Desktop& desktop);
+    // Reads the local exemptions from `connection`; a database fault goes through to the caller.
+    FormEsenzioni(std::vector<SissExemption>& esenzioni, host::Connection& connection, Desktop& desktop);
 
-  // 1 = confirmed, and `esenzioni` holds the choices; anything else = cancelled, `esenzioni` unchanged.
-  [[nodiscard]] int Result() const noexcept { return m_result; }
+    // 1 = confirmed, and `esenzioni` holds the choices; anything else = cancelled, `esenzioni` unchanged.
+    [[nodiscard]] int Result() const noexcept { return m_result; }
 
-  void Clicked(Control& control) override;
-  void Changed(Control& control) override;
+    void Clicked(Control& control) override;
+    void Changed(Control& control) override;
 
 private:
-  struct LocalExemption {
-    std::int32_t id;
-    std::string codice;
-    std::string descrizione;
-  };
+    struct LocalExemption
+    {
+        std::int32_t id = 0;
+        std::string codice;
+        std::string descrizione;
+        std::string searchText;
+    };
 
-  std::vector<SissExemption>& m_esenzioni;
-  Desktop& m_desktop;
-  std::vector<LocalExemption> m_locali;
-  std::vector<std::int32_t> m_assigned; // one a row of the grid
-  std::vector<std::size_t> m_found;     // rows of the local list that match the search
-  int m_result = 0;
+    void ReadLocalExemptions(host::Connection& connection);
+    void LayOut();
+    void ShowAssignment(std::size_t row);
+    void Search();
+    void Assign();
+    void Confirm();
+    void GoToRow(std::size_t row);
+    void UpdateState();
+    [[nodiscard]] std::optional<std::size_t> NextUnassigned(std::size_t from) const;
+
+    std::vector<SissExemption>& m_esenzioni;
+    Desktop& m_desktop;
+    std::vector<LocalExemption> m_locali;
+    std::vector<std::int32_t> m_assigned; // one a row of the grid
+    std::vector<std::size_t> m_found;     // the local exemptions that match the search, one a row of their grid
+    int m_result = 0;
+
+    Label m_stato;
+    Grid m_esenzioniSiss;
+    TextBox m_cerca;
+    Button m_assegna;
+    Grid m_esenzioniLocali;
+    Button m_conferma;
+    Button m_annulla;
 };
 
 } // namespace vellumo::ui

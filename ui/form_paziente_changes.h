@@ -9,14 +9,16 @@
 #include <map>
 #include <string>
 
-namespace vellumo::ui {
+namespace vellumo::ui
+{
 
 // Bits of the update mask.
-namespace update {
+namespace update
+{
 constexpr std::int32_t personalData = 1;
 constexpr std::int32_t addresses = 2;
 constexpr std::int32_t exemptions = 4;
-constexpr std::int32_t deleteExemptions = 8;
+constexpr std::int32_t deleteExemptions = 8; // with `exemptions`
 constexpr std::int32_t asNewPatient = 0x1000;
 constexpr std::int32_t byDefault = personalData | addresses | exemptions;
 } // namespace update
@@ -26,23 +28,42 @@ constexpr std::int32_t byDefault = personalData | addresses | exemptions;
 // CodiceEsenzione_n, DescrizioneEsenzione_n. Dates are shown as dd/mm/yyyy.
 using NamedValues = std::map<std::string, host::Value>;
 
-class FormPazienteChanges final : public Form {
+class FormPazienteChanges final : public Form
+{
 public:
-  // `changes` is the mask that the check boxes start from.
-  FormPazienteChanges(NamedValues paziente, NamedValues cittadino, std::int32_t changes, Desktop& desktop);
+    // `changes` is the mask that the check boxes start from.
+    FormPazienteChanges(NamedValues paziente, NamedValues cittadino, std::int32_t changes, Desktop& desktop);
 
-  // 1 = go on with `Changes`, 2 = store nothing (also when closed by the frame).
-  [[nodiscard]] int Result() const noexcept { return m_result; }
-  [[nodiscard]] std::int32_t Changes() const noexcept { return m_changes; }
+    // 1 = go on with `Changes`, 2 = store nothing (also when closed by the frame).
+    [[nodiscard]] int Result() const noexcept { return m_result; }
+    [[nodiscard]] std::int32_t Changes() const noexcept { return m_changes; }
 
-  void Clicked(Control& control) override;
+    void Clicked(Control& control) override;
 
 private:
-  NamedValues m_paziente;
-  NamedValues m_cittadino;
-  std::int32_t m_changes;
-  int m_result = 2;
-  Desktop& m_desktop;
+    void LayOut();
+    void FillFields();
+    void FillExemptions();
+    void AddMissing(const NamedValues& from, const NamedValues& in, const Cell& state);
+    void Confirm();
+    void CloseWith(std::int32_t changes);
+
+    NamedValues m_paziente;
+    NamedValues m_cittadino;
+    std::int32_t m_changes;
+    int m_result = 2;
+    Desktop& m_desktop;
+    bool m_otherPerson = false; // what tells one person from another differs
+
+    Label m_riepilogo;
+    Grid m_campi;
+    Grid m_esenzioni;
+    CheckBox m_chkAnagrafica;
+    CheckBox m_chkEsenzioni;
+    CheckBox m_chkRimuoviEsenzioni;
+    Label m_avvertenza;
+    Button m_conferma;
+    Button m_annulla;
 };
 
 } // namespace vellumo::ui

@@ -1,0 +1,230 @@
+#include "ui/form_esenzioni.h"
+
+#include "ui/search_text.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace vellumo::ui
+{
+namespace
+{
+
+constexpr Colour blue = 0x0000FF;
+constexpr Colour palePink = 0xFFEFF6;
+
+constexpr const char* localExemptionsSql =
+    "SELECT IDEsenzione, Esenzione, CodiceIdentificativo, IDTipoEsenzione FROM VwPartecipazioneSpesa";
+
+bool IsAssigned(std::int32_t idEsenzione)
+{
+    return idEsenzione >= 1;
+}
+
+} // namespace
+
+FormEsenzioni::FormEsenzioni(std::vector<SissExemption>& esenzioni, host::Connection& connection, Desktop& desktop)
+    : Form("Esenzioni del cittadino")
+    , m_esenzioni(esenzioni)
+    , m_desktop(desktop)
+    , m_stato("")
+    , m_esenzioniSiss("&Esenzioni SISS del cittadino")
+    , m_cerca("Ce&rca esenzione locale:")
+    , m_assegna("&Assegna")
+    , m_esenzioniLocali("")
+    , m_conferma("&Conferma")
+    , m_annulla("A&nnulla")
+{
+    ReadLocalExemptions(connection);
+    LayOut();
+    for (const SissExemption& esenzione : m_esenzioni)
+    {
+        m_assigned.push_back(esenzione.IDEsenzione);
+        m_esenzioniSiss.rows.push_back({Cell{esenzione.Codice}, Cell{esenzione.Descrizione}, Cell{}});
+        ShowAssignment(m_assigned.size() - 1);
+    }
+    Search();
+    if (const auto row = NextUnassigned(0))
+    {
+        m_esenzioniSiss.selected = row;
+        m_initialFocus = &m_cerca;
+    }
+    else
+    {
+        m_initialFocus = &m_conferma;
+    }
+    UpdateState();
+}
+
+void FormEsenzioni::ReadLocalExemptions(host::Connection& connection)
+{
+    for (const auto rows = connection.Open(localExemptionsSql); !rows->IsAtEnd(); rows->MoveNext())
+    {
+        LocalExemption local;
+        local.id = rows->Field(std::size_t{0}).ToInteger();
+        local.descrizione = rows->Field(std::size_t{1}).ToText();
+        local.codice = rows->Field(std::size_t{2}).ToText();
+        // The line end keeps a word from being found across the two.
+        local.searchText = SearchText(local.codice) + '\n' + SearchText(local.descrizione);
+        m_locali.push_back(std::move(local));
+    }
+    std::stable_sort(m_locali.begin(), m_locali.end(),
+                     [](const LocalExemption& a, const LocalExemption& b) { return a.codice < b.codice; });
+}
+
+void FormEsenzioni::LayOut()
+{
+    m_esenzioniSiss.columns = {
+        {"CODICE", "Codice", 1400}, {"DESCRIPTION", "Descrizione", 5000}, {"ASSEGNATO", "Esenzione Assegnata", 5000}};
+    m_esenzioniSiss.visibleRows = 6;
+    m_esenzioniLocali.columns = {{"CODICE", "Codice", 1700}, {"DESCRIPTION", "Descrizione", 9000}};
+    m_esenzioniLocali.visibleRows = 12;
+    m_cerca.list = &m_esenzioniLocali;
+    m_assegna.sameLine = true;
+    m_assegna.isDefault = true;
+    m_annulla.sameLine = true;
+    m_annulla.isCancel = true;
+    m_controls = {&m_stato, &m_esenzioniSiss, &m_cerca, &m_assegna, &m_esenzioniLocali, &m_conferma, &m_annulla};
+    m_designSize = {12000, 8000};
+}
+
+void FormEsenzioni::Clicked(Control& control)
+{
+    if (&control == &m_assegna || &control == &m_esenzioniLocali)
+    {
+        Assign();
+    }
+    else if (&control == &m_esenzioniSiss)
+    {
+        Focus(m_cerca);
+    }
+    else if (&control == &m_conferma)
+    {
+        Confirm();
+    }
+    else if (&control == &m_annulla)
+    {
+        Close();
+    }
+}
+
+void FormEsenzioni::Changed(Control& control)
+{
+    if (&control == &m_cerca)
+    {
+        Search();
+    }
+    UpdateState();
+}
+
+// Fills the local list with what matches. The likeliest match is selected, so that Enter takes it: the code as typed,
+// else one that begins so, else the first. Without a search nothing is selected, so that a second Enter by mistake
+// does not assign anything.
+void FormEsenzioni::Search()
+{
+    const SearchWords words(m_cerca.value);
+    const std::string typed = SearchText(m_cerca.value);
+    m_found.clear();
+    m_esenzioniLocali.rows.clear();
+    m_esenzioniLocali.selected.reset();
+    std::string_view best;
+    for (std::size_t i = 0; i < m_locali.size(); ++i)
+    {
+        const LocalExemption& local = m_locali[i];
+        if (!words.OccurIn(local.searchText))
+        {
+            continue;
+        }
+        const std::size_t row = m_found.size();
+        m_found.push_back(i);
+        m_esenzioniLocali.rows.push_back({Cell{local.codice}, Cell{local.descrizione}});
+        const std::string_view code = std::string_view(local.searchText).substr(0, local.searchText.find('\n'));
+        const bool better = code == typed ? best != typed : code.starts_with(typed) && !best.starts_with(typed);
+        if (!words.Empty() && (row == 0 || better))
+        {
+            m_esenzioniLocali.selected = row;
+            best = code;
+        }
+    }
+}
+
+void FormEsenzioni::Assign()
+{
+    if (!m_esenzioniSiss.selected || !m_esenzioniLocali.selected)
+    {
+        return;
+    }
+    const std::size_t row = *m_esenzioniSiss.selected;
+    m_assigned[row] = m_locali[m_found[*m_esenzioniLocali.selected]].id;
+    ShowAssignment(row);
+    GoToRow(NextUnassigned(row).value_or(row));
+}
+
+void FormEsenzioni::GoToRow(std::size_t row)
+{
+    m_esenzioniSiss.selected = row;
+    m_cerca.value.clear();
+    Search();
+    UpdateState();
+    Focus(m_cerca);
+}
+
+void FormEsenzioni::Confirm()
+{
+    if (const auto missing = NextUnassigned(0))
+    {
+        m_desktop.Show({.text = "Prima di proseguire è necessario assegnare le esenzioni mancanti.",
+                        .title = "Attenzione!!",
+                        .icon = Icon::Exclamation});
+        GoToRow(*missing);
+        return;
+    }
+    for (std::size_t row = 0; row < m_assigned.size(); ++row)
+    {
+        m_esenzioni[row].IDEsenzione = m_assigned[row];
+    }
+    m_result = 1;
+    Close();
+}
+
+void FormEsenzioni::ShowAssignment(std::size_t row)
+{
+    Cell& cell = m_esenzioniSiss.rows[row].back();
+    const std::int32_t id = m_assigned[row];
+    if (!IsAssigned(id))
+    {
+        cell = {.text = "Assegna esenzione", .foreground = blue, .background = palePink};
+        return;
+    }
+    const auto local = std::find_if(m_locali.begin(), m_locali.end(),
+                                    [&](const LocalExemption& exemption) { return exemption.id == id; });
+    // A pairing made earlier may point to an exemption that the list no longer has.
+    cell = {.text = local == m_locali.end() ? std::to_string(id) : local->codice + " - " + local->descrizione};
+}
+
+// The first row without a local exemption, looking from `from` to the end and then from the start.
+std::optional<std::size_t> FormEsenzioni::NextUnassigned(std::size_t from) const
+{
+    for (std::size_t i = 0; i < m_assigned.size(); ++i)
+    {
+        if (const std::size_t row = (from + i) % m_assigned.size(); !IsAssigned(m_assigned[row]))
+        {
+            return row;
+        }
+    }
+    return std::nullopt;
+}
+
+void FormEsenzioni::UpdateState()
+{
+    const auto missing = std::count_if(m_assigned.begin(), m_assigned.end(), [](auto id) { return !IsAssigned(id); });
+    m_stato.text = m_assigned.empty() ? "Il SISS non riporta esenzioni per questo cittadino."
+                   : missing == 0     ? "Tutte le esenzioni sono assegnate."
+                   : missing == 1     ? "Resta 1 esenzione da assegnare."
+                                      : "Restano " + std::to_string(missing) + " esenzioni da assegnare.";
+    m_esenzioniLocali.text =
+        "Esenzioni &locali (" + std::to_string(m_found.size()) + " di " + std::to_string(m_locali.size()) + ")";
+    m_assegna.enabled = m_esenzioniSiss.selected && m_esenzioniLocali.selected;
+}
+
+} // namespace vellumo::ui

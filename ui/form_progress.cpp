@@ -1,0 +1,67 @@
+#include "ui/form_progress.h"
+
+namespace vellumo::ui
+{
+
+FormProgress::FormProgress()
+    : WorkingForm("TITLE")
+    , m_header("HEADER")
+    , m_description("PROGRESS...")
+    , m_details("DETAILS DESCRIPTION TEXT")
+{
+    m_header.strong = true;
+    m_details.lines = 2;
+    m_controls = {&m_header, &m_description, &m_details, &m_bar};
+    m_designSize = {6600, 1700};
+}
+
+void FormProgress::Load()
+{
+    if (!m_loaded)
+    {
+        m_loaded = true;
+        m_bar.visible = BarVisible;
+    }
+}
+
+void FormProgress::InitializeProgress(const std::string& title, const std::string& header)
+{
+    m_title = title;
+    m_header.text = header;
+    m_description.text = "Inizializzazione in corso...";
+    m_details.text = "L'operazione è in attesa di avvio";
+    RefreshView();
+}
+
+void FormProgress::SetProgressInformation(const std::string& description, const std::string& details)
+{
+    m_description.text = description;
+    m_details.text = details;
+    Report();
+}
+
+void FormProgress::SetProgressValue(std::int32_t value, std::int32_t maximum)
+{
+    m_bar.maximum = static_cast<float>(maximum);
+    m_bar.value = static_cast<float>(value);
+    Report();
+}
+
+void FormProgress::RaiseOnActivate(const std::any& parameters, std::any& result)
+{
+    if (OnActivate)
+    {
+        OnActivate(*this, parameters, result);
+    }
+}
+
+void FormProgress::Report()
+{
+    if (View() != nullptr)
+    {
+        View()->RefreshSoon();
+        View()->ProcessMessages();
+    }
+}
+
+} // namespace vellumo::ui

@@ -1,0 +1,110 @@
+// The windows that carry a job: when the handler runs, what it gets, and that the window always ends.
+#include "fake_desktop.h"
+#include "ui/form_progress.h"
+#include "ui/form_wait.h"
+
+#include <doctest.h>
+
+#include <stdexcept>
+
+using namespace vellumo;
+using namespace vellumo::ui;
+
+namespace
+{
+
+std::string Text(const Form& form, std::size_t control)
+{
+    return form.Controls()[control]->text;
+}
+
+} // namespace
+
+TEST_SUITE("working windows")
+{
+    TEST_CASE("the handler runs once, with the window open, and the window then closes itself")
+    {
+        FormWait form;
+        FakeView view(form);
+        form.Parameters() = std::string("richiesta");
+        int calls = 0;
+        form.OnActivate = [&](FormWait& sender, const std::any& parameters, std::any& result)
+        {
+            ++calls;
+            CHECK(&sender == &form);
+            CHECK(std::any_cast<std::string>(parameters) == "richiesta");
+            CHECK_FALSE(form.IsClosed());
+            CHECK_FALSE(sender.Result().has_value());
+            sender.Parameters() = std::string("altro"); // the handler has a copy
+            CHECK(std::any_cast<std::string>(parameters) == "richiesta");
+            sender.FrameClosed();
+            sender.Activated(); // the operator switched away and back
+            CHECK_FALSE(form.IsClosed());
+            view.calls.clear();
+            sender.SetOperazione("Identificazione cittadino");
+            CHECK(view.calls == "R"); // drawn before the call blocks, without processing messages
+            result = 7;
+        };
+        form.Activated();
+        CHECK(calls == 1);
+        CHECK(form.IsClosed());
+        CHECK(std::any_cast<int>(form.Result()) == 7);
+        CHECK(Text(form, 0) == "Identificazione cittadino");
+    }
+
+    TEST_CASE("a fault in the handler leaves the result as it was and closes the window")
+    {
+        for (const bool resultFirst : {false, true})
+        {
+            FormProgress form;
+            form.OnActivate = [&](FormProgress&, const std::any&, std::any& result)
+            {
+                if (resultFirst)
+                {
+                    result = 1;
+                }
+                throw std::runtime_error("guasto");
+            };
+            form.Activated();
+            CHECK(form.IsClosed());
+            CHECK(form.Result().has_value() == resultFirst);
+        }
+        FormWait withoutHandler;
+        withoutHandler.Activated();
+        CHECK(withoutHandler.IsClosed());
+        CHECK_FALSE(withoutHandler.Result().has_value());
+    }
+
+    TEST_CASE("the bar is shown as asked when the window loads")
+    {
+        FormProgress form;
+        form.BarVisible = false;
+        form.Load();
+        form.BarVisible = true;
+        form.Load(); // the view's, when the caller has loaded the window already
+        CHECK_FALSE(form.Controls().back()->visible);
+        FormProgress other;
+        other.Load();
+        other.BarVisible = false;
+        CHECK(other.Controls().back()->visible);
+    }
+
+    TEST_CASE("each progress report is drawn soon and lets messages through")
+    {
+        FormProgress form;
+        form.InitializeProgress("Sincronizzazione", "Tabelle regionali");
+        CHECK(form.Title() == "Sincronizzazione");
+        CHECK(Text(form, 0) == "Tabelle regionali");
+        CHECK(Text(form, 1) == "Inizializzazione in corso...");
+        CHECK(Text(form, 2) == "L'operazione è in attesa di avvio");
+        FakeView view(form);
+        form.SetProgressInformation("Lettura", "ESENZIONI");
+        form.SetProgressValue(3, 10);
+        CHECK(view.calls == "SPSP");
+        CHECK(Text(form, 1) == "Lettura");
+        CHECK(Text(form, 2) == "ESENZIONI");
+        const auto& bar = dynamic_cast<const ProgressBar&>(*form.Controls().back());
+        CHECK(bar.value == 3.0F);
+        CHECK(bar.maximum == 10.0F);
+    }
+}

@@ -1,0 +1,26 @@
+// What an operation works with. The provider owns all of it and hands it to each operation's constructor.
+#pragma once
+
+#include "environment/siss_environment.h"
+#include "host/clock.h"
+#include "host/host_services.h"
+#include "host/records.h"
+#include "service/exchange_log.h"
+#include "service/service_factory.h"
+#include "service/service_sender.h"
+#include "ui/desktop.h"
+
+namespace vellumo::service {
+
+struct ProviderContext {
+  const host::HostServices& services;
+  host::HostObjects& objects;
+  const host::Clock& clock;
+  ui::Desktop& desktop;
+  environment::SISSEnvironment& environment;
+  const ServiceFactory& factory;
+  ServiceSender& sender;
+  ExchangeLog& log;
+};
+
+} // namespace vellumo::service

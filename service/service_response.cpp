@@ -1,0 +1,11 @@
+#include "service/service_response.h"
+
+namespace vellumo::service {
+
+void ServiceResponse::SetData(std::string_view xPath, const host::Value& value) {
+  Data.Select(xPath).SetText(value.ToText());
+}
+
+std::string ServiceResponse::GetData(std::string_view xPath) const { return Data.Text(xPath); }
+
+} // namespace vellumo::service

@@ -1,0 +1,36 @@
+// A SISS reply, taken apart. Made by the ServiceFactory; shared by whoever keeps it.
+#pragma once
+
+#include "host/value.h"
+#include "service/service_exception.h"
+#include "xml/document.h"
+
+#include <any>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace vellumo::service {
+
+class ServiceResponse {
+public:
+  std::string ServiceResult; // text of `esitoServizio`
+  std::string Output;        // the whole reply as received
+  std::any Object;           // of the operation that sent the request
+  xml::Node Data;            // the service's own result, empty when the reply has none
+  std::string Request;       // no reply known today carries one: empty
+  ServiceExceptions Exceptions;
+  ServiceExceptions Warnings;
+  std::shared_ptr<ServiceException> FailedResult; // null when the call did not fail as a whole
+  host::Value Parameters;                         // of the operation that sent the request
+  xml::Node FailedNode;                           // `esitoNegativo`, empty when the reply has none
+
+  // True when the call failed as a whole or the reply lists at least one exception.
+  [[nodiscard]] bool Failed() const noexcept { return FailedResult != nullptr || Exceptions.Count() > 0; }
+
+  // Relative to `Data`, as in ServiceRequest.
+  void SetData(std::string_view xPath, const host::Value& value);
+  [[nodiscard]] std::string GetData(std::string_view xPath) const;
+};
+
+} // namespace vellumo::service

@@ -1,0 +1,16 @@
+// Dates in SISS messages.
+#pragma once
+
+#include "host/date.h"
+
+#include <string_view>
+
+namespace vellumo::service {
+
+// Reads what SISS services are known to send: yyyymmdd, yyyymmddhhmm, yyyymmddhhmmss; yyyy-mm-dd, yyyy/mm/dd,
+// dd/mm/yyyy, dd-mm-yyyy, dd.mm.yyyy, these optionally followed by "T" or a blank, a time hh:mm[:ss[.f]] and a zone,
+// which is ignored. Blanks around are ignored. "", all zeros, impossible dates and anything else give the zero date.
+// Never faults.
+[[nodiscard]] host::Date ConvertSissDateTime(std::string_view text) noexcept;
+
+} // namespace vellumo::service

@@ -6,7 +6,8 @@
 #include <string>
 #include <string_view>
 
-namespace vellumo::environment {
+namespace vellumo::environment
+{
 
 // Each byte is one character; the five bytes that Windows-1252 leaves undefined become the control characters of the
 // same number, as Windows has it.

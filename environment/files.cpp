@@ -7,54 +7,64 @@
 #include <fstream>
 #include <system_error>
 
-namespace vellumo::environment {
+namespace vellumo::environment
+{
 
-std::string JoinPath(std::string_view folder, std::string_view name) {
-  std::string path(folder);
-  if (!path.empty() && !path.ends_with('\\')) {
-    path += '\\';
-  }
-  path += name;
-  return path;
+std::string JoinPath(std::string_view folder, std::string_view name)
+{
+    std::string path(folder);
+    if (!path.empty() && !path.ends_with('\\'))
+    {
+        path += '\\';
+    }
+    path += name;
+    return path;
 }
 
-bool FileExists(std::string_view path) {
-  std::error_code error;
-  return std::filesystem::is_regular_file(host::NativePath(path), error);
+bool FileExists(std::string_view path)
+{
+    std::error_code error;
+    return std::filesystem::is_regular_file(host::NativePath(path), error);
 }
 
-bool FolderExists(std::string_view path) {
-  std::error_code error;
-  return std::filesystem::is_directory(host::NativePath(path), error);
+bool FolderExists(std::string_view path)
+{
+    std::error_code error;
+    return std::filesystem::is_directory(host::NativePath(path), error);
 }
 
-bool CreateFolder(std::string_view path) {
-  std::error_code error;
-  std::filesystem::create_directory(host::NativePath(path), error);
-  return FolderExists(path);
+bool CreateFolder(std::string_view path)
+{
+    std::error_code error;
+    std::filesystem::create_directory(host::NativePath(path), error);
+    return FolderExists(path);
 }
 
-std::optional<std::string> ReadFile(std::string_view path) {
-  if (!FileExists(path)) {
-    return std::nullopt;
-  }
-  std::error_code error;
-  const std::uintmax_t size = std::filesystem::file_size(host::NativePath(path), error);
-  std::ifstream in(host::NativePath(path), std::ios::binary);
-  if (error || !in) {
-    return std::nullopt;
-  }
-  std::string bytes(static_cast<std::size_t>(size), '\0');
-  in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  bytes.resize(static_cast<std::size_t>(in.gcount()));
-  return in.bad() ? std::nullopt : std::optional(std::move(bytes));
+std::optional<std::string> ReadFile(std::string_view path)
+{
+    if (!FileExists(path))
+    {
+        return std::nullopt;
+    }
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(host::NativePath(path), error);
+    std::ifstream in(host::NativePath(path), std::ios::binary);
+    if (error || !in)
+    {
+        return std::nullopt;
+    }
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(in.gcount()));
+    return in.bad() ? std::nullopt : std::optional(std::move(bytes));
 }
 
-bool WriteFile(std::string_view path, std::string_view bytes) {
-  std::ofstream out(host::NativePath(path), std::ios::binary | std::ios::trunc);
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  out.close();
-  return !out.fail();
+bool WriteFile(std::string_view path, std::string_view bytes)
+{
+    std::ofstream out(host::NativePath(path), std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    out.close();
+    return !out.fail();
 }
 
 } // namespace vellumo::environment

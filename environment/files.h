@@ -6,7 +6,8 @@
 #include <string>
 #include <string_view>
 
-namespace vellumo::environment {
+namespace vellumo::environment
+{
 
 // One "\" between the two; an empty folder gives the name alone.
 [[nodiscard]] std::string JoinPath(std::string_view folder, std::string_view name);

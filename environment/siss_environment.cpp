@@ -8,82 +8,105 @@
 #include <cmath>
 #include <string_view>
 
-namespace vellumo::environment {
-namespace {
+namespace vellumo::environment
+{
+namespace
+{
 
 // The leading number of the text, blanks in it passed over, cut to its whole part; 0 when it starts with none.
-int LeadingNumber(std::string_view text) {
-  std::string digits;
-  for (const char character : text) {
-    if (character != ' ') {
-      digits += character;
+int LeadingNumber(std::string_view text)
+{
+    std::string digits;
+    for (const char character : text)
+    {
+        if (character != ' ')
+        {
+            digits += character;
+        }
     }
-  }
-  double number = 0;
-  std::from_chars(digits.data(), digits.data() + digits.size(), number);
-  return std::fabs(number) < 1e9 ? static_cast<int>(number) : -1;
+    double number = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return std::fabs(number) < 1e9 ? static_cast<int>(number) : -1;
 }
 
 // A year of one or two digits is read as the platform reads it in a date: up to 29 as 20yy, else as 19yy.
-int FullYear(int year) {
-  if (year < 0 || year > 99) {
-    return year;
-  }
-  return year + (year < 30 ? 2000 : 1900);
+int FullYear(int year)
+{
+    if (year < 0 || year > 99)
+    {
+        return year;
+    }
+    return year + (year < 30 ? 2000 : 1900);
 }
 
 } // namespace
 
 SISSEnvironment::SISSEnvironment(host::SettingsStore& settings, const host::Clock& clock)
-    : m_clock(clock), m_configuration(settings) {}
-
-const SISSImportIndexs& SISSEnvironment::ImportIndexs() {
-  if (!m_importIndexs) {
-    m_importIndexs.emplace();
-    host::PassOver([&] { LoadImportIndexs(); });
-  }
-  return *m_importIndexs;
+    : m_clock(clock)
+    , m_configuration(settings)
+{
 }
 
-void SISSEnvironment::LoadImportIndexs() {
-  const SISSImportTable master = GetImportTable(DefaultIndex());
-  for (std::int32_t position = 1; position <= master.RowCount(); ++position) {
-    const SISSImportTableRow row = master.Item(position);
-    SISSImportIndex index;
-    index.Name = row.Field("ID_CENTRALE");
-    index.Filename = row.Field("DS_NOME_FILE");
-    host::PassOver([&] { index.UpdateDateTime = ConvertToDateTime(row.Field("DT_AGGIORNAMENTO")); });
-    host::PassOver([&] { m_importIndexs->AddObject(std::move(index)); });
-  }
-}
-
-SISSImportTable SISSEnvironment::GetImportTable(const SISSImportIndex& index) const {
-  const std::string path = JoinPath(m_configuration.ImportWorkingFolder(), index.Filename + ".txt");
-  auto bytes = ReadFile(path);
-  if (!bytes) {
-    throw host::Fault("Impossibile aprire il file \"" + path + "\".");
-  }
-  return SISSImportTable(std::move(*bytes));
-}
-
-SISSImportIndex SISSEnvironment::DefaultIndex() const { return {"Default", "master", m_clock.Now()}; }
-
-host::Date SISSEnvironment::ConvertToDateTime(const std::string& text) {
-  std::array<int, 3> parts{};
-  std::string_view rest = text;
-  for (std::size_t part = 0; part < parts.size(); ++part) {
-    const auto dash = rest.find('-');
-    if (dash == std::string_view::npos && part + 1 < parts.size()) {
-      throw host::Fault("Il valore \"" + text + "\" non è una data.");
+const SISSImportIndexs& SISSEnvironment::ImportIndexs()
+{
+    if (!m_importIndexs)
+    {
+        m_importIndexs.emplace();
+        host::PassOver([&] { LoadImportIndexs(); });
     }
-    parts.at(part) = LeadingNumber(rest.substr(0, dash));
-    rest = dash == std::string_view::npos ? std::string_view() : rest.substr(dash + 1);
-  }
-  const auto date = host::Date::FromCalendar(FullYear(parts[0]), parts[1], parts[2]);
-  if (!date) {
-    throw host::Fault("Il valore \"" + text + "\" non è una data.");
-  }
-  return *date;
+    return *m_importIndexs;
+}
+
+void SISSEnvironment::LoadImportIndexs()
+{
+    const SISSImportTable master = GetImportTable(DefaultIndex());
+    for (std::int32_t position = 1; position <= master.RowCount(); ++position)
+    {
+        const SISSImportTableRow row = master.Item(position);
+        SISSImportIndex index;
+        index.Name = row.Field("ID_CENTRALE");
+        index.Filename = row.Field("DS_NOME_FILE");
+        host::PassOver([&] { index.UpdateDateTime = ConvertToDateTime(row.Field("DT_AGGIORNAMENTO")); });
+        host::PassOver([&] { m_importIndexs->AddObject(std::move(index)); });
+    }
+}
+
+SISSImportTable SISSEnvironment::GetImportTable(const SISSImportIndex& index) const
+{
+    const std::string path = JoinPath(m_configuration.ImportWorkingFolder(), index.Filename + ".txt");
+    auto bytes = ReadFile(path);
+    if (!bytes)
+    {
+        throw host::Fault("Impossibile aprire il file \"" + path + "\".");
+    }
+    return SISSImportTable(std::move(*bytes));
+}
+
+SISSImportIndex SISSEnvironment::DefaultIndex() const
+{
+    return {"Default", "master", m_clock.Now()};
+}
+
+host::Date SISSEnvironment::ConvertToDateTime(const std::string& text)
+{
+    std::array<int, 3> parts{};
+    std::string_view rest = text;
+    for (std::size_t part = 0; part < parts.size(); ++part)
+    {
+        const auto dash = rest.find('-');
+        if (dash == std::string_view::npos && part + 1 < parts.size())
+        {
+            throw host::Fault("Il valore \"" + text + "\" non è una data.");
+        }
+        parts.at(part) = LeadingNumber(rest.substr(0, dash));
+        rest = dash == std::string_view::npos ? std::string_view() : rest.substr(dash + 1);
+    }
+    const auto date = host::Date::FromCalendar(FullYear(parts[0]), parts[1], parts[2]);
+    if (!date)
+    {
+        throw host::Fault("Il valore \"" + text + "\" non è una data.");
+    }
+    return *date;
 }
 
 } // namespace vellumo::environment

@@ -11,35 +11,37 @@
 #include <optional>
 #include <string>
 
-namespace vellumo::environment {
+namespace vellumo::environment
+{
 
-class SISSEnvironment {
+class SISSEnvironment
+{
 public:
-  SISSEnvironment(host::SettingsStore& settings, const host::Clock& clock);
+    SISSEnvironment(host::SettingsStore& settings, const host::Clock& clock);
 
-  [[nodiscard]] const SISSConfiguration& Configuration() const noexcept { return m_configuration; }
+    [[nodiscard]] const SISSConfiguration& Configuration() const noexcept { return m_configuration; }
 
-  // The entries of master.txt, read at the first use and kept: a later change of the file is seen by a new provider
-  // only. Without a readable master file it is empty; an entry whose date cannot be read has the zero date; the second
-  // entry of a name is left out. Never faults.
-  [[nodiscard]] const SISSImportIndexs& ImportIndexs();
+    // The entries of master.txt, read at the first use and kept: a later change of the file is seen by a new provider
+    // only. Without a readable master file it is empty; an entry whose date cannot be read has the zero date; the
+    // second entry of a name is left out. Never faults.
+    [[nodiscard]] const SISSImportIndexs& ImportIndexs();
 
-  // Reads the entry's file afresh. Faults when it is missing or unreadable.
-  [[nodiscard]] SISSImportTable GetImportTable(const SISSImportIndex& index) const;
+    // Reads the entry's file afresh. Faults when it is missing or unreadable.
+    [[nodiscard]] SISSImportTable GetImportTable(const SISSImportIndex& index) const;
 
-  // The entry that stands for the master index itself.
-  [[nodiscard]] SISSImportIndex DefaultIndex() const;
+    // The entry that stands for the master index itself.
+    [[nodiscard]] SISSImportIndex DefaultIndex() const;
 
-  // "year-month-day" as the tables have it. Faults on anything else. Dates in SISS messages have forms of their own,
-  // see service/siss_date_time.h.
-  [[nodiscard]] static host::Date ConvertToDateTime(const std::string& text);
+    // "year-month-day" as the tables have it. Faults on anything else. Dates in SISS messages have forms of their own,
+    // see service/siss_date_time.h.
+    [[nodiscard]] static host::Date ConvertToDateTime(const std::string& text);
 
 private:
-  void LoadImportIndexs();
+    void LoadImportIndexs();
 
-  const host::Clock& m_clock;
-  SISSConfiguration m_configuration;
-  std::optional<SISSImportIndexs> m_importIndexs;
+    const host::Clock& m_clock;
+    SISSConfiguration m_configuration;
+    std::optional<SISSImportIndexs> m_importIndexs;
 };
 
 } // namespace vellumo::environment

@@ -5,33 +5,41 @@
 
 #include <algorithm>
 
-namespace vellumo::environment {
+namespace vellumo::environment
+{
 
-const SISSImportIndex* SISSImportIndexs::Find(std::string_view name) const {
-  const auto entry = std::ranges::find_if(
-      m_entries, [&](const SISSImportIndex& index) { return EqualsIgnoringCase(index.Name, name); });
-  return entry == m_entries.end() ? nullptr : &*entry;
+const SISSImportIndex* SISSImportIndexs::Find(std::string_view name) const
+{
+    const auto entry = std::ranges::find_if(m_entries, [&](const SISSImportIndex& index)
+                                            { return EqualsIgnoringCase(index.Name, name); });
+    return entry == m_entries.end() ? nullptr : &*entry;
 }
 
-void SISSImportIndexs::AddObject(SISSImportIndex index) {
-  if (Find(index.Name) != nullptr) {
-    throw host::Fault("La tabella \"" + index.Name + "\" è già presente nell'indice.");
-  }
-  m_entries.push_back(std::move(index));
+void SISSImportIndexs::AddObject(SISSImportIndex index)
+{
+    if (Find(index.Name) != nullptr)
+    {
+        throw host::Fault("La tabella \"" + index.Name + "\" è già presente nell'indice.");
+    }
+    m_entries.push_back(std::move(index));
 }
 
-const SISSImportIndex& SISSImportIndexs::Item(std::string_view name) const {
-  if (const auto* entry = Find(name)) {
-    return *entry;
-  }
-  throw host::Fault("La tabella \"" + std::string(name) + "\" non è presente nell'indice.");
+const SISSImportIndex& SISSImportIndexs::Item(std::string_view name) const
+{
+    if (const auto* entry = Find(name))
+    {
+        return *entry;
+    }
+    throw host::Fault("La tabella \"" + std::string(name) + "\" non è presente nell'indice.");
 }
 
-const SISSImportIndex& SISSImportIndexs::Item(std::size_t position) const {
-  if (position < 1 || position > m_entries.size()) {
-    throw host::Fault("La posizione richiesta non è presente nell'indice.");
-  }
-  return m_entries[position - 1];
+const SISSImportIndex& SISSImportIndexs::Item(std::size_t position) const
+{
+    if (position < 1 || position > m_entries.size())
+    {
+        throw host::Fault("La posizione richiesta non è presente nell'indice.");
+    }
+    return m_entries[position - 1];
 }
 
 } // namespace vellumo::environment

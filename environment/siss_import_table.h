@@ -11,67 +11,77 @@
 #include <string_view>
 #include <vector>
 
-namespace vellumo::environment {
+namespace vellumo::environment
+{
 
-struct SISSImportTableCol {
-  std::string Name;
-  std::int32_t Index = 0; // position in the header, from 1
+struct SISSImportTableCol
+{
+    std::string Name;
+    std::int32_t Index = 0; // position in the header, from 1
 };
 
 // The columns in header order; names compare without regard to case.
-class SISSImportTableCols {
+class SISSImportTableCols
+{
 public:
-  // Gives the column the next `Index`. Faults when there is a column of that name already.
-  void Add(std::string_view name);
+    // Gives the column the next `Index`. Faults when there is a column of that name already.
+    void Add(std::string_view name);
 
-  [[nodiscard]] std::size_t Count() const noexcept { return m_columns.size(); }
-  // By name, or by position from 1. Faults when there is no such column.
-  [[nodiscard]] const SISSImportTableCol& Item(std::string_view name) const;
-  [[nodiscard]] const SISSImportTableCol& Item(std::size_t position) const;
-  // Null when there is no such column.
-  [[nodiscard]] const SISSImportTableCol* Find(std::string_view name) const;
+    [[nodiscard]] std::size_t Count() const noexcept { return m_columns.size(); }
+    // By name, or by position from 1. Faults when there is no such column.
+    [[nodiscard]] const SISSImportTableCol& Item(std::string_view name) const;
+    [[nodiscard]] const SISSImportTableCol& Item(std::size_t position) const;
+    // Null when there is no such column.
+    [[nodiscard]] const SISSImportTableCol* Find(std::string_view name) const;
 
-  [[nodiscard]] auto begin() const noexcept { return m_columns.begin(); }
-  [[nodiscard]] auto end() const noexcept { return m_columns.end(); }
+    [[nodiscard]] auto begin() const noexcept { return m_columns.begin(); }
+    [[nodiscard]] auto end() const noexcept { return m_columns.end(); }
 
 private:
-  std::vector<SISSImportTableCol> m_columns;
+    std::vector<SISSImportTableCol> m_columns;
 };
 
 // One row; valid as long as its table.
-class SISSImportTableRow {
+class SISSImportTableRow
+{
 public:
-  SISSImportTableRow(const SISSImportTableCols& columns, std::string_view line) : m_columns(columns), m_line(line) {}
+    SISSImportTableRow(const SISSImportTableCols& columns, std::string_view line)
+        : m_columns(columns)
+        , m_line(line)
+    {
+    }
 
-  // The value in UTF-8 as it stands, not trimmed; "" for null, for an unknown column and for a row that is too short.
-  [[nodiscard]] std::string Field(std::string_view name) const;
-  // The same by the column's `Index`, for a caller that reads many rows; 0 reads as "".
-  [[nodiscard]] std::string Field(std::int32_t index) const;
+    // The value in UTF-8 as it stands, not trimmed; "" for null, for an unknown column and for a row that is too short.
+    [[nodiscard]] std::string Field(std::string_view name) const;
+    // The same by the column's `Index`, for a caller that reads many rows; 0 reads as "".
+    [[nodiscard]] std::string Field(std::int32_t index) const;
 
 private:
-  const SISSImportTableCols& m_columns;
-  std::string_view m_line;
+    const SISSImportTableCols& m_columns;
+    std::string_view m_line;
 };
 
-class SISSImportTable {
+class SISSImportTable
+{
 public:
-  // Takes the whole text of a table file (8-bit). Faults when it has no header line or names a column twice.
-  explicit SISSImportTable(std::string bytes);
+    // Takes the whole text of a table file (8-bit). Faults when it has no header line or names a column twice.
+    explicit SISSImportTable(std::string bytes);
 
-  [[nodiscard]] const SISSImportTableCols& Columns() const noexcept { return m_columns; }
-  [[nodiscard]] std::int32_t RowCount() const noexcept { return static_cast<std::int32_t>(m_rows.size()); }
-  // Rows count from 1. Faults outside.
-  [[nodiscard]] SISSImportTableRow Item(std::int32_t position) const;
+    [[nodiscard]] const SISSImportTableCols& Columns() const noexcept { return m_columns; }
+    [[nodiscard]] std::int32_t RowCount() const noexcept { return static_cast<std::int32_t>(m_rows.size()); }
+    // Rows count from 1. Faults outside.
+    [[nodiscard]] SISSImportTableRow Item(std::int32_t position) const;
 
 private:
-  struct Line {
-    std::size_t start;
-    std::size_t length;
-  };
+    struct Line
+    {
+        std::size_t start;
+        std::size_t length;
+    };
 
-  std::string m_bytes;
-  SISSImportTableCols m_columns;
-  std::vector<Line> m_rows;
+    std::string m_bytes;
+    SISSImportTableCols m_columns;
+    std::vector<Line> m_rows;
 };
 
 } // namespace vellumo::environment

@@ -4,13 +4,15 @@
 
 #include <string>
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
-class Bridge {
+class Bridge
+{
 public:
-  virtual ~Bridge() = default;
+    virtual ~Bridge() = default;
 
-  [[nodiscard]] virtual std::string CallSebMethod(const std::string& requestXml) = 0;
+    [[nodiscard]] virtual std::string CallSebMethod(const std::string& requestXml) = 0;
 };
 
 } // namespace vellumo::host

@@ -3,17 +3,20 @@
 
 #include "host/date.h"
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
-class Clock {
+class Clock
+{
 public:
-  virtual ~Clock() = default;
-  [[nodiscard]] virtual Date Now() const = 0;
+    virtual ~Clock() = default;
+    [[nodiscard]] virtual Date Now() const = 0;
 };
 
-class SystemClock final : public Clock {
+class SystemClock final : public Clock
+{
 public:
-  [[nodiscard]] Date Now() const override;
+    [[nodiscard]] Date Now() const override;
 };
 
 } // namespace vellumo::host

@@ -2,26 +2,35 @@
 
 #include "host/fault.h"
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
-Transaction::Transaction(Connection& connection) : m_connection(connection) {
-  PassOver([&] {
-    m_connection.BeginTransaction();
-    m_open = true;
-  });
+Transaction::Transaction(Connection& connection)
+    : m_connection(connection)
+{
+    PassOver(
+        [&]
+        {
+            m_connection.BeginTransaction();
+            m_open = true;
+        });
 }
 
-Transaction::~Transaction() {
-  if (m_open) {
-    PassOver([&] { m_connection.RollbackTransaction(); });
-  }
+Transaction::~Transaction()
+{
+    if (m_open)
+    {
+        PassOver([&] { m_connection.RollbackTransaction(); });
+    }
 }
 
-void Transaction::Commit() {
-  if (m_open) {
-    m_connection.CommitTransaction();
-    m_open = false;
-  }
+void Transaction::Commit()
+{
+    if (m_open)
+    {
+        m_connection.CommitTransaction();
+        m_open = false;
+    }
 }
 
 } // namespace vellumo::host

@@ -9,51 +9,55 @@
 #include <string>
 #include <string_view>
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
 // A forward-only result. It starts on its first row. Closed by its destructor.
-class Recordset {
+class Recordset
+{
 public:
-  virtual ~Recordset() = default;
+    virtual ~Recordset() = default;
 
-  [[nodiscard]] virtual bool IsAtEnd() const = 0;
-  virtual void MoveNext() = 0;
+    [[nodiscard]] virtual bool IsAtEnd() const = 0;
+    virtual void MoveNext() = 0;
 
-  // Columns of the current row; `column` counts from 0, names compare without regard to case. A name that the
-  // result does not have is a fault.
-  [[nodiscard]] virtual std::size_t ColumnCount() const = 0;
-  [[nodiscard]] virtual std::string ColumnName(std::size_t column) const = 0;
-  [[nodiscard]] virtual Value Field(std::size_t column) const = 0;
-  [[nodiscard]] virtual Value Field(std::string_view name) const = 0;
+    // Columns of the current row; `column` counts from 0, names compare without regard to case. A name that the
+    // result does not have is a fault.
+    [[nodiscard]] virtual std::size_t ColumnCount() const = 0;
+    [[nodiscard]] virtual std::string ColumnName(std::size_t column) const = 0;
+    [[nodiscard]] virtual Value Field(std::size_t column) const = 0;
+    [[nodiscard]] virtual Value Field(std::string_view name) const = 0;
 };
 
-class Connection {
+class Connection
+{
 public:
-  virtual ~Connection() = default;
+    virtual ~Connection() = default;
 
-  // Runs a query whose text is complete (no placeholders).
-  [[nodiscard]] virtual std::unique_ptr<Recordset> Open(const std::string& sql) = 0;
+    // Runs a query whose text is complete (no placeholders).
+    [[nodiscard]] virtual std::unique_ptr<Recordset> Open(const std::string& sql) = 0;
 
-  virtual void BeginTransaction() = 0;
-  virtual void CommitTransaction() = 0;
-  virtual void RollbackTransaction() = 0;
+    virtual void BeginTransaction() = 0;
+    virtual void CommitTransaction() = 0;
+    virtual void RollbackTransaction() = 0;
 };
 
 // A group of writes that belongs together. Where the connection can open a transaction the group is stored whole or
 // not at all; where it cannot (the host is inside one of its own already) the writes go out one by one, as part of
 // whatever the host has open. Without `Commit` the destructor takes everything back.
-class Transaction {
+class Transaction
+{
 public:
-  explicit Transaction(Connection& connection);
-  ~Transaction();
-  Transaction(const Transaction&) = delete;
-  Transaction& operator=(const Transaction&) = delete;
+    explicit Transaction(Connection& connection);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
 
-  void Commit();
+    void Commit();
 
 private:
-  Connection& m_connection;
-  bool m_open = false;
+    Connection& m_connection;
+    bool m_open = false;
 };
 
 } // namespace vellumo::host

@@ -9,28 +9,38 @@
 #include <string>
 #include <utility>
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
-class Fault : public std::runtime_error {
+class Fault : public std::runtime_error
+{
 public:
-  // `number` is the error number of the host object that failed (an HRESULT on Windows), 0 for the library's own.
-  explicit Fault(const std::string& description, std::int32_t number = 0)
-      : std::runtime_error(description), m_number(number) {}
+    // `number` is the error number of the host object that failed (an HRESULT on Windows), 0 for the library's own.
+    explicit Fault(const std::string& description, std::int32_t number = 0)
+        : std::runtime_error(description)
+        , m_number(number)
+    {
+    }
 
-  [[nodiscard]] std::string Description() const { return what(); }
-  [[nodiscard]] std::int32_t Number() const noexcept { return m_number; }
+    [[nodiscard]] std::string Description() const { return what(); }
+    [[nodiscard]] std::int32_t Number() const noexcept { return m_number; }
 
 private:
-  std::int32_t m_number;
+    std::int32_t m_number;
 };
 
 // Runs one statement whose failure must not stop the ones after it. One statement each, so that a reader sees
 // exactly what may fail unnoticed.
-template <class Statement> void PassOver(Statement&& statement) noexcept {
-  try {
-    std::forward<Statement>(statement)();
-  } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): going on is the point
-  }
+template <class Statement>
+void PassOver(Statement&& statement) noexcept
+{
+    try
+    {
+        std::forward<Statement>(statement)();
+    }
+    catch (const std::exception&)
+    { // NOLINT(bugprone-empty-catch): going on is the point
+    }
 }
 
 } // namespace vellumo::host

@@ -9,17 +9,19 @@
 #include <cstdint>
 #include <memory>
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
-struct HostServices {
-  std::shared_ptr<Connection> connection;
-  std::shared_ptr<LockSrv> lockSrv;
-  std::shared_ptr<Utils> utils;
-  std::int32_t studio = 0;
+struct HostServices
+{
+    std::shared_ptr<Connection> connection;
+    std::shared_ptr<LockSrv> lockSrv;
+    std::shared_ptr<Utils> utils;
+    std::int32_t studio = 0;
 
-  [[nodiscard]] Connection& RequireConnection() const;
-  [[nodiscard]] LockSrv& RequireLockSrv() const;
-  [[nodiscard]] Utils& RequireUtils() const;
+    [[nodiscard]] Connection& RequireConnection() const;
+    [[nodiscard]] LockSrv& RequireLockSrv() const;
+    [[nodiscard]] Utils& RequireUtils() const;
 };
 
 } // namespace vellumo::host

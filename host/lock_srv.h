@@ -3,14 +3,16 @@
 
 #include <cstdint>
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
-class LockSrv {
+class LockSrv
+{
 public:
-  virtual ~LockSrv() = default;
+    virtual ~LockSrv() = default;
 
-  // Identifier of the user logged on to the host (`IDUtente`). Faults when the host cannot tell.
-  [[nodiscard]] virtual std::int32_t UserId() = 0;
+    // Identifier of the user logged on to the host (`IDUtente`). Faults when the host cannot tell.
+    [[nodiscard]] virtual std::int32_t UserId() = 0;
 };
 
 } // namespace vellumo::host

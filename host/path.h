@@ -5,7 +5,8 @@
 #include <filesystem>
 #include <string_view>
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
 // Defined by the platform.
 [[nodiscard]] std::filesystem::path NativePath(std::string_view windowsPath);

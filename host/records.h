@@ -9,49 +9,58 @@
 #include <memory>
 #include <string_view>
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
-class Record {
+class Record
+{
 public:
-  virtual ~Record() = default;
+    virtual ~Record() = default;
 
-  // False when there is no row with this identifier.
-  [[nodiscard]] virtual bool Load(std::int32_t id) = 0;
-  // Starts a row that `Save` will insert.
-  virtual void StartNew() = 0;
+    // False when there is no row with this identifier.
+    [[nodiscard]] virtual bool Load(std::int32_t id) = 0;
+    // Starts a row that `Save` will insert.
+    virtual void StartNew() = 0;
 
-  [[nodiscard]] virtual Value Get(std::string_view column) const = 0;
-  virtual void Set(std::string_view column, const Value& value) = 0;
+    [[nodiscard]] virtual Value Get(std::string_view column) const = 0;
+    virtual void Set(std::string_view column, const Value& value) = 0;
 
-  // False when the host refused to save.
-  [[nodiscard]] virtual bool Save() = 0;
+    // False when the host refused to save.
+    [[nodiscard]] virtual bool Save() = 0;
 
-  // Identifier of the row; of a new one, after `Save`.
-  [[nodiscard]] virtual std::int32_t Id() const = 0;
+    // Identifier of the row; of a new one, after `Save`.
+    [[nodiscard]] virtual std::int32_t Id() const = 0;
 };
 
 // The practice's settings.
-class PracticeSettings {
+class PracticeSettings
+{
 public:
-  virtual ~PracticeSettings() = default;
+    virtual ~PracticeSettings() = default;
 
-  // False when the practice has no settings.
-  [[nodiscard]] virtual bool Load(std::int32_t studio) = 0;
-  [[nodiscard]] virtual Value Get(std::string_view name) const = 0;
+    // False when the practice has no settings.
+    [[nodiscard]] virtual bool Load(std::int32_t studio) = 0;
+    [[nodiscard]] virtual Value Get(std::string_view name) const = 0;
 };
 
 struct HostServices;
 
-enum class RecordKind { Patient, Asl, Specialist };
+enum class RecordKind
+{
+    Patient,
+    Asl,
+    Specialist
+};
 
 // Creates the host's objects and hands each one the connection, lock service and, where its class wants it, the
 // practice that the host gave to the provider.
-class HostObjects {
+class HostObjects
+{
 public:
-  virtual ~HostObjects() = default;
+    virtual ~HostObjects() = default;
 
-  [[nodiscard]] virtual std::unique_ptr<Record> CreateRecord(RecordKind kind, const HostServices& services) = 0;
-  [[nodiscard]] virtual std::unique_ptr<PracticeSettings> CreateSettings(const HostServices& services) = 0;
+    [[nodiscard]] virtual std::unique_ptr<Record> CreateRecord(RecordKind kind, const HostServices& services) = 0;
+    [[nodiscard]] virtual std::unique_ptr<PracticeSettings> CreateSettings(const HostServices& services) = 0;
 };
 
 } // namespace vellumo::host

@@ -6,18 +6,20 @@
 #include <string>
 #include <string_view>
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
-class SettingsStore {
+class SettingsStore
+{
 public:
-  virtual ~SettingsStore() = default;
+    virtual ~SettingsStore() = default;
 
-  // Text values; empty when key or value is missing, is no text, or is longer than 255 characters.
-  [[nodiscard]] virtual std::optional<std::string> ReadMachineText(std::string_view key, std::string_view name) = 0;
-  [[nodiscard]] virtual std::optional<std::string> ReadUserText(std::string_view key, std::string_view name) = 0;
+    // Text values; empty when key or value is missing, is no text, or is longer than 255 characters.
+    [[nodiscard]] virtual std::optional<std::string> ReadMachineText(std::string_view key, std::string_view name) = 0;
+    [[nodiscard]] virtual std::optional<std::string> ReadUserText(std::string_view key, std::string_view name) = 0;
 
-  // Writes a text value (REG_SZ). Faults when the key cannot be opened for writing.
-  virtual void WriteMachineText(std::string_view key, std::string_view name, std::string_view text) = 0;
+    // Writes a text value (REG_SZ). Faults when the key cannot be opened for writing.
+    virtual void WriteMachineText(std::string_view key, std::string_view name, std::string_view text) = 0;
 };
 
 } // namespace vellumo::host

@@ -2,15 +2,18 @@
 
 #include <ctime>
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
-Date SystemClock::Now() const {
-  const std::time_t now = std::time(nullptr);
-  // The library runs on the host's one thread, so the shared result of localtime is safe.
-  const std::tm local = *std::localtime(&now); // NOLINT(concurrency-mt-unsafe)
-  const int second = local.tm_sec < 60 ? local.tm_sec : 59; // a leap second counts as the one before it
-  return Date::FromCalendar(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, second)
-      .value_or(Date());
+Date SystemClock::Now() const
+{
+    const std::time_t now = std::time(nullptr);
+    // The library runs on the host's one thread, so the shared result of localtime is safe.
+    const std::tm local = *std::localtime(&now);              // NOLINT(concurrency-mt-unsafe)
+    const int second = local.tm_sec < 60 ? local.tm_sec : 59; // a leap second counts as the one before it
+    return Date::FromCalendar(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min,
+                              second)
+        .value_or(Date());
 }
 
 } // namespace vellumo::host

@@ -12,45 +12,48 @@
 #include <string>
 #include <vector>
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
 using Parameters = std::vector<Value>;
 
-struct ColumnValue {
-  std::string column;
-  Value value;
+struct ColumnValue
+{
+    std::string column;
+    Value value;
 };
 
-class Utils {
+class Utils
+{
 public:
-  virtual ~Utils() = default;
+    virtual ~Utils() = default;
 
-  // First column of the first row; null when there is no row.
-  [[nodiscard]] virtual Value SingleValue(const std::string& sql, const Parameters& parameters) = 0;
+    // First column of the first row; null when there is no row.
+    [[nodiscard]] virtual Value SingleValue(const std::string& sql, const Parameters& parameters) = 0;
 
-  [[nodiscard]] virtual std::unique_ptr<Recordset> OpenRecordset(const std::string& sql,
-                                                                 const Parameters& parameters) = 0;
+    [[nodiscard]] virtual std::unique_ptr<Recordset> OpenRecordset(const std::string& sql,
+                                                                   const Parameters& parameters) = 0;
 
-  // Value of `keyColumn` in the row of `table` that meets `condition`; null when there is none.
-  [[nodiscard]] virtual Value FindKey(const std::string& table, const std::string& keyColumn,
-                                      const std::string& condition, const Parameters& parameters) = 0;
+    // Value of `keyColumn` in the row of `table` that meets `condition`; null when there is none.
+    [[nodiscard]] virtual Value FindKey(const std::string& table, const std::string& keyColumn,
+                                        const std::string& condition, const Parameters& parameters) = 0;
 
-  virtual void Execute(const std::string& sql, const Parameters& parameters) = 0;
+    virtual void Execute(const std::string& sql, const Parameters& parameters) = 0;
 
-  // Updates the row of `table` whose `keyColumn` is `key`, or inserts a new one when `key` is null. Answers the key
-  // of the row written.
-  virtual Value WriteRow(const std::string& table, const std::string& keyColumn, const Value& key,
-                         const std::vector<ColumnValue>& columns) = 0;
+    // Updates the row of `table` whose `keyColumn` is `key`, or inserts a new one when `key` is null. Answers the key
+    // of the row written.
+    virtual Value WriteRow(const std::string& table, const std::string& keyColumn, const Value& key,
+                           const std::vector<ColumnValue>& columns) = 0;
 
-  // The date that the host keeps for a regional table.
-  [[nodiscard]] virtual Value TableDate(const std::string& table) = 0;
-  virtual void StoreTableDate(const std::string& table, Date date, std::int32_t user) = 0;
+    // The date that the host keeps for a regional table.
+    [[nodiscard]] virtual Value TableDate(const std::string& table) = 0;
+    virtual void StoreTableDate(const std::string& table, Date date, std::int32_t user) = 0;
 
-  // Records one line about a failed SISS service in the host's own journal.
-  virtual void RecordServiceError(const std::string& line) = 0;
+    // Records one line about a failed SISS service in the host's own journal.
+    virtual void RecordServiceError(const std::string& line) = 0;
 
-  // The host's reading of a settings value as a Boolean.
-  [[nodiscard]] virtual bool ToBoolean(const Value& value) = 0;
+    // The host's reading of a settings value as a Boolean.
+    [[nodiscard]] virtual bool ToBoolean(const Value& value) = 0;
 };
 
 } // namespace vellumo::host

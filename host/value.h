@@ -9,48 +9,74 @@
 #include <string_view>
 #include <variant>
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
-class Value {
+class Value
+{
 public:
-  Value() = default;
-  Value(bool value) : m_value(value) {}
-  Value(std::int32_t value) : m_value(value) {}
-  Value(std::int64_t value) : m_value(value) {}
-  Value(double value) : m_value(value) {}
-  Value(Date value) : m_value(value) {}
-  Value(std::string value) : m_value(std::move(value)) {}
-  Value(std::string_view value) : m_value(std::string(value)) {}
-  Value(const char* value) : m_value(std::string(value)) {}
+    Value() = default;
+    Value(bool value)
+        : m_value(value)
+    {
+    }
+    Value(std::int32_t value)
+        : m_value(value)
+    {
+    }
+    Value(std::int64_t value)
+        : m_value(value)
+    {
+    }
+    Value(double value)
+        : m_value(value)
+    {
+    }
+    Value(Date value)
+        : m_value(value)
+    {
+    }
+    Value(std::string value)
+        : m_value(std::move(value))
+    {
+    }
+    Value(std::string_view value)
+        : m_value(std::string(value))
+    {
+    }
+    Value(const char* value)
+        : m_value(std::string(value))
+    {
+    }
 
-  // A date for a database column: the zero date is stored as NULL.
-  [[nodiscard]] static Value DateOrNull(Date date);
+    // A date for a database column: the zero date is stored as NULL.
+    [[nodiscard]] static Value DateOrNull(Date date);
 
-  [[nodiscard]] bool IsNull() const noexcept { return std::holds_alternative<std::monostate>(m_value); }
+    [[nodiscard]] bool IsNull() const noexcept { return std::holds_alternative<std::monostate>(m_value); }
 
-  // Text in UTF-8, as it goes into a SISS message: null "", whole numbers in decimal, doubles with "." in their
-  // shortest exact form, dates as `Date::ToSissText`, Booleans "True"/"False". Never faults.
-  [[nodiscard]] std::string ToText() const;
+    // Text in UTF-8, as it goes into a SISS message: null "", whole numbers in decimal, doubles with "." in their
+    // shortest exact form, dates as `Date::ToSissText`, Booleans "True"/"False". Never faults.
+    [[nodiscard]] std::string ToText() const;
 
-  // Whole number: null 0, True -1, doubles and numeric texts rounded half to even. Faults on a text that is no
-  // number and on what does not fit into 32 bits.
-  [[nodiscard]] std::int32_t ToInteger() const;
+    // Whole number: null 0, True -1, doubles and numeric texts rounded half to even. Faults on a text that is no
+    // number and on what does not fit into 32 bits.
+    [[nodiscard]] std::int32_t ToInteger() const;
 
-  // Null False, numbers "not 0", texts "True"/"False" in any case or a number. Faults on any other text.
-  [[nodiscard]] bool ToBoolean() const;
+    // Null False, numbers "not 0", texts "True"/"False" in any case or a number. Faults on any other text.
+    [[nodiscard]] bool ToBoolean() const;
 
-  // Null and "" the zero date; numbers are OLE dates; texts "yyyy-mm-dd" with or without " hh:mm:ss" (database
-  // form). Faults on any other text.
-  [[nodiscard]] Date ToDate() const;
+    // Null and "" the zero date; numbers are OLE dates; texts "yyyy-mm-dd" with or without " hh:mm:ss" (database
+    // form). Faults on any other text.
+    [[nodiscard]] Date ToDate() const;
 
-  // For the edges, which convert alternative by alternative.
-  using Storage = std::variant<std::monostate, bool, std::int32_t, std::int64_t, double, Date, std::string>;
-  [[nodiscard]] const Storage& Get() const noexcept { return m_value; }
+    // For the edges, which convert alternative by alternative.
+    using Storage = std::variant<std::monostate, bool, std::int32_t, std::int64_t, double, Date, std::string>;
+    [[nodiscard]] const Storage& Get() const noexcept { return m_value; }
 
-  bool operator==(const Value&) const = default;
+    bool operator==(const Value&) const = default;
 
 private:
-  Storage m_value;
+    Storage m_value;
 };
 
 } // namespace vellumo::host

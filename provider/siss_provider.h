@@ -16,41 +16,44 @@
 #include <cstdint>
 #include <memory>
 
-namespace vellumo::provider {
+namespace vellumo::provider
+{
 
 // The platform's parts that a provider works with; the provider owns them.
-struct Surroundings {
-  std::unique_ptr<host::Bridge> bridge;
-  std::unique_ptr<host::HostObjects> objects;
-  std::unique_ptr<host::SettingsStore> settings;
-  std::unique_ptr<host::Clock> clock;
-  std::unique_ptr<ui::Desktop> desktop;
+struct Surroundings
+{
+    std::unique_ptr<host::Bridge> bridge;
+    std::unique_ptr<host::HostObjects> objects;
+    std::unique_ptr<host::SettingsStore> settings;
+    std::unique_ptr<host::Clock> clock;
+    std::unique_ptr<ui::Desktop> desktop;
 };
 
-class SISSProvider {
+class SISSProvider
+{
 public:
-  // Reads the bridge's configuration file; nothing here faults once the surroundings are there.
-  explicit SISSProvider(Surroundings surroundings);
-  ~SISSProvider();
-  SISSProvider(const SISSProvider&) = delete;
-  SISSProvider& operator=(const SISSProvider&) = delete;
+    // Reads the bridge's configuration file; nothing here faults once the surroundings are there.
+    explicit SISSProvider(Surroundings surroundings);
+    ~SISSProvider();
+    SISSProvider(const SISSProvider&) = delete;
+    SISSProvider& operator=(const SISSProvider&) = delete;
 
-  // What the host hands over; set at any time, in any order.
-  [[nodiscard]] host::HostServices& Services() noexcept;
+    // What the host hands over; set at any time, in any order.
+    [[nodiscard]] host::HostServices& Services() noexcept;
 
-  // Answers the local identifier of the citizen identified on SISS, 0 when there is none. `idPaziente` null: a fresh
-  // search. `gestito` True: the host takes the identifier as it stands; False: it goes on with its own handling.
-  std::int32_t IdentificaPaziente(const host::Value& idPaziente, bool& gestito);
+    // Answers the local identifier of the citizen identified on SISS, 0 when there is none. `idPaziente` null: a fresh
+    // search. `gestito` True: the host takes the identifier as it stands; False: it goes on with its own handling.
+    std::int32_t IdentificaPaziente(const host::Value& idPaziente, bool& gestito);
 
-  [[nodiscard]] bool IsActive() const noexcept;
-  // Always True: nothing is sent and nothing is shown.
-  [[nodiscard]] static bool VerificaPaziente(const host::Value& idPaziente) noexcept;
-  // True when the user logged on is practice staff, not a doctor; False also when that cannot be found out.
-  [[nodiscard]] bool IsPersonaleStudio() noexcept;
+    [[nodiscard]] bool IsActive() const noexcept;
+    // Always True: nothing is sent and nothing is shown.
+    [[nodiscard]] static bool VerificaPaziente(const host::Value& idPaziente) noexcept;
+    // True when the user logged on is practice staff, not a doctor; False also when that cannot be found out.
+    [[nodiscard]] bool IsPersonaleStudio() noexcept;
 
 private:
-  struct Parts;
-  std::unique_ptr<Parts> m_parts;
+    struct Parts;
+    std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace vellumo::provider

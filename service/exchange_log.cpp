@@ -8,67 +8,87 @@
 #include <array>
 #include <cstdio>
 
-namespace vellumo::service {
-namespace {
+namespace vellumo::service
+{
+namespace
+{
 
-std::string Stamp(host::Date now) {
-  const auto calendar = now.ToCalendar();
-  std::array<char, 80> text{};
-  std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d.%02d.%02d", calendar.year, calendar.month, calendar.day,
-                calendar.hour, calendar.minute, calendar.second);
-  return text.data();
+std::string Stamp(host::Date now)
+{
+    const auto calendar = now.ToCalendar();
+    std::array<char, 80> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d.%02d.%02d", calendar.year, calendar.month,
+                  calendar.day, calendar.hour, calendar.minute, calendar.second);
+    return text.data();
 }
 
 } // namespace
 
 ExchangeLog::ExchangeLog(const host::HostServices& services, host::HostObjects& objects, host::SettingsStore& settings,
                          const host::Clock& clock)
-    : m_services(services), m_objects(objects), m_settings(settings), m_clock(clock) {}
-
-bool ExchangeLog::IsEnabled() const noexcept {
-  bool enabled = false;
-  host::PassOver([&] {
-    const auto settings = m_objects.CreateSettings(m_services);
-    host::Utils& utils = m_services.RequireUtils();
-    enabled = settings->Load(m_services.studio) && utils.ToBoolean(settings->Get("CCEAbilitato")) &&
-              utils.ToBoolean(settings->Get("CCEAbilitaLog"));
-  });
-  return enabled;
+    : m_services(services)
+    , m_objects(objects)
+    , m_settings(settings)
+    , m_clock(clock)
+{
 }
 
-void ExchangeLog::Prepare() noexcept {
-  if (!IsEnabled()) {
-    return;
-  }
-  m_folder.clear();
-  host::PassOver([&] {
-    using environment::JoinPath;
-    const std::string log = JoinPath(JoinPath(environment::HostProgramFolder(m_settings), "SISS"), "Log");
-    const std::string folder = JoinPath(log, Stamp(m_clock.Now()));
-    if (environment::CreateFolder(log) && environment::CreateFolder(folder)) {
-      m_folder = folder;
+bool ExchangeLog::IsEnabled() const noexcept
+{
+    bool enabled = false;
+    host::PassOver(
+        [&]
+        {
+            const auto settings = m_objects.CreateSettings(m_services);
+            host::Utils& utils = m_services.RequireUtils();
+            enabled = settings->Load(m_services.studio) && utils.ToBoolean(settings->Get("CCEAbilitato")) &&
+                      utils.ToBoolean(settings->Get("CCEAbilitaLog"));
+        });
+    return enabled;
+}
+
+void ExchangeLog::Prepare() noexcept
+{
+    if (!IsEnabled())
+    {
+        return;
     }
-  });
+    m_folder.clear();
+    host::PassOver(
+        [&]
+        {
+            using environment::JoinPath;
+            const std::string log = JoinPath(JoinPath(environment::HostProgramFolder(m_settings), "SISS"), "Log");
+            const std::string folder = JoinPath(log, Stamp(m_clock.Now()));
+            if (environment::CreateFolder(log) && environment::CreateFolder(folder))
+            {
+                m_folder = folder;
+            }
+        });
 }
 
-void ExchangeLog::Write(const ServiceRequest& request, const ServiceResponse* response) noexcept {
-  if (m_folder.empty() || !IsEnabled() || !environment::FolderExists(m_folder)) {
-    return;
-  }
-  ++m_counter;
-  host::PassOver([&] { WritePart("Richiesta", request, request.ToString()); });
-  host::PassOver([&] { WritePart("Risposta", request, response == nullptr ? std::string() : response->Output); });
+void ExchangeLog::Write(const ServiceRequest& request, const ServiceResponse* response) noexcept
+{
+    if (m_folder.empty() || !IsEnabled() || !environment::FolderExists(m_folder))
+    {
+        return;
+    }
+    ++m_counter;
+    host::PassOver([&] { WritePart("Richiesta", request, request.ToString()); });
+    host::PassOver([&] { WritePart("Risposta", request, response == nullptr ? std::string() : response->Output); });
 }
 
-bool ExchangeLog::End() noexcept {
-  static_cast<void>(IsEnabled());
-  return false;
+bool ExchangeLog::End() noexcept
+{
+    static_cast<void>(IsEnabled());
+    return false;
 }
 
-void ExchangeLog::WritePart(std::string_view part, const ServiceRequest& request, std::string_view text) const {
-  std::string name = std::to_string(m_counter);
-  name.append(" - ").append(part).append(" ").append(request.Name());
-  environment::WriteFile(environment::JoinPath(m_folder, name), environment::ToAnsi(text));
+void ExchangeLog::WritePart(std::string_view part, const ServiceRequest& request, std::string_view text) const
+{
+    std::string name = std::to_string(m_counter);
+    name.append(" - ").append(part).append(" ").append(request.Name());
+    environment::WriteFile(environment::JoinPath(m_folder, name), environment::ToAnsi(text));
 }
 
 } // namespace vellumo::service

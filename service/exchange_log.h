@@ -17,35 +17,37 @@
 #include <string>
 #include <string_view>
 
-namespace vellumo::service {
+namespace vellumo::service
+{
 
-class ExchangeLog {
+class ExchangeLog
+{
 public:
-  ExchangeLog(const host::HostServices& services, host::HostObjects& objects, host::SettingsStore& settings,
-              const host::Clock& clock);
+    ExchangeLog(const host::HostServices& services, host::HostObjects& objects, host::SettingsStore& settings,
+                const host::Clock& clock);
 
-  // What the practice's settings say now; False when they cannot be read.
-  [[nodiscard]] bool IsEnabled() const noexcept;
+    // What the practice's settings say now; False when they cannot be read.
+    [[nodiscard]] bool IsEnabled() const noexcept;
 
-  // Makes the folder of the operation that starts now. The folder SISS must be there already. With logging off it
-  // does nothing at all.
-  void Prepare() noexcept;
+    // Makes the folder of the operation that starts now. The folder SISS must be there already. With logging off it
+    // does nothing at all.
+    void Prepare() noexcept;
 
-  // Writes one call's pair of files into the folder prepared last. `response` null: the reply file is empty.
-  void Write(const ServiceRequest& request, const ServiceResponse* response) noexcept;
+    // Writes one call's pair of files into the folder prepared last. `response` null: the reply file is empty.
+    void Write(const ServiceRequest& request, const ServiceResponse* response) noexcept;
 
-  // Called at the end of an operation; hosts rely on its answer being False whatever the settings say.
-  bool End() noexcept; // NOLINT(modernize-use-nodiscard): callers ignore it on purpose
+    // Called at the end of an operation; hosts rely on its answer being False whatever the settings say.
+    bool End() noexcept; // NOLINT(modernize-use-nodiscard): callers ignore it on purpose
 
 private:
-  void WritePart(std::string_view part, const ServiceRequest& request, std::string_view text) const;
+    void WritePart(std::string_view part, const ServiceRequest& request, std::string_view text) const;
 
-  const host::HostServices& m_services;
-  host::HostObjects& m_objects;
-  host::SettingsStore& m_settings;
-  const host::Clock& m_clock;
-  std::string m_folder;
-  std::int32_t m_counter = 0;
+    const host::HostServices& m_services;
+    host::HostObjects& m_objects;
+    host::SettingsStore& m_settings;
+    const host::Clock& m_clock;
+    std::string m_folder;
+    std::int32_t m_counter = 0;
 };
 
 } // namespace vellumo::service

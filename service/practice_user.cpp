@@ -4,19 +4,22 @@
 
 #include <string>
 
-namespace vellumo::service {
+namespace vellumo::service
+{
 
-bool IsPracticeStaff(const host::HostServices& services) {
-  const auto user = services.RequireLockSrv().UserId();
-  const auto rows = services.RequireConnection().Open(std::string("SELECT IDSpecialista FROM Specialista ") +
-                                                      "WHERE IDUtente = " + std::to_string(user));
-  return rows->IsAtEnd();
+bool IsPracticeStaff(const host::HostServices& services)
+{
+    const auto user = services.RequireLockSrv().UserId();
+    const auto rows = services.RequireConnection().Open(std::string("SELECT IDSpecialista FROM Specialista ") +
+                                                        "WHERE IDUtente = " + std::to_string(user));
+    return rows->IsAtEnd();
 }
 
-bool IsPersonaleStudio(const host::HostServices& services) noexcept {
-  bool staff = false;
-  host::PassOver([&] { staff = IsPracticeStaff(services); });
-  return staff;
+bool IsPersonaleStudio(const host::HostServices& services) noexcept
+{
+    bool staff = false;
+    host::PassOver([&] { staff = IsPracticeStaff(services); });
+    return staff;
 }
 
 } // namespace vellumo::service

@@ -3,7 +3,8 @@
 
 #include "host/host_services.h"
 
-namespace vellumo::service {
+namespace vellumo::service
+{
 
 // Faults when the host or its database does.
 [[nodiscard]] bool IsPracticeStaff(const host::HostServices& services);

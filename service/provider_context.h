@@ -10,17 +10,19 @@
 #include "service/service_sender.h"
 #include "ui/desktop.h"
 
-namespace vellumo::service {
+namespace vellumo::service
+{
 
-struct ProviderContext {
-  const host::HostServices& services;
-  host::HostObjects& objects;
-  const host::Clock& clock;
-  ui::Desktop& desktop;
-  environment::SISSEnvironment& environment;
-  const ServiceFactory& factory;
-  ServiceSender& sender;
-  ExchangeLog& log;
+struct ProviderContext
+{
+    const host::HostServices& services;
+    host::HostObjects& objects;
+    const host::Clock& clock;
+    ui::Desktop& desktop;
+    environment::SISSEnvironment& environment;
+    const ServiceFactory& factory;
+    ServiceSender& sender;
+    ExchangeLog& log;
 };
 
 } // namespace vellumo::service

@@ -5,14 +5,17 @@
 
 #include <array>
 
-namespace vellumo::service {
-namespace {
+namespace vellumo::service
+{
+namespace
+{
 
-struct RequestRow {
-  const char* name;
-  const char* templateFile;
-  const char* operation; // element below the body; the request's header
-  const char* data;      // element path below the operation
+struct RequestRow
+{
+    const char* name;
+    const char* templateFile;
+    const char* operation; // element below the body; the request's header
+    const char* data;      // element path below the operation
 };
 
 // Indexed by RequestTypes. Rectifying and cancelling certificates have no row: SISS offers no such service yet.
@@ -37,35 +40,44 @@ constexpr std::string_view bodyPath = "/SOAP-ENV:Envelope/SOAP-ENV:Body/";
 
 } // namespace
 
-ServiceFactory::ServiceFactory(host::SettingsStore& settings) : m_settings(settings) {}
-
-std::string ServiceFactory::PathOf(std::string_view folder, std::string_view fileName) const {
-  const std::string root = environment::JoinPath(environment::HostProgramFolder(m_settings), "SISS");
-  return environment::JoinPath(environment::JoinPath(root, folder), fileName);
+ServiceFactory::ServiceFactory(host::SettingsStore& settings)
+    : m_settings(settings)
+{
 }
 
-std::optional<ServiceRequest> ServiceFactory::GetRequest(RequestTypes requestType) const {
-  if (requestType < 0 || static_cast<std::size_t>(requestType) >= requests.size()) {
-    return std::nullopt;
-  }
-  const RequestRow& row = requests.at(static_cast<std::size_t>(requestType));
-  const std::string path = PathOf("Templates", row.templateFile);
-  if (!environment::FileExists(path)) {
-    return std::nullopt;
-  }
-  const std::string header = std::string(bodyPath) + row.operation;
-  const std::string text = environment::ReadFile(path).value_or(std::string());
-  return ServiceRequest(row.name, header + "/" + row.data, header,
-                        xml::Document::FromText(text).value_or(xml::Document()));
+std::string ServiceFactory::PathOf(std::string_view folder, std::string_view fileName) const
+{
+    const std::string root = environment::JoinPath(environment::HostProgramFolder(m_settings), "SISS");
+    return environment::JoinPath(environment::JoinPath(root, folder), fileName);
 }
 
-std::shared_ptr<ServiceResponse> ServiceFactory::GetTestResponse(RequestTypes requestType) const {
-  if (requestType != rtIdentificaCittadino) {
-    return nullptr;
-  }
-  const auto text = environment::ReadFile(PathOf("Tests", "identificaCittadino.test"));
-  const auto document = xml::Document::FromText(text.value_or(std::string()));
-  return document ? GetResponse(document->Xml()) : nullptr;
+std::optional<ServiceRequest> ServiceFactory::GetRequest(RequestTypes requestType) const
+{
+    if (requestType < 0 || static_cast<std::size_t>(requestType) >= requests.size())
+    {
+        return std::nullopt;
+    }
+    const RequestRow& row = requests.at(static_cast<std::size_t>(requestType));
+    const std::string path = PathOf("Templates", row.templateFile);
+    if (!environment::FileExists(path))
+    {
+        return std::nullopt;
+    }
+    const std::string header = std::string(bodyPath) + row.operation;
+    const std::string text = environment::ReadFile(path).value_or(std::string());
+    return ServiceRequest(row.name, header + "/" + row.data, header,
+                          xml::Document::FromText(text).value_or(xml::Document()));
+}
+
+std::shared_ptr<ServiceResponse> ServiceFactory::GetTestResponse(RequestTypes requestType) const
+{
+    if (requestType != rtIdentificaCittadino)
+    {
+        return nullptr;
+    }
+    const auto text = environment::ReadFile(PathOf("Tests", "identificaCittadino.test"));
+    const auto document = xml::Document::FromText(text.value_or(std::string()));
+    return document ? GetResponse(document->Xml()) : nullptr;
 }
 
 } // namespace vellumo::service

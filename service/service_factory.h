@@ -14,33 +14,35 @@
 #include <string>
 #include <string_view>
 
-namespace vellumo::service {
+namespace vellumo::service
+{
 
-class ServiceFactory {
+class ServiceFactory
+{
 public:
-  explicit ServiceFactory(host::SettingsStore& settings);
-  virtual ~ServiceFactory() = default;
+    explicit ServiceFactory(host::SettingsStore& settings);
+    virtual ~ServiceFactory() = default;
 
-  // Loads the type's template from the folder SISS\Templates below the host program's. Empty for a type without a
-  // template of its own and for a template file that is missing; one that is not XML gives a request without nodes.
-  [[nodiscard]] virtual std::optional<ServiceRequest> GetRequest(RequestTypes requestType) const;
+    // Loads the type's template from the folder SISS\Templates below the host program's. Empty for a type without a
+    // template of its own and for a template file that is missing; one that is not XML gives a request without nodes.
+    [[nodiscard]] virtual std::optional<ServiceRequest> GetRequest(RequestTypes requestType) const;
 
-  // A canned reply from SISS\Tests, for rtIdentificaCittadino only. Null when there is none.
-  [[nodiscard]] std::shared_ptr<ServiceResponse> GetTestResponse(RequestTypes requestType) const;
+    // A canned reply from SISS\Tests, for rtIdentificaCittadino only. Null when there is none.
+    [[nodiscard]] std::shared_ptr<ServiceResponse> GetTestResponse(RequestTypes requestType) const;
 
-  // Null for well-formed XML without the node that says how the call ended. Every other text gives a response: one
-  // that is no XML fails with code "SEBCONT0001" and the text as message, which is how the bridge reports its errors.
-  [[nodiscard]] std::shared_ptr<ServiceResponse> GetResponse(const std::string& xmlStream) const;
+    // Null for well-formed XML without the node that says how the call ended. Every other text gives a response: one
+    // that is no XML fails with code "SEBCONT0001" and the text as message, which is how the bridge reports its errors.
+    [[nodiscard]] std::shared_ptr<ServiceResponse> GetResponse(const std::string& xmlStream) const;
 
-  // From a `warning`, an `eccezione`, and a node that carries `codiceErrore` (`esitoNegativo`).
-  [[nodiscard]] static std::shared_ptr<ServiceException> GetWarning(const xml::Node& node);
-  [[nodiscard]] static std::shared_ptr<ServiceException> GetException(const xml::Node& node);
-  [[nodiscard]] static std::shared_ptr<ServiceException> ParseServiceException(const xml::Node& node);
+    // From a `warning`, an `eccezione`, and a node that carries `codiceErrore` (`esitoNegativo`).
+    [[nodiscard]] static std::shared_ptr<ServiceException> GetWarning(const xml::Node& node);
+    [[nodiscard]] static std::shared_ptr<ServiceException> GetException(const xml::Node& node);
+    [[nodiscard]] static std::shared_ptr<ServiceException> ParseServiceException(const xml::Node& node);
 
 private:
-  [[nodiscard]] std::string PathOf(std::string_view folder, std::string_view fileName) const;
+    [[nodiscard]] std::string PathOf(std::string_view folder, std::string_view fileName) const;
 
-  host::SettingsStore& m_settings;
+    host::SettingsStore& m_settings;
 };
 
 } // namespace vellumo::service

@@ -4,33 +4,41 @@
 
 #include <string>
 
-namespace vellumo::service {
-namespace {
+namespace vellumo::service
+{
+namespace
+{
 
-std::string Describe(const ServiceException& detail) {
-  return detail.Message + " ( err : " + detail.Code + " )\r\n" + "Campo " + detail.Field + " : " + detail.FieldMessage +
-         " ( err : " + detail.FieldCode + " )";
+std::string Describe(const ServiceException& detail)
+{
+    return detail.Message + " ( err : " + detail.Code + " )\r\n" + "Campo " + detail.Field + " : " +
+           detail.FieldMessage + " ( err : " + detail.FieldCode + " )";
 }
 
 } // namespace
 
-void ReportServiceFailure(const ServiceResponse& response, const host::HostServices& services, ui::Desktop& desktop) {
-  const ServiceException* main = response.FailedResult.get();
-  if (main != nullptr) {
-    host::PassOver([&] { services.RequireUtils().RecordServiceError("(" + main->Code + ") " + main->Message); });
-  }
-  ShowServiceError(main, response.Exceptions, desktop);
+void ReportServiceFailure(const ServiceResponse& response, const host::HostServices& services, ui::Desktop& desktop)
+{
+    const ServiceException* main = response.FailedResult.get();
+    if (main != nullptr)
+    {
+        host::PassOver([&] { services.RequireUtils().RecordServiceError("(" + main->Code + ") " + main->Message); });
+    }
+    ShowServiceError(main, response.Exceptions, desktop);
 }
 
-void ShowServiceError(const ServiceException* main, const ServiceExceptions& details, ui::Desktop& desktop) {
-  if (main == nullptr) {
-    return;
-  }
-  std::string text = main->Message + "\r\nIl codice di errore restituito è " + main->Code;
-  if (details.Count() > 0) {
-    text += "\r\n\r\nDETTAGLI\r\n" + Describe(*details.Item(details.Count()));
-  }
-  desktop.Show({text, "Errore!!", ui::Icon::Critical, ui::Buttons::Ok});
+void ShowServiceError(const ServiceException* main, const ServiceExceptions& details, ui::Desktop& desktop)
+{
+    if (main == nullptr)
+    {
+        return;
+    }
+    std::string text = main->Message + "\r\nIl codice di errore restituito è " + main->Code;
+    if (details.Count() > 0)
+    {
+        text += "\r\n\r\nDETTAGLI\r\n" + Describe(*details.Item(details.Count()));
+    }
+    desktop.Show({text, "Errore!!", ui::Icon::Critical, ui::Buttons::Ok});
 }
 
 } // namespace vellumo::service

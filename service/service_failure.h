@@ -5,7 +5,8 @@
 #include "service/service_response.h"
 #include "ui/desktop.h"
 
-namespace vellumo::service {
+namespace vellumo::service
+{
 
 // Records "(code) message" with the host and shows the error. A failure without a main exception is neither recorded
 // nor shown. A host that cannot record does not keep the box from appearing.

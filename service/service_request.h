@@ -10,29 +10,31 @@
 #include <string>
 #include <string_view>
 
-namespace vellumo::service {
+namespace vellumo::service
+{
 
-class ServiceRequest {
+class ServiceRequest
+{
 public:
-  // `dataPath` and `headerPath` are absolute. The document may be empty.
-  ServiceRequest(std::string name, std::string dataPath, std::string headerPath, xml::Document document);
+    // `dataPath` and `headerPath` are absolute. The document may be empty.
+    ServiceRequest(std::string name, std::string dataPath, std::string headerPath, xml::Document document);
 
-  // The node below which the service's own data stand. Looked up at each call.
-  [[nodiscard]] xml::Node Data() const;
-  // The service's name as the operator and the exchange log see it.
-  [[nodiscard]] const std::string& Name() const noexcept { return m_name; }
-  void SetData(std::string_view xPath, const host::Value& value);
-  [[nodiscard]] std::string GetData(std::string_view xPath) const;
-  // The whole envelope, as it is sent.
-  [[nodiscard]] std::string ToString() const;
-  [[nodiscard]] xml::Node Header() const;
-  void SetHeader(std::string_view xPath, const host::Value& value);
+    // The node below which the service's own data stand. Looked up at each call.
+    [[nodiscard]] xml::Node Data() const;
+    // The service's name as the operator and the exchange log see it.
+    [[nodiscard]] const std::string& Name() const noexcept { return m_name; }
+    void SetData(std::string_view xPath, const host::Value& value);
+    [[nodiscard]] std::string GetData(std::string_view xPath) const;
+    // The whole envelope, as it is sent.
+    [[nodiscard]] std::string ToString() const;
+    [[nodiscard]] xml::Node Header() const;
+    void SetHeader(std::string_view xPath, const host::Value& value);
 
 private:
-  std::string m_name;
-  std::string m_dataPath;
-  std::string m_headerPath;
-  xml::Document m_document;
+    std::string m_name;
+    std::string m_dataPath;
+    std::string m_headerPath;
+    xml::Document m_document;
 };
 
 } // namespace vellumo::service

@@ -1,11 +1,16 @@
 #include "service/service_response.h"
 
-namespace vellumo::service {
+namespace vellumo::service
+{
 
-void ServiceResponse::SetData(std::string_view xPath, const host::Value& value) {
-  Data.Select(xPath).SetText(value.ToText());
+void ServiceResponse::SetData(std::string_view xPath, const host::Value& value)
+{
+    Data.Select(xPath).SetText(value.ToText());
 }
 
-std::string ServiceResponse::GetData(std::string_view xPath) const { return Data.Text(xPath); }
+std::string ServiceResponse::GetData(std::string_view xPath) const
+{
+    return Data.Text(xPath);
+}
 
 } // namespace vellumo::service

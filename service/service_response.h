@@ -10,27 +10,29 @@
 #include <string>
 #include <string_view>
 
-namespace vellumo::service {
+namespace vellumo::service
+{
 
-class ServiceResponse {
+class ServiceResponse
+{
 public:
-  std::string ServiceResult; // text of `esitoServizio`
-  std::string Output;        // the whole reply as received
-  std::any Object;           // of the operation that sent the request
-  xml::Node Data;            // the service's own result, empty when the reply has none
-  std::string Request;       // no reply known today carries one: empty
-  ServiceExceptions Exceptions;
-  ServiceExceptions Warnings;
-  std::shared_ptr<ServiceException> FailedResult; // null when the call did not fail as a whole
-  host::Value Parameters;                         // of the operation that sent the request
-  xml::Node FailedNode;                           // `esitoNegativo`, empty when the reply has none
+    std::string ServiceResult; // text of `esitoServizio`
+    std::string Output;        // the whole reply as received
+    std::any Object;           // of the operation that sent the request
+    xml::Node Data;            // the service's own result, empty when the reply has none
+    std::string Request;       // no reply known today carries one: empty
+    ServiceExceptions Exceptions;
+    ServiceExceptions Warnings;
+    std::shared_ptr<ServiceException> FailedResult; // null when the call did not fail as a whole
+    host::Value Parameters;                         // of the operation that sent the request
+    xml::Node FailedNode;                           // `esitoNegativo`, empty when the reply has none
 
-  // True when the call failed as a whole or the reply lists at least one exception.
-  [[nodiscard]] bool Failed() const noexcept { return FailedResult != nullptr || Exceptions.Count() > 0; }
+    // True when the call failed as a whole or the reply lists at least one exception.
+    [[nodiscard]] bool Failed() const noexcept { return FailedResult != nullptr || Exceptions.Count() > 0; }
 
-  // Relative to `Data`, as in ServiceRequest.
-  void SetData(std::string_view xPath, const host::Value& value);
-  [[nodiscard]] std::string GetData(std::string_view xPath) const;
+    // Relative to `Data`, as in ServiceRequest.
+    void SetData(std::string_view xPath, const host::Value& value);
+    [[nodiscard]] std::string GetData(std::string_view xPath) const;
 };
 
 } // namespace vellumo::service

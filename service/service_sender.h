@@ -13,24 +13,26 @@
 #include <any>
 #include <memory>
 
-namespace vellumo::service {
+namespace vellumo::service
+{
 
-class ServiceSender {
+class ServiceSender
+{
 public:
-  ServiceSender(host::Bridge& bridge, const ServiceFactory& factory, ExchangeLog& log, ui::Desktop& desktop);
+    ServiceSender(host::Bridge& bridge, const ServiceFactory& factory, ExchangeLog& log, ui::Desktop& desktop);
 
-  // Null when the reply does not say how the call ended, or no window could be shown. A bridge that faults counts as
-  // an empty reply, so its response has failed with code "SEBCONT0001". Never faults.
-  [[nodiscard]] std::shared_ptr<ServiceResponse> SendServiceRequest(const ServiceRequest& request) noexcept;
+    // Null when the reply does not say how the call ended, or no window could be shown. A bridge that faults counts as
+    // an empty reply, so its response has failed with code "SEBCONT0001". Never faults.
+    [[nodiscard]] std::shared_ptr<ServiceResponse> SendServiceRequest(const ServiceRequest& request) noexcept;
 
 private:
-  // Runs while the window is on screen; the only place that calls the bridge.
-  void OnWaitActivate(ui::FormWait& window, const std::any& parameters, std::any& result);
+    // Runs while the window is on screen; the only place that calls the bridge.
+    void OnWaitActivate(ui::FormWait& window, const std::any& parameters, std::any& result);
 
-  host::Bridge& m_bridge;
-  const ServiceFactory& m_factory;
-  ExchangeLog& m_log;
-  ui::Desktop& m_desktop;
+    host::Bridge& m_bridge;
+    const ServiceFactory& m_factory;
+    ExchangeLog& m_log;
+    ui::Desktop& m_desktop;
 };
 
 } // namespace vellumo::service

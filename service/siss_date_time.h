@@ -5,7 +5,8 @@
 
 #include <string_view>
 
-namespace vellumo::service {
+namespace vellumo::service
+{
 
 // Reads what SISS services are known to send: yyyymmdd, yyyymmddhhmm, yyyymmddhhmmss; yyyy-mm-dd, yyyy/mm/dd,
 // dd/mm/yyyy, dd-mm-yyyy, dd.mm.yyyy, these optionally followed by "T" or a blank, a time hh:mm[:ss[.f]] and a zone,

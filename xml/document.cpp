@@ -4,33 +4,48 @@
 #include "xml/guard.h"
 #include "xml/tree.h"
 
-namespace vellumo::xml {
+namespace vellumo::xml
+{
 
-std::optional<Document> Document::FromText(std::string_view text, const Limits& limits) {
-  constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-  if (text.starts_with(byteOrderMark)) {
-    text.remove_prefix(byteOrderMark.size());
-  }
-  if (!IsAcceptable(text, limits)) {
-    return std::nullopt;
-  }
-  Document document;
-  document.m_tree = std::make_shared<Tree>();
-  TreeBuilder builder(*document.m_tree);
-  if (!Read(text, builder) || document.m_tree->root == Tree::none) {
-    return std::nullopt;
-  }
-  return document;
+std::optional<Document> Document::FromText(std::string_view text, const Limits& limits)
+{
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (text.starts_with(byteOrderMark))
+    {
+        text.remove_prefix(byteOrderMark.size());
+    }
+    if (!IsAcceptable(text, limits))
+    {
+        return std::nullopt;
+    }
+    Document document;
+    document.m_tree = std::make_shared<Tree>();
+    TreeBuilder builder(*document.m_tree);
+    if (!Read(text, builder) || document.m_tree->root == Tree::none)
+    {
+        return std::nullopt;
+    }
+    return document;
 }
 
-Node Document::Root() const {
-  return m_tree && m_tree->root != Tree::none ? Node(m_tree, m_tree->root) : Node();
+Node Document::Root() const
+{
+    return m_tree && m_tree->root != Tree::none ? Node(m_tree, m_tree->root) : Node();
 }
 
-Node Document::Select(std::string_view path) const { return Root().Select(path); }
+Node Document::Select(std::string_view path) const
+{
+    return Root().Select(path);
+}
 
-std::vector<Node> Document::SelectAll(std::string_view path) const { return Root().SelectAll(path); }
+std::vector<Node> Document::SelectAll(std::string_view path) const
+{
+    return Root().SelectAll(path);
+}
 
-std::string Document::Xml() const { return Root().Xml(); }
+std::string Document::Xml() const
+{
+    return Root().Xml();
+}
 
 } // namespace vellumo::xml

@@ -15,81 +15,89 @@
 #include <string_view>
 #include <vector>
 
-namespace vellumo::xml {
+namespace vellumo::xml
+{
 
 struct Tree;
 
-class Node {
+class Node
+{
 public:
-  Node() = default;
+    Node() = default;
 
-  explicit operator bool() const noexcept { return m_tree != nullptr; }
-  bool operator==(const Node&) const = default;
+    explicit operator bool() const noexcept { return m_tree != nullptr; }
+    bool operator==(const Node&) const = default;
 
-  // Literal prefixed name of the element; "" for an attribute and the empty node.
-  [[nodiscard]] std::string Name() const;
+    // Literal prefixed name of the element; "" for an attribute and the empty node.
+    [[nodiscard]] std::string Name() const;
 
-  // `path` is relative ("a/b", "a/@x", "@x") or absolute ("/a/b"); an empty path selects nothing.
-  [[nodiscard]] Node Select(std::string_view path) const;
-  [[nodiscard]] std::vector<Node> SelectAll(std::string_view path) const;
-  // All elements of that name below this one, in document order.
-  [[nodiscard]] std::vector<Node> Descendants(std::string_view name) const;
-  [[nodiscard]] Node FirstChildElement() const;
+    // `path` is relative ("a/b", "a/@x", "@x") or absolute ("/a/b"); an empty path selects nothing.
+    [[nodiscard]] Node Select(std::string_view path) const;
+    [[nodiscard]] std::vector<Node> SelectAll(std::string_view path) const;
+    // All elements of that name below this one, in document order.
+    [[nodiscard]] std::vector<Node> Descendants(std::string_view name) const;
+    [[nodiscard]] Node FirstChildElement() const;
 
-  // The text of all descendants, trimmed; of an attribute, its value.
-  [[nodiscard]] std::string Text() const;
-  // Text of the node at `path`, "" when there is none.
-  [[nodiscard]] std::string Text(std::string_view path) const { return Select(path).Text(); }
-  // Replaces all content. Characters that XML forbids are dropped.
-  void SetText(std::string_view text) const;
+    // The text of all descendants, trimmed; of an attribute, its value.
+    [[nodiscard]] std::string Text() const;
+    // Text of the node at `path`, "" when there is none.
+    [[nodiscard]] std::string Text(std::string_view path) const { return Select(path).Text(); }
+    // Replaces all content. Characters that XML forbids are dropped.
+    void SetText(std::string_view text) const;
 
-  // A copy with everything below it, in the same document, not yet in its tree.
-  [[nodiscard]] Node Clone() const;
-  // Makes `child`, which belongs to the same document, the last child.
-  void Append(const Node& child) const;
-  // Takes this node out of its parent; the handle stays usable. For an attribute: removes it.
-  void Remove() const;
+    // A copy with everything below it, in the same document, not yet in its tree.
+    [[nodiscard]] Node Clone() const;
+    // Makes `child`, which belongs to the same document, the last child.
+    void Append(const Node& child) const;
+    // Takes this node out of its parent; the handle stays usable. For an attribute: removes it.
+    void Remove() const;
 
-  // The element with everything below it as XML text.
-  [[nodiscard]] std::string Xml() const;
+    // The element with everything below it as XML text.
+    [[nodiscard]] std::string Xml() const;
 
 private:
-  friend class Document;
-  using Index = std::uint32_t;
-  static constexpr Index noAttribute = std::numeric_limits<Index>::max();
+    friend class Document;
+    using Index = std::uint32_t;
+    static constexpr Index noAttribute = std::numeric_limits<Index>::max();
 
-  Node(std::shared_ptr<Tree> tree, Index element, Index attribute = noAttribute)
-      : m_tree(std::move(tree)), m_element(element), m_attribute(attribute) {}
+    Node(std::shared_ptr<Tree> tree, Index element, Index attribute = noAttribute)
+        : m_tree(std::move(tree))
+        , m_element(element)
+        , m_attribute(attribute)
+    {
+    }
 
-  std::shared_ptr<Tree> m_tree;
-  Index m_element = 0;
-  Index m_attribute = noAttribute;
+    std::shared_ptr<Tree> m_tree;
+    Index m_element = 0;
+    Index m_attribute = noAttribute;
 };
 
 // What a text may be at most to be read; anything beyond counts as "not XML".
-struct Limits {
-  std::size_t bytes = std::size_t{32} * 1024 * 1024;
-  std::size_t depth = 200;
-  std::size_t attributes = 256; // of one element
+struct Limits
+{
+    std::size_t bytes = std::size_t{32} * 1024 * 1024;
+    std::size_t depth = 200;
+    std::size_t attributes = 256; // of one element
 };
 
-class Document {
+class Document
+{
 public:
-  // Empty when the text is not well-formed XML, has a document type declaration, or is beyond the limits. `text` is
-  // UTF-8; an encoding that its XML declaration names is not applied, since the text has been decoded already.
-  [[nodiscard]] static std::optional<Document> FromText(std::string_view text, const Limits& limits = {});
+    // Empty when the text is not well-formed XML, has a document type declaration, or is beyond the limits. `text` is
+    // UTF-8; an encoding that its XML declaration names is not applied, since the text has been decoded already.
+    [[nodiscard]] static std::optional<Document> FromText(std::string_view text, const Limits& limits = {});
 
-  // An empty document: no root, every selection empty, text "".
-  Document() = default;
+    // An empty document: no root, every selection empty, text "".
+    Document() = default;
 
-  [[nodiscard]] Node Root() const;
-  // An absolute path, root element included: "/SOAP-ENV:Envelope/SOAP-ENV:Body".
-  [[nodiscard]] Node Select(std::string_view path) const;
-  [[nodiscard]] std::vector<Node> SelectAll(std::string_view path) const;
-  [[nodiscard]] std::string Xml() const;
+    [[nodiscard]] Node Root() const;
+    // An absolute path, root element included: "/SOAP-ENV:Envelope/SOAP-ENV:Body".
+    [[nodiscard]] Node Select(std::string_view path) const;
+    [[nodiscard]] std::vector<Node> SelectAll(std::string_view path) const;
+    [[nodiscard]] std::string Xml() const;
 
 private:
-  std::shared_ptr<Tree> m_tree;
+    std::shared_ptr<Tree> m_tree;
 };
 
 } // namespace vellumo::xml

@@ -6,17 +6,19 @@
 #include <string>
 #include <string_view>
 
-namespace vellumo::xml {
+namespace vellumo::xml
+{
 
-class Builder {
+class Builder
+{
 public:
-  virtual ~Builder() = default;
+    virtual ~Builder() = default;
 
-  // Names are the literal prefixed spellings; namespace declarations are attributes like any other ("xmlns:m").
-  virtual void StartElement(std::string_view name) = 0;
-  virtual void Attribute(std::string_view name, std::string_view value) = 0;
-  virtual void Text(std::string_view text) = 0;
-  virtual void EndElement() = 0;
+    // Names are the literal prefixed spellings; namespace declarations are attributes like any other ("xmlns:m").
+    virtual void StartElement(std::string_view name) = 0;
+    virtual void Attribute(std::string_view name, std::string_view value) = 0;
+    virtual void Text(std::string_view text) = 0;
+    virtual void EndElement() = 0;
 };
 
 // Defined by the platform. `text` is UTF-8 without byte order mark, has no document type declaration and keeps the

@@ -4,115 +4,147 @@
 
 #include <cstdint>
 
-namespace vellumo::xml {
-namespace {
+namespace vellumo::xml
+{
+namespace
+{
 
 // Steps through the markup of a text, one "<…>" at a time.
-class MarkupScanner {
+class MarkupScanner
+{
 public:
-  MarkupScanner(std::string_view text, const Limits& limits) : m_text(text), m_limits(limits) {}
-
-  bool Run() {
-    while (m_good && (m_position = m_text.find('<', m_position)) != std::string_view::npos) {
-      Step();
+    MarkupScanner(std::string_view text, const Limits& limits)
+        : m_text(text)
+        , m_limits(limits)
+    {
     }
-    return m_good;
-  }
+
+    bool Run()
+    {
+        while (m_good && (m_position = m_text.find('<', m_position)) != std::string_view::npos)
+        {
+            Step();
+        }
+        return m_good;
+    }
 
 private:
-  void Step() {
-    if (!SkipUntil("<!--", "-->") && !SkipUntil("<![CDATA[", "]]>") && !SkipUntil("<?", "?>")) {
-      if (m_text.substr(m_position).starts_with("<!")) {
-        m_good = false; // a document type declaration, or nothing that an XML text may hold
-      } else {
-        Tag();
-      }
-    }
-  }
-
-  // Skips a construct whose content is not markup. One that does not end leaves the rest to the engine, which
-  // refuses it.
-  bool SkipUntil(std::string_view opening, std::string_view closing) {
-    if (!m_text.substr(m_position).starts_with(opening)) {
-      return false;
-    }
-    const auto end = m_text.find(closing, m_position + opening.size());
-    m_position = end == std::string_view::npos ? m_text.size() : end + closing.size();
-    return true;
-  }
-
-  void Tag() {
-    const bool closing = m_text.substr(m_position).starts_with("</");
-    std::size_t attributes = 0;
-    char last = '<';
-    for (++m_position; m_position < m_text.size() && m_text[m_position] != '>'; ++m_position) {
-      const char character = m_text[m_position];
-      if (character == '"' || character == '\'') {
-        ++attributes;
-        m_position = m_text.find(character, m_position + 1);
-        if (m_position == std::string_view::npos) {
-          m_position = m_text.size();
-          return;
+    void Step()
+    {
+        if (!SkipUntil("<!--", "-->") && !SkipUntil("<![CDATA[", "]]>") && !SkipUntil("<?", "?>"))
+        {
+            if (m_text.substr(m_position).starts_with("<!"))
+            {
+                m_good = false; // a document type declaration, or nothing that an XML text may hold
+            }
+            else
+            {
+                Tag();
+            }
         }
-      }
-      last = character;
     }
-    if (closing) {
-      m_depth -= m_depth > 0 ? 1 : 0;
-    } else if (last != '/') {
-      ++m_depth;
-    }
-    m_good = m_depth <= m_limits.depth && attributes <= m_limits.attributes;
-  }
 
-  std::string_view m_text;
-  const Limits& m_limits;
-  std::size_t m_position = 0;
-  std::size_t m_depth = 0;
-  bool m_good = true;
+    // Skips a construct whose content is not markup. One that does not end leaves the rest to the engine, which
+    // refuses it.
+    bool SkipUntil(std::string_view opening, std::string_view closing)
+    {
+        if (!m_text.substr(m_position).starts_with(opening))
+        {
+            return false;
+        }
+        const auto end = m_text.find(closing, m_position + opening.size());
+        m_position = end == std::string_view::npos ? m_text.size() : end + closing.size();
+        return true;
+    }
+
+    void Tag()
+    {
+        const bool closing = m_text.substr(m_position).starts_with("</");
+        std::size_t attributes = 0;
+        char last = '<';
+        for (++m_position; m_position < m_text.size() && m_text[m_position] != '>'; ++m_position)
+        {
+            const char character = m_text[m_position];
+            if (character == '"' || character == '\'')
+            {
+                ++attributes;
+                m_position = m_text.find(character, m_position + 1);
+                if (m_position == std::string_view::npos)
+                {
+                    m_position = m_text.size();
+                    return;
+                }
+            }
+            last = character;
+        }
+        if (closing)
+        {
+            m_depth -= m_depth > 0 ? 1 : 0;
+        }
+        else if (last != '/')
+        {
+            ++m_depth;
+        }
+        m_good = m_depth <= m_limits.depth && attributes <= m_limits.attributes;
+    }
+
+    std::string_view m_text;
+    const Limits& m_limits;
+    std::size_t m_position = 0;
+    std::size_t m_depth = 0;
+    bool m_good = true;
 };
 
 // Length of the UTF-8 sequence of one character that XML 1.0 allows, at the start of `text`; 0 for anything else.
-std::size_t AllowedCharacter(std::string_view text) {
-  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-  const unsigned first = byte(0);
-  if (first < 0x80) {
-    return first >= 0x20 || first == '\t' || first == '\n' || first == '\r' ? 1 : 0;
-  }
-  const std::size_t length = first >= 0xC2 && first < 0xE0 ? 2 : first >= 0xE0 && first < 0xF0 ? 3
-                             : first >= 0xF0 && first < 0xF5                               ? 4
-                                                                                           : 0;
-  if (length == 0 || text.size() < length) {
-    return 0;
-  }
-  std::uint32_t code = first & (0xFFU >> (length + 1));
-  for (std::size_t at = 1; at < length; ++at) {
-    if ((byte(at) & 0xC0U) != 0x80) {
-      return 0;
+std::size_t AllowedCharacter(std::string_view text)
+{
+    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+    const unsigned first = byte(0);
+    if (first < 0x80)
+    {
+        return first >= 0x20 || first == '\t' || first == '\n' || first == '\r' ? 1 : 0;
     }
-    code = code << 6U | (byte(at) & 0x3FU);
-  }
-  constexpr std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-  const bool forbidden = code < smallest[length] || (code >= 0xD800 && code < 0xE000) || code == 0xFFFE ||
-                         code == 0xFFFF || code > 0x10FFFF;
-  return forbidden ? 0 : length;
+    const std::size_t length = first >= 0xC2 && first < 0xE0   ? 2
+                               : first >= 0xE0 && first < 0xF0 ? 3
+                               : first >= 0xF0 && first < 0xF5 ? 4
+                                                               : 0;
+    if (length == 0 || text.size() < length)
+    {
+        return 0;
+    }
+    std::uint32_t code = first & (0xFFU >> (length + 1));
+    for (std::size_t at = 1; at < length; ++at)
+    {
+        if ((byte(at) & 0xC0U) != 0x80)
+        {
+            return 0;
+        }
+        code = code << 6U | (byte(at) & 0x3FU);
+    }
+    constexpr std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    const bool forbidden = code < smallest[length] || (code >= 0xD800 && code < 0xE000) || code == 0xFFFE ||
+                           code == 0xFFFF || code > 0x10FFFF;
+    return forbidden ? 0 : length;
 }
 
 } // namespace
 
-bool IsAcceptable(std::string_view text, const Limits& limits) {
-  return text.size() <= limits.bytes && MarkupScanner(text, limits).Run();
+bool IsAcceptable(std::string_view text, const Limits& limits)
+{
+    return text.size() <= limits.bytes && MarkupScanner(text, limits).Run();
 }
 
-std::string WithoutForbiddenCharacters(std::string_view text) {
-  std::string clean;
-  clean.reserve(text.size());
-  for (std::size_t position = 0; position < text.size();) {
-    const std::size_t length = AllowedCharacter(text.substr(position));
-    clean.append(text.substr(position, length));
-    position += length == 0 ? 1 : length;
-  }
-  return clean;
+std::string WithoutForbiddenCharacters(std::string_view text)
+{
+    std::string clean;
+    clean.reserve(text.size());
+    for (std::size_t position = 0; position < text.size();)
+    {
+        const std::size_t length = AllowedCharacter(text.substr(position));
+        clean.append(text.substr(position, length));
+        position += length == 0 ? 1 : length;
+    }
+    return clean;
 }
 
 } // namespace vellumo::xml

@@ -6,7 +6,8 @@
 
 #include <string_view>
 
-namespace vellumo::xml {
+namespace vellumo::xml
+{
 
 // False for a text with a document type declaration or beyond the limits. Says nothing about being well-formed.
 [[nodiscard]] bool IsAcceptable(std::string_view text, const Limits& limits);

@@ -3,164 +3,207 @@
 
 #include <algorithm>
 
-namespace vellumo::xml {
-namespace {
+namespace vellumo::xml
+{
+namespace
+{
 
 constexpr std::string_view blanks = " \t\r\n";
 
-std::string Trimmed(const std::string& text) {
-  const auto first = text.find_first_not_of(blanks);
-  return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+std::string Trimmed(const std::string& text)
+{
+    const auto first = text.find_first_not_of(blanks);
+    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
 // Cuts the first step off the path.
-std::string_view TakeStep(std::string_view& path) {
-  const auto slash = path.find('/');
-  const auto step = path.substr(0, slash);
-  path = slash == std::string_view::npos ? std::string_view() : path.substr(slash + 1);
-  return step;
+std::string_view TakeStep(std::string_view& path)
+{
+    const auto slash = path.find('/');
+    const auto step = path.substr(0, slash);
+    path = slash == std::string_view::npos ? std::string_view() : path.substr(slash + 1);
+    return step;
 }
 
 } // namespace
 
-std::string Node::Name() const {
-  return m_tree && m_attribute == noAttribute ? m_tree->items[m_element].name : std::string();
+std::string Node::Name() const
+{
+    return m_tree && m_attribute == noAttribute ? m_tree->items[m_element].name : std::string();
 }
 
-std::vector<Node> Node::SelectAll(std::string_view path) const {
-  if (!m_tree || m_attribute != noAttribute || path.empty() || path.ends_with('/')) {
-    return {};
-  }
-  if (path.front() == '/') {
-    path.remove_prefix(1);
-    const auto step = TakeStep(path);
-    if (m_tree->root == Tree::none || m_tree->items[m_tree->root].name != step) {
-      return {};
+std::vector<Node> Node::SelectAll(std::string_view path) const
+{
+    if (!m_tree || m_attribute != noAttribute || path.empty() || path.ends_with('/'))
+    {
+        return {};
     }
-    const Node root(m_tree, m_tree->root);
-    return path.empty() ? std::vector{root} : root.SelectAll(path);
-  }
-
-  std::vector<Tree::Index> found = {m_element};
-  while (!path.empty()) {
-    const auto step = TakeStep(path);
-    if (step.starts_with('@')) {
-      std::vector<Node> attributes;
-      for (const auto element : path.empty() ? found : std::vector<Tree::Index>()) {
-        const auto& list = m_tree->items[element].attributes;
-        const auto match = std::ranges::find(list, step.substr(1), &Tree::Attribute::name);
-        if (match != list.end()) {
-          attributes.push_back(Node(m_tree, element, static_cast<Index>(match - list.begin())));
+    if (path.front() == '/')
+    {
+        path.remove_prefix(1);
+        const auto step = TakeStep(path);
+        if (m_tree->root == Tree::none || m_tree->items[m_tree->root].name != step)
+        {
+            return {};
         }
-      }
-      return attributes;
+        const Node root(m_tree, m_tree->root);
+        return path.empty() ? std::vector{root} : root.SelectAll(path);
     }
-    std::vector<Tree::Index> below;
-    for (const auto element : found) {
-      for (auto child = m_tree->items[element].firstChild; child != Tree::none; child = m_tree->items[child].next) {
-        if (m_tree->items[child].IsElement() && m_tree->items[child].name == step) {
-          below.push_back(child);
+
+    std::vector<Tree::Index> found = {m_element};
+    while (!path.empty())
+    {
+        const auto step = TakeStep(path);
+        if (step.starts_with('@'))
+        {
+            std::vector<Node> attributes;
+            for (const auto element : path.empty() ? found : std::vector<Tree::Index>())
+            {
+                const auto& list = m_tree->items[element].attributes;
+                const auto match = std::ranges::find(list, step.substr(1), &Tree::Attribute::name);
+                if (match != list.end())
+                {
+                    attributes.push_back(Node(m_tree, element, static_cast<Index>(match - list.begin())));
+                }
+            }
+            return attributes;
         }
-      }
+        std::vector<Tree::Index> below;
+        for (const auto element : found)
+        {
+            for (auto child = m_tree->items[element].firstChild; child != Tree::none; child = m_tree->items[child].next)
+            {
+                if (m_tree->items[child].IsElement() && m_tree->items[child].name == step)
+                {
+                    below.push_back(child);
+                }
+            }
+        }
+        found = std::move(below);
     }
-    found = std::move(below);
-  }
 
-  std::vector<Node> nodes;
-  nodes.reserve(found.size());
-  for (const auto element : found) {
-    nodes.push_back(Node(m_tree, element));
-  }
-  return nodes;
-}
-
-Node Node::Select(std::string_view path) const {
-  auto nodes = SelectAll(path);
-  return nodes.empty() ? Node() : std::move(nodes.front());
-}
-
-std::vector<Node> Node::Descendants(std::string_view name) const {
-  std::vector<Node> nodes;
-  if (m_tree && m_attribute == noAttribute) {
-    for (auto item = m_tree->NextInOrder(m_element, m_element); item != Tree::none;
-         item = m_tree->NextInOrder(item, m_element)) {
-      if (m_tree->items[item].name == name) {
-        nodes.push_back(Node(m_tree, item));
-      }
+    std::vector<Node> nodes;
+    nodes.reserve(found.size());
+    for (const auto element : found)
+    {
+        nodes.push_back(Node(m_tree, element));
     }
-  }
-  return nodes;
+    return nodes;
 }
 
-Node Node::FirstChildElement() const {
-  if (m_tree && m_attribute == noAttribute) {
-    for (auto child = m_tree->items[m_element].firstChild; child != Tree::none; child = m_tree->items[child].next) {
-      if (m_tree->items[child].IsElement()) {
-        return {m_tree, child};
-      }
+Node Node::Select(std::string_view path) const
+{
+    auto nodes = SelectAll(path);
+    return nodes.empty() ? Node() : std::move(nodes.front());
+}
+
+std::vector<Node> Node::Descendants(std::string_view name) const
+{
+    std::vector<Node> nodes;
+    if (m_tree && m_attribute == noAttribute)
+    {
+        for (auto item = m_tree->NextInOrder(m_element, m_element); item != Tree::none;
+             item = m_tree->NextInOrder(item, m_element))
+        {
+            if (m_tree->items[item].name == name)
+            {
+                nodes.push_back(Node(m_tree, item));
+            }
+        }
     }
-  }
-  return {};
+    return nodes;
 }
 
-std::string Node::Text() const {
-  if (!m_tree) {
+Node Node::FirstChildElement() const
+{
+    if (m_tree && m_attribute == noAttribute)
+    {
+        for (auto child = m_tree->items[m_element].firstChild; child != Tree::none; child = m_tree->items[child].next)
+        {
+            if (m_tree->items[child].IsElement())
+            {
+                return {m_tree, child};
+            }
+        }
+    }
     return {};
-  }
-  if (m_attribute != noAttribute) {
-    return m_tree->items[m_element].attributes[m_attribute].value;
-  }
-  std::string text;
-  m_tree->AppendText(m_element, text);
-  return Trimmed(text);
 }
 
-void Node::SetText(std::string_view text) const {
-  if (!m_tree) {
-    return;
-  }
-  std::string clean = WithoutForbiddenCharacters(text);
-  if (m_attribute != noAttribute) {
-    m_tree->items[m_element].attributes[m_attribute].value = std::move(clean);
-    return;
-  }
-  m_tree->UnlinkChildren(m_element);
-  if (!clean.empty()) {
-    Tree::Item item;
-    item.text = std::move(clean);
-    m_tree->Link(m_element, m_tree->Add(std::move(item)));
-  }
+std::string Node::Text() const
+{
+    if (!m_tree)
+    {
+        return {};
+    }
+    if (m_attribute != noAttribute)
+    {
+        return m_tree->items[m_element].attributes[m_attribute].value;
+    }
+    std::string text;
+    m_tree->AppendText(m_element, text);
+    return Trimmed(text);
 }
 
-Node Node::Clone() const {
-  return m_tree && m_attribute == noAttribute ? Node(m_tree, m_tree->Copy(m_element)) : Node();
+void Node::SetText(std::string_view text) const
+{
+    if (!m_tree)
+    {
+        return;
+    }
+    std::string clean = WithoutForbiddenCharacters(text);
+    if (m_attribute != noAttribute)
+    {
+        m_tree->items[m_element].attributes[m_attribute].value = std::move(clean);
+        return;
+    }
+    m_tree->UnlinkChildren(m_element);
+    if (!clean.empty())
+    {
+        Tree::Item item;
+        item.text = std::move(clean);
+        m_tree->Link(m_element, m_tree->Add(std::move(item)));
+    }
 }
 
-void Node::Append(const Node& child) const {
-  if (m_tree && m_attribute == noAttribute && child.m_tree == m_tree && child.m_attribute == noAttribute) {
-    m_tree->Unlink(child.m_element);
-    m_tree->Link(m_element, child.m_element);
-  }
+Node Node::Clone() const
+{
+    return m_tree && m_attribute == noAttribute ? Node(m_tree, m_tree->Copy(m_element)) : Node();
 }
 
-void Node::Remove() const {
-  if (!m_tree) {
-    return;
-  }
-  if (m_attribute != noAttribute) {
-    auto& attributes = m_tree->items[m_element].attributes;
-    attributes.erase(attributes.begin() + static_cast<std::ptrdiff_t>(m_attribute));
-  } else {
-    m_tree->Unlink(m_element);
-  }
+void Node::Append(const Node& child) const
+{
+    if (m_tree && m_attribute == noAttribute && child.m_tree == m_tree && child.m_attribute == noAttribute)
+    {
+        m_tree->Unlink(child.m_element);
+        m_tree->Link(m_element, child.m_element);
+    }
 }
 
-std::string Node::Xml() const {
-  std::string text;
-  if (m_tree && m_attribute == noAttribute) {
-    m_tree->AppendXml(m_element, text);
-  }
-  return text;
+void Node::Remove() const
+{
+    if (!m_tree)
+    {
+        return;
+    }
+    if (m_attribute != noAttribute)
+    {
+        auto& attributes = m_tree->items[m_element].attributes;
+        attributes.erase(attributes.begin() + static_cast<std::ptrdiff_t>(m_attribute));
+    }
+    else
+    {
+        m_tree->Unlink(m_element);
+    }
+}
+
+std::string Node::Xml() const
+{
+    std::string text;
+    if (m_tree && m_attribute == noAttribute)
+    {
+        m_tree->AppendXml(m_element, text);
+    }
+    return text;
 }
 
 } // namespace vellumo::xml

@@ -12,62 +12,70 @@
 #include <utility>
 #include <vector>
 
-namespace vellumo::xml {
+namespace vellumo::xml
+{
 
-struct Tree {
-  using Index = std::uint32_t;
-  static constexpr Index none = std::numeric_limits<Index>::max();
+struct Tree
+{
+    using Index = std::uint32_t;
+    static constexpr Index none = std::numeric_limits<Index>::max();
 
-  struct Attribute {
-    std::string name;
-    std::string value;
-  };
+    struct Attribute
+    {
+        std::string name;
+        std::string value;
+    };
 
-  struct Item {
-    std::string name; // empty: a text
-    std::string text; // of a text
-    std::vector<Attribute> attributes;
-    Index parent = none;
-    Index firstChild = none;
-    Index lastChild = none;
-    Index previous = none;
-    Index next = none;
+    struct Item
+    {
+        std::string name; // empty: a text
+        std::string text; // of a text
+        std::vector<Attribute> attributes;
+        Index parent = none;
+        Index firstChild = none;
+        Index lastChild = none;
+        Index previous = none;
+        Index next = none;
 
-    [[nodiscard]] bool IsElement() const noexcept { return !name.empty(); }
-  };
+        [[nodiscard]] bool IsElement() const noexcept { return !name.empty(); }
+    };
 
-  std::vector<Item> items;
-  Index root = none;
+    std::vector<Item> items;
+    Index root = none;
 
-  Index Add(Item item);
-  void Link(Index parent, Index child); // as last child
-  void Unlink(Index item);
-  void UnlinkChildren(Index parent);
-  Index Copy(Index item); // with everything below, not linked
+    Index Add(Item item);
+    void Link(Index parent, Index child); // as last child
+    void Unlink(Index item);
+    void UnlinkChildren(Index parent);
+    Index Copy(Index item); // with everything below, not linked
 
-  // The next element in document order below `top`, starting from `top` itself; `none` at the end.
-  [[nodiscard]] Index NextInOrder(Index item, Index top) const;
+    // The next element in document order below `top`, starting from `top` itself; `none` at the end.
+    [[nodiscard]] Index NextInOrder(Index item, Index top) const;
 
-  void AppendText(Index item, std::string& out) const; // of all descendants
-  void AppendXml(Index item, std::string& out) const;
+    void AppendText(Index item, std::string& out) const; // of all descendants
+    void AppendXml(Index item, std::string& out) const;
 };
 
 // Makes the tree of what an engine reports. White space alone between two tags is dropped.
-class TreeBuilder final : public Builder {
+class TreeBuilder final : public Builder
+{
 public:
-  explicit TreeBuilder(Tree& tree) : m_tree(tree) {}
+    explicit TreeBuilder(Tree& tree)
+        : m_tree(tree)
+    {
+    }
 
-  void StartElement(std::string_view name) override;
-  void Attribute(std::string_view name, std::string_view value) override;
-  void Text(std::string_view text) override;
-  void EndElement() override;
+    void StartElement(std::string_view name) override;
+    void Attribute(std::string_view name, std::string_view value) override;
+    void Text(std::string_view text) override;
+    void EndElement() override;
 
 private:
-  void FlushText();
+    void FlushText();
 
-  Tree& m_tree;
-  Tree::Index m_current = Tree::none;
-  std::string m_text;
+    Tree& m_tree;
+    Tree::Index m_current = Tree::none;
+    std::string m_text;
 };
 
 // Without the characters that XML 1.0 forbids and without bytes that are no UTF-8.

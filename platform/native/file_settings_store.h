@@ -10,20 +10,25 @@
 #include <filesystem>
 #include <string>
 
-namespace vellumo::platform {
+namespace vellumo::platform
+{
 
-class FileSettingsStore final : public host::SettingsStore {
+class FileSettingsStore final : public host::SettingsStore
+{
 public:
-  explicit FileSettingsStore(std::filesystem::path file) : m_file(std::move(file)) {}
+    explicit FileSettingsStore(std::filesystem::path file)
+        : m_file(std::move(file))
+    {
+    }
 
-  [[nodiscard]] std::optional<std::string> ReadMachineText(std::string_view key, std::string_view name) override;
-  [[nodiscard]] std::optional<std::string> ReadUserText(std::string_view key, std::string_view name) override;
-  void WriteMachineText(std::string_view key, std::string_view name, std::string_view text) override;
+    [[nodiscard]] std::optional<std::string> ReadMachineText(std::string_view key, std::string_view name) override;
+    [[nodiscard]] std::optional<std::string> ReadUserText(std::string_view key, std::string_view name) override;
+    void WriteMachineText(std::string_view key, std::string_view name, std::string_view text) override;
 
 private:
-  [[nodiscard]] std::optional<std::string> Read(const std::string& entry) const;
+    [[nodiscard]] std::optional<std::string> Read(const std::string& entry) const;
 
-  std::filesystem::path m_file;
+    std::filesystem::path m_file;
 };
 
 } // namespace vellumo::platform

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <string>
 
-namespace vellumo::host {
+namespace vellumo::host
+{
 
-std::filesystem::path NativePath(std::string_view windowsPath) {
-  std::string path(windowsPath);
-  std::ranges::replace(path, '\\', '/');
-  return path;
+std::filesystem::path NativePath(std::string_view windowsPath)
+{
+    std::string path(windowsPath);
+    std::ranges::replace(path, '\\', '/');
+    return path;
 }
 
 } // namespace vellumo::host

@@ -9,123 +9,158 @@ using vellumo::xml::Document;
 using vellumo::xml::Limits;
 using vellumo::xml::Node;
 
-namespace {
+namespace
+{
 
-Document Parse(std::string_view text) {
-  const auto document = Document::FromText(text);
-  REQUIRE(document);
-  return *document;
+Document Parse(std::string_view text)
+{
+    const auto document = Document::FromText(text);
+    REQUIRE(document);
+    return *document;
 }
 
-bool IsRefused(std::string_view text, const Limits& limits = {}) { return !Document::FromText(text, limits); }
+bool IsRefused(std::string_view text, const Limits& limits = {})
+{
+    return !Document::FromText(text, limits);
+}
 
-std::string Nested(std::size_t depth) {
-  std::string text;
-  for (std::size_t level = 0; level < depth; ++level) {
-    text += "<a>";
-  }
-  for (std::size_t level = 0; level < depth; ++level) {
-    text += "</a>";
-  }
-  return text;
+std::string Nested(std::size_t depth)
+{
+    std::string text;
+    for (std::size_t level = 0; level < depth; ++level)
+    {
+        text += "<a>";
+    }
+    for (std::size_t level = 0; level < depth; ++level)
+    {
+        text += "</a>";
+    }
+    return text;
 }
 
 } // namespace
 
-TEST_SUITE("xml") {
-  TEST_CASE("nodes are selected by literal prefixed names") {
-    const auto document = Parse(R"(<?xml version="1.0" encoding="ISO-8859-1"?>
+TEST_SUITE("xml")
+{
+    TEST_CASE("nodes are selected by literal prefixed names")
+    {
+        const auto document = Parse(R"(<?xml version="1.0" encoding="ISO-8859-1"?>
       <SOAP-ENV:Envelope xmlns:SOAP-ENV="http://schemas.xmlsoap.org/soap/envelope/" xmlns:m="urn:x">
         <!-- a comment --> <?pi?>
         <SOAP-ENV:Body><m:ICCE.x><param v="1"><a>uno</a><a>due</a><b><a>tre</a></b></param></m:ICCE.x></SOAP-ENV:Body>
       </SOAP-ENV:Envelope>)");
-    const auto param = document.Select("/SOAP-ENV:Envelope/SOAP-ENV:Body/m:ICCE.x/param");
-    REQUIRE(param);
-    CHECK(document.Root().FirstChildElement().Name() == "SOAP-ENV:Body");
-    CHECK(param.Text("a") == "uno");
-    CHECK(param.SelectAll("a").size() == 2);
-    CHECK(param.Select("b/a").Text() == "tre");
-    CHECK(param.Text("@v") == "1");
-    CHECK(param.Select("/SOAP-ENV:Envelope/SOAP-ENV:Body") == document.Select("/SOAP-ENV:Envelope/SOAP-ENV:Body"));
-    CHECK(document.Root().Descendants("a").size() == 3);
-    CHECK(param.Text() == "unoduetre");
-    for (const auto* path : {"", "A", "x:a", "b/", "a/@v", "/param", "/SOAP-ENV:Envelope/Body", "//a"}) {
-      CAPTURE(path);
-      CHECK_FALSE(param.Select(path));
+        const auto param = document.Select("/SOAP-ENV:Envelope/SOAP-ENV:Body/m:ICCE.x/param");
+        REQUIRE(param);
+        CHECK(document.Root().FirstChildElement().Name() == "SOAP-ENV:Body");
+        CHECK(param.Text("a") == "uno");
+        CHECK(param.SelectAll("a").size() == 2);
+        CHECK(param.Select("b/a").Text() == "tre");
+        CHECK(param.Text("@v") == "1");
+        CHECK(param.Select("/SOAP-ENV:Envelope/SOAP-ENV:Body") == document.Select("/SOAP-ENV:Envelope/SOAP-ENV:Body"));
+        CHECK(document.Root().Descendants("a").size() == 3);
+        CHECK(param.Text() == "unoduetre");
+        for (const auto* path : {"", "A", "x:a", "b/", "a/@v", "/param", "/SOAP-ENV:Envelope/Body", "//a"})
+        {
+            CAPTURE(path);
+            CHECK_FALSE(param.Select(path));
+        }
+        CHECK_FALSE(Node().Select("a"));
+        CHECK(Node().Text() == "");
     }
-    CHECK_FALSE(Node().Select("a"));
-    CHECK(Node().Text() == "");
-  }
 
-  TEST_CASE("texts keep their characters and lose the white space around them") {
-    const auto document = Parse("<a>\n  <b> Niccol\xC3\xB2 &amp; D&apos;Angelo &lt;&#x20AC;&#128512;&gt; </b>"
-                                "<c><![CDATA[<x>]]> e\r\naltro</c><d>  </d></a>");
-    CHECK(document.Root().Text("b") == "Niccol\xC3\xB2 & D'Angelo <\xE2\x82\xAC\xF0\x9F\x98\x80>");
-    CHECK(document.Root().Text("c") == "<x> e\naltro");
-    CHECK(document.Root().Text("d") == "");
-    const auto again = Parse(document.Xml());
-    CHECK(again.Root().Text("b") == document.Root().Text("b"));
-    CHECK(again.Xml() == document.Xml());
-  }
-
-  TEST_CASE("a text that is set is read back, without what XML forbids") {
-    const auto document = Parse("<a x=''><b>old<c/></b></a>");
-    const auto b = document.Root().Select("b");
-    b.SetText("1 < 2 & \"3\" '4' ]]> \x01\x1F\xC3\xA8\xEF\xBF\xBF\xFF\xED\xA0\x80.");
-    document.Root().Select("@x").SetText("\"a\"\r\n\t<&>");
-    CHECK(b.Text() == "1 < 2 & \"3\" '4' ]]> \xC3\xA8.");
-    const auto again = Parse(document.Xml());
-    CHECK(again.Root().Text("b") == b.Text());
-    CHECK(again.Root().Text("@x") == "\"a\"\r\n\t<&>");
-    b.SetText("");
-    CHECK(document.Root().Text() == "");
-  }
-
-  TEST_CASE("nodes are cloned, appended and removed") {
-    const auto document = Parse("<list><item k='1'><v>x</v></item><end/></list>");
-    const auto list = document.Root();
-    const auto item = list.Select("item");
-    const auto copy = item.Clone();
-    copy.Select("v").SetText("y");
-    list.Append(copy);
-    CHECK(item.Text("v") == "x");
-    CHECK(document.Xml() == R"(<list><item k="1"><v>x</v></item><end/><item k="1"><v>y</v></item></list>)");
-    item.Remove();
-    CHECK(item.Text("v") == "x");
-    copy.Select("@k").Remove();
-    CHECK(document.Xml() == R"(<list><end/><item><v>y</v></item></list>)");
-    list.Append(Parse("<other/>").Root()); // of another document: nothing happens
-    CHECK(list.SelectAll("other").empty());
-  }
-
-  TEST_CASE("what is not well-formed is refused") {
-    for (const auto* text :
-         {"", " ", "Errore di comunicazione con il server", "<a>", "<a></b>", "<a/><b/>", "<a/>x", "x<a/>", "<a b=1/>",
-          "<a b='1' b='2'/>", "<a>&nbsp;</a>", "<a>&</a>", "<a><![CDATA[x</a>", "<a><!-- -- --></a>", "<1/>",
-          "<a>\x01</a>", "<a>&#1;</a>", "<a", "<a b='<'/>", "<a>]]></a>", "<?xml version='1.0'?>"}) {
-      CAPTURE(text);
-      CHECK(IsRefused(text));
+    TEST_CASE("texts keep their characters and lose the white space around them")
+    {
+        const auto document = Parse("<a>\n  <b> Niccol\xC3\xB2 &amp; D&apos;Angelo &lt;&#x20AC;&#128512;&gt; </b>"
+                                    "<c><![CDATA[<x>]]> e\r\naltro</c><d>  </d></a>");
+        CHECK(document.Root().Text("b") == "Niccol\xC3\xB2 & D'Angelo <\xE2\x82\xAC\xF0\x9F\x98\x80>");
+        CHECK(document.Root().Text("c") == "<x> e\naltro");
+        CHECK(document.Root().Text("d") == "");
+        const auto again = Parse(document.Xml());
+        CHECK(again.Root().Text("b") == document.Root().Text("b"));
+        CHECK(again.Xml() == document.Xml());
     }
-  }
 
-  TEST_CASE("a hostile text is refused before it does harm") {
-    CHECK(IsRefused("<!DOCTYPE a [<!ENTITY x \"y\">]><a>&x;</a>"));
-    CHECK(IsRefused("<!DOCTYPE a SYSTEM \"file:///etc/passwd\"><a/>"));
-    CHECK(IsRefused("<?xml version='1.0'?><!-- > --><!DOCTYPE a><a/>"));
-    CHECK(IsRefused(Nested(100'000)));
-    const Limits limits{.bytes = 1'000, .depth = 3, .attributes = 2};
-    CHECK_FALSE(IsRefused(Nested(3), limits));
-    CHECK(IsRefused(Nested(4), limits));
-    CHECK_FALSE(IsRefused("<a b='1' c='2'/>", limits));
-    CHECK(IsRefused("<a b='1' c='2' d='3'/>", limits));
-    CHECK(IsRefused("<a>" + std::string(1'000, 'x') + "</a>", limits));
-    // Markup inside comments and sections counts for nothing.
-    CHECK_FALSE(IsRefused("<a><!-- <b><b><b><b> <!DOCTYPE --><![CDATA[<b><b><b><!DOCTYPE]]></a>", limits));
-    // Siblings are not depth; a closing bracket inside a value is not the end of its tag.
-    CHECK_FALSE(IsRefused("<a><b x='/>'><c/><c/><c/></b><b x=\"'>\"></b><c/></a>", limits));
-  }
+    TEST_CASE("a text that is set is read back, without what XML forbids")
+    {
+        const auto document = Parse("<a x=''><b>old<c/></b></a>");
+        const auto b = document.Root().Select("b");
+        b.SetText("1 < 2 & \"3\" '4' ]]> \x01\x1F\xC3\xA8\xEF\xBF\xBF\xFF\xED\xA0\x80.");
+        document.Root().Select("@x").SetText("\"a\"\r\n\t<&>");
+        CHECK(b.Text() == "1 < 2 & \"3\" '4' ]]> \xC3\xA8.");
+        const auto again = Parse(document.Xml());
+        CHECK(again.Root().Text("b") == b.Text());
+        CHECK(again.Root().Text("@x") == "\"a\"\r\n\t<&>");
+        b.SetText("");
+        CHECK(document.Root().Text() == "");
+    }
 
-  TEST_CASE("a byte order mark is not part of the text") {
-    CHECK(Parse("\xEF\xBB\xBF<a>x</a>").Root().Text() == "x");
-  }
+    TEST_CASE("nodes are cloned, appended and removed")
+    {
+        const auto document = Parse("<list><item k='1'><v>x</v></item><end/></list>");
+        const auto list = document.Root();
+        const auto item = list.Select("item");
+        const auto copy = item.Clone();
+        copy.Select("v").SetText("y");
+        list.Append(copy);
+        CHECK(item.Text("v") == "x");
+        CHECK(document.Xml() == R"(<list><item k="1"><v>x</v></item><end/><item k="1"><v>y</v></item></list>)");
+        item.Remove();
+        CHECK(item.Text("v") == "x");
+        copy.Select("@k").Remove();
+        CHECK(document.Xml() == R"(<list><end/><item><v>y</v></item></list>)");
+        list.Append(Parse("<other/>").Root()); // of another document: nothing happens
+        CHECK(list.SelectAll("other").empty());
+    }
+
+    TEST_CASE("what is not well-formed is refused")
+    {
+        for (const auto* text : {"",
+                                 " ",
+                                 "Errore di comunicazione con il server",
+                                 "<a>",
+                                 "<a></b>",
+                                 "<a/><b/>",
+                                 "<a/>x",
+                                 "x<a/>",
+                                 "<a b=1/>",
+                                 "<a b='1' b='2'/>",
+                                 "<a>&nbsp;</a>",
+                                 "<a>&</a>",
+                                 "<a><![CDATA[x</a>",
+                                 "<a><!-- -- --></a>",
+                                 "<1/>",
+                                 "<a>\x01</a>",
+                                 "<a>&#1;</a>",
+                                 "<a",
+                                 "<a b='<'/>",
+                                 "<a>]]></a>",
+                                 "<?xml version='1.0'?>"})
+        {
+            CAPTURE(text);
+            CHECK(IsRefused(text));
+        }
+    }
+
+    TEST_CASE("a hostile text is refused before it does harm")
+    {
+        CHECK(IsRefused("<!DOCTYPE a [<!ENTITY x \"y\">]><a>&x;</a>"));
+        CHECK(IsRefused("<!DOCTYPE a SYSTEM \"file:///etc/passwd\"><a/>"));
+        CHECK(IsRefused("<?xml version='1.0'?><!-- > --><!DOCTYPE a><a/>"));
+        CHECK(IsRefused(Nested(100'000)));
+        const Limits limits{.bytes = 1'000, .depth = 3, .attributes = 2};
+        CHECK_FALSE(IsRefused(Nested(3), limits));
+        CHECK(IsRefused(Nested(4), limits));
+        CHECK_FALSE(IsRefused("<a b='1' c='2'/>", limits));
+        CHECK(IsRefused("<a b='1' c='2' d='3'/>", limits));
+        CHECK(IsRefused("<a>" + std::string(1'000, 'x') + "</a>", limits));
+        // Markup inside comments and sections counts for nothing.
+        CHECK_FALSE(IsRefused("<a><!-- <b><b><b><b> <!DOCTYPE --><![CDATA[<b><b><b><!DOCTYPE]]></a>", limits));
+        // Siblings are not depth; a closing bracket inside a value is not the end of its tag.
+        CHECK_FALSE(IsRefused("<a><b x='/>'><c/><c/><c/></b><b x=\"'>\"></b><c/></a>", limits));
+    }
+
+    TEST_CASE("a byte order mark is not part of the text")
+    {
+        CHECK(Parse("\xEF\xBB\xBF<a>x</a>").Root().Text() == "x");
+    }
 }

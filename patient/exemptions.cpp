@@ -1,0 +1,120 @@
+#include "patient/exemptions.h"
+
+#include "host/fault.h"
+#include "service/siss_date_time.h"
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+namespace vellumo::patient
+{
+namespace
+{
+
+using Descriptions = std::unordered_map<std::string, std::string>;
+
+// SISS code to description; of a code that stands twice, the first row.
+Descriptions ReadDescriptions(environment::SISSEnvironment& environment)
+{
+    Descriptions descriptions;
+    host::PassOver(
+        [&]
+        {
+            const auto table = environment.GetImportTable(environment.ImportIndexs().Item("ESENZIONI"));
+            const auto code = table.Columns().Item("CD_APPLICATIVO").Index;
+            const auto description = table.Columns().Item("DS_ESENZIONE_SISS").Index;
+            for (std::int32_t position = 1; position <= table.RowCount(); ++position)
+            {
+                const auto row = table.Item(position);
+                descriptions.emplace(row.Field(code), row.Field(description));
+            }
+        });
+    return descriptions;
+}
+
+} // namespace
+
+SissExemptions Exemptions::Collect(const xml::Node& data) const
+{
+    SissExemptions exemptions;
+    const auto nodes = data.SelectAll("esenzioniGodute/esenzione");
+    if (nodes.empty())
+    {
+        return exemptions;
+    }
+    const auto descriptions = ReadDescriptions(m_context.environment);
+    for (const xml::Node& node : nodes)
+    {
+        ui::SissExemption exemption;
+        exemption.Codice = node.Text("codiceEsenzione");
+        if (const auto known = descriptions.find(exemption.Codice); known != descriptions.end())
+        {
+            exemption.Descrizione = known->second;
+        }
+        exemption.DataEsenzione = service::ConvertSissDateTime(node.Text("decorrenzaEsenzione"));
+        exemption.Scadenza = service::ConvertSissDateTime(node.Text("scadenzaEsenzione"));
+        exemption.IDEsenzione = LocalExemptionOf(exemption.Codice);
+        exemptions.push_back(std::move(exemption));
+    }
+    return exemptions;
+}
+
+std::int32_t Exemptions::LocalExemptionOf(const std::string& codice) const
+{
+    return m_context.services.RequireUtils()
+        .SingleValue("SELECT ISNULL(IDEsenzione, 0) FROM Norda..SISS_Esenzione WHERE Codice = {0}", {codice})
+        .ToInteger();
+}
+
+bool Exemptions::Assign(SissExemptions& exemptions) const
+{
+    constexpr int confirmed = 1;
+    ui::FormEsenzioni window(exemptions, m_context.services.RequireConnection(), m_context.desktop);
+    m_context.desktop.ShowModal(window);
+    return window.Result() == confirmed;
+}
+
+void Exemptions::Store(const SissExemptions& exemptions, std::int32_t idPaziente, bool deleteFirst) const
+{
+    if (deleteFirst)
+    {
+        m_context.services.RequireUtils().Execute(
+            std::string("DELETE FROM EsenzionePerPaziente ") + "WHERE IDPaziente = {0}", {idPaziente});
+    }
+    for (const auto& exemption : exemptions)
+    {
+        Store(exemption, idPaziente);
+    }
+}
+
+void Exemptions::Store(const ui::SissExemption& exemption, std::int32_t idPaziente) const
+{
+    host::Utils& utils = m_context.services.RequireUtils();
+    const auto local = [&]() -> std::optional<host::Value>
+    {
+        const auto rows =
+            utils.OpenRecordset("SELECT * FROM VwPartecipazioneSpesa WHERE IDEsenzione = {0}", {exemption.IDEsenzione});
+        return rows->IsAtEnd() ? std::nullopt : std::optional(rows->Field("Esenzione"));
+    }();
+    if (!local)
+    {
+        return;
+    }
+
+    const auto pairing = utils.FindKey("Norda..SISS_Esenzione", "IDSISSEsenzione", "Codice = {0}", {exemption.Codice});
+    utils.WriteRow("Norda..SISS_Esenzione", "IDSISSEsenzione", pairing,
+                   {{"Codice", exemption.Codice}, {"IDEsenzione", exemption.IDEsenzione}});
+
+    const auto key = utils.SingleValue("SELECT IDEsenzionePerPaziente FROM EsenzionePerPaziente "
+                                       "WHERE IDEsenzione = {0} AND IDPaziente = {1}",
+                                       {exemption.IDEsenzione, idPaziente});
+    utils.WriteRow("EsenzionePerPaziente", "IDEsenzionePerPaziente", key,
+                   {{"IDPaziente", idPaziente},
+                    {"IDEsenzione", exemption.IDEsenzione},
+                    {"Esenzione", *local},
+                    {"DataEsenzione", host::Value::DateOrNull(exemption.DataEsenzione)},
+                    {"Scadenza", host::Value::DateOrNull(exemption.Scadenza)}});
+}
+
+} // namespace vellumo::patient

@@ -1,0 +1,43 @@
+// The exemptions from charges that SISS reports for a citizen: collected from the reply, given a local exemption by
+// the operator, stored on the patient together with the pairing of SISS and local codes. Faults go through.
+#pragma once
+
+#include "service/provider_context.h"
+#include "ui/form_esenzioni.h"
+#include "xml/document.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace vellumo::patient
+{
+
+using SissExemptions = std::vector<ui::SissExemption>;
+
+class Exemptions
+{
+public:
+    explicit Exemptions(const service::ProviderContext& context)
+        : m_context(context)
+    {
+    }
+
+    // Those below `data` (the reply's data node), in its order. Without a readable table ESENZIONI the descriptions are
+    // empty.
+    [[nodiscard]] SissExemptions Collect(const xml::Node& data) const;
+
+    // Lets the operator assign the missing ones and confirm. False when he cancelled; then nothing has changed.
+    [[nodiscard]] bool Assign(SissExemptions& exemptions) const;
+
+    // Stores them on the patient, the dates of those that he has already overwritten. An entry whose local exemption
+    // does not exist is left out. `deleteFirst`: the patient's own ones are deleted before.
+    void Store(const SissExemptions& exemptions, std::int32_t idPaziente, bool deleteFirst) const;
+
+private:
+    void Store(const ui::SissExemption& exemption, std::int32_t idPaziente) const;
+    [[nodiscard]] std::int32_t LocalExemptionOf(const std::string& codice) const;
+
+    const service::ProviderContext& m_context;
+};
+
+} // namespace vellumo::patient

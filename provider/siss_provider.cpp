@@ -1,0 +1,78 @@
+#include "provider/siss_provider.h"
+
+#include "environment/siss_environment.h"
+#include "patient/identification.h"
+#include "service/exchange_log.h"
+#include "service/practice_user.h"
+#include "service/provider_context.h"
+#include "service/service_factory.h"
+#include "service/service_sender.h"
+
+#include <utility>
+
+namespace vellumo::provider
+{
+
+// In the order in which the parts need each other; they go in the opposite one.
+struct SISSProvider::Parts
+{
+    explicit Parts(Surroundings given)
+        : surroundings(std::move(given))
+        , factory(*surroundings.settings)
+        , environment(*surroundings.settings, *surroundings.clock)
+        , log(services, *surroundings.objects, *surroundings.settings, *surroundings.clock)
+        , sender(*surroundings.bridge, factory, log, *surroundings.desktop)
+    {
+    }
+
+    Surroundings surroundings;
+    host::HostServices services;
+    service::ServiceFactory factory;
+    environment::SISSEnvironment environment;
+    service::ExchangeLog log;
+    service::ServiceSender sender;
+    service::ProviderContext context = {
+        services, *surroundings.objects, *surroundings.clock, *surroundings.desktop, environment, factory, sender, log};
+    bool active = true; // cleared once, never set again
+};
+
+SISSProvider::SISSProvider(Surroundings surroundings)
+    : m_parts(std::make_unique<Parts>(std::move(surroundings)))
+{
+}
+
+SISSProvider::~SISSProvider() = default;
+
+host::HostServices& SISSProvider::Services() noexcept
+{
+    return m_parts->services;
+}
+
+std::int32_t SISSProvider::IdentificaPaziente(const host::Value& idPaziente, bool& gestito)
+{
+    gestito = true;
+    const auto outcome = patient::Identification(m_parts->context).Run(idPaziente);
+    if (outcome.WithoutSession)
+    {
+        m_parts->active = false;
+    }
+    gestito = outcome.Gestito;
+    return outcome.IDPaziente;
+}
+
+bool SISSProvider::IsActive() const noexcept
+{
+    return m_parts->active;
+}
+
+bool SISSProvider::VerificaPaziente(const host::Value&) noexcept
+{
+    return true;
+}
+
+bool SISSProvider::IsPersonaleStudio() noexcept
+{
+    return service::IsPersonaleStudio(m_parts->services);
+}
+
+} // namespace vellumo::provider

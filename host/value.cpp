@@ -129,6 +129,9 @@ struct Overloaded : Cases...
     using Cases::operator()...;
 };
 
+template <class... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
+
 } // namespace
 
 Value Value::DateOrNull(Date date)

@@ -1,0 +1,140 @@
+#include "environment/ansi_text.h"
+#include "environment/siss_environment.h"
+#include "host/fault.h"
+#include "tests/support/installation.h"
+
+#include <doctest.h>
+
+#include <string>
+
+using namespace vellumo::environment;
+using vellumo::host::Date;
+using vellumo::host::Fault;
+using vellumo::tests::Installation;
+
+namespace
+{
+
+bool ReadsDumper(const std::string& bytes)
+{
+    Installation installation;
+    installation.Write("client\\SISS\\Conf\\WINBRIDGE4SEBACTIVEX.conf", bytes);
+    return SISSConfiguration(installation.settings).IsPersonaleStudio();
+}
+
+} // namespace
+
+TEST_SUITE("environment")
+{
+    TEST_CASE("every byte of 8-bit text survives, what does not fit becomes a question mark")
+    {
+        std::string bytes;
+        for (int byte = 1; byte < 256; ++byte)
+        {
+            bytes += static_cast<char>(byte);
+        }
+        CHECK(ToAnsi(FromAnsi(bytes)) == bytes);
+        CHECK(FromAnsi("Cant\xF9 \x80") == "Cantù €");
+        CHECK(ToAnsi("Łódź 😀 è\xC3") == "?\xF3"
+                                        "d? ? \xE8?");
+        CHECK(FirstCharacters("àèìòù", 3) == "àèì");
+        CHECK(LastCharacters("àèìòù", 3) == "ìòù");
+        CHECK(FirstCharacters("ab", 3) == "ab");
+        CHECK(LastCharacters("ab", 3) == "ab");
+    }
+
+    TEST_CASE("folders come from the settings, or from the default")
+    {
+        Installation installation;
+        const SISSConfiguration configured(installation.settings);
+        CHECK(configured.ConfigFolder() == installation.Path("client\\SISS\\Conf"));
+        installation.settings.values.clear();
+        CHECK(HostProgramFolder(installation.settings).empty());
+        CHECK(configured.ImportWorkingFolder() == "C:\\AppSISS\\SISS\\Prerequisiti\\mysql\\data\\imp_test\\sau");
+        CHECK(JoinPath("", "SISS") == "SISS");
+        CHECK(JoinPath("C:\\", "SISS") == "C:\\SISS");
+    }
+
+    TEST_CASE("the bridge's mode")
+    {
+        for (const auto* text : {"modalita=dumper", "x=1\r\nmodalita=DUMPER\r\n\r\ny", "modalita=DUMPER=X",
+                                 "modalita=X\r\nmodalita=Dumper"})
+        {
+            CAPTURE(text);
+            CHECK(ReadsDumper(text));
+        }
+        for (const auto* text : {"", "Modalita=DUMPER", "modalita = DUMPER", "modalita=DUMPER ", " modalita=DUMPER",
+                                 "modalita", "modalita=DUMPER\r\nmodalita=", "modalita=DUMPER\r\nmodalita=LIVE",
+                                 "modalita=DUMPER\nmodalita=DUMPER", "\xFF\xFE\x01\x02=\x03"})
+        {
+            CAPTURE(text);
+            CHECK_FALSE(ReadsDumper(text));
+        }
+    }
+
+    TEST_CASE("a table's rows and values")
+    {
+        const SISSImportTable table(
+            "A|b||C\r\n1|2|3|4|5\r\n   \r\n|\r\n\r\n\\N|\\n| \\N|citt\xE0\r\nuna sola\nriga\r\n");
+        CHECK(table.Columns().Count() == 4);
+        CHECK(table.Columns().Item("c").Index == 4);
+        REQUIRE(table.RowCount() == 4);
+        CHECK(table.Item(1).Field("B") == "2");
+        CHECK(table.Item(1).Field("") == "3");
+        CHECK(table.Item(1).Field("altra") == "");
+        CHECK(table.Item(2).Field("A") == "");
+        CHECK(table.Item(2).Field("C") == "");
+        CHECK(table.Item(3).Field("a") == "");
+        CHECK(table.Item(3).Field("b") == "");
+        CHECK(table.Item(3).Field(3) == " \\N");
+        CHECK(table.Item(3).Field("C") == "città");
+        CHECK(table.Item(4).Field("A") == "una sola\nriga");
+        CHECK_THROWS_AS(table.Item(0), Fault);
+        CHECK_THROWS_AS(table.Item(5), Fault);
+        CHECK(SISSImportTable("A").RowCount() == 0);
+        CHECK_THROWS_AS(SISSImportTable(""), Fault);
+        CHECK_THROWS_AS(SISSImportTable("A|B|a\r\n1|2|3"), Fault);
+    }
+
+    TEST_CASE("the master index is read once, with the rows that can be read")
+    {
+        Installation installation;
+        SISSEnvironment environment(installation.settings, installation.clock);
+        SUBCASE("there is none")
+        {
+            CHECK(environment.ImportIndexs().Count() == 0);
+            installation.WriteTable("master", "ID_CENTRALE\r\nX\r\n");
+            CHECK(environment.ImportIndexs().Count() == 0);
+        }
+        SUBCASE("good and bad rows")
+        {
+            installation.WriteTable("master", "DS_NOME_FILE|ID_CENTRALE|altro|DT_AGGIORNAMENTO\r\n"
+                                              "es|ESENZIONI|x|2011-03-07\r\n"
+                                              "br|BRANCHE|x|ieri\r\n"
+                                              "es2|esenzioni|x|2012-01-01\r\n"
+                                              "corta\r\n");
+            const auto& indexs = environment.ImportIndexs();
+            REQUIRE(indexs.Count() == 3);
+            CHECK(indexs.Item("Esenzioni").Filename == "es");
+            CHECK(indexs.Item(1).UpdateDateTime == Date::FromCalendar(2011, 3, 7));
+            CHECK(indexs.Item(2).UpdateDateTime.IsZero());
+            CHECK(indexs.Item(3).Name == "");
+            CHECK_THROWS_AS(indexs.Item("ALTRA"), Fault);
+            CHECK_THROWS_AS(environment.GetImportTable(indexs.Item(1)), Fault);
+        }
+        CHECK(environment.DefaultIndex().UpdateDateTime == installation.clock.now);
+    }
+
+    TEST_CASE("dates of the tables")
+    {
+        const auto convert = SISSEnvironment::ConvertToDateTime;
+        CHECK(convert("2011-03-07") == Date::FromCalendar(2011, 3, 7));
+        CHECK(convert(" 2011-3 - 7.9") == Date::FromCalendar(2011, 3, 7));
+        CHECK(convert("2011-03-07-99") == Date::FromCalendar(2011, 3, 7));
+        for (const auto* text : {"", "2011", "2011-03", "2011-02-30", "07/03/2011", "x-y-z", "2011-03-07 10:30"})
+        {
+            CAPTURE(text);
+            CHECK_THROWS_AS(convert(text), Fault);
+        }
+    }
+}

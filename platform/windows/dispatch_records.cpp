@@ -1,0 +1,120 @@
+#include "platform/windows/dispatch_records.h"
+
+#include "host/fault.h"
+#include "platform/windows/host_names.h"
+
+namespace vellumo::windows
+{
+namespace
+{
+
+class DispatchRecord final : public host::Record
+{
+public:
+    explicit DispatchRecord(LateBound record)
+        : m_record(std::move(record))
+    {
+    }
+
+    bool Load(std::int32_t id) override { return m_record.Call(m_load, Variant(host::Value(id))).Value().ToBoolean(); }
+    void StartNew() override { m_record.Call(m_startNew); }
+    host::Value Get(std::string_view column) const override
+    {
+        return m_record.Call(m_field, Variant::Text(column)).Value();
+    }
+    void Set(std::string_view column, const host::Value& value) override
+    {
+        m_record.Put(m_field, Variant::Text(column), Variant(value));
+    }
+    bool Save() override { return m_record.Call(m_save).Value().ToBoolean(); }
+    std::int32_t Id() const override { return m_record.Call(m_id).Value().ToInteger(); }
+
+private:
+    LateBound m_record;
+    Member m_load{names::record::load};
+    Member m_startNew{names::record::startNew};
+    mutable Member m_field{names::record::field};
+    Member m_save{names::record::save};
+    mutable Member m_id{names::record::id};
+};
+
+class DispatchSettings final : public host::PracticeSettings
+{
+public:
+    explicit DispatchSettings(LateBound settings)
+        : m_settings(std::move(settings))
+    {
+    }
+
+    bool Load(std::int32_t studio) override
+    {
+        return m_settings.Call(m_load, Variant(host::Value(studio))).Value().ToBoolean();
+    }
+    host::Value Get(std::string_view name) const override
+    {
+        return m_settings.Call(m_field, Variant::Text(name)).Value();
+    }
+
+private:
+    LateBound m_settings;
+    Member m_load{names::settings::load};
+    mutable Member m_field{names::settings::field};
+};
+
+struct RecordClass
+{
+    host::RecordKind kind;
+    const wchar_t* progId;
+    bool wantsStudio;
+};
+
+constexpr RecordClass recordClasses[] = {
+    {host::RecordKind::Patient, names::patientProgId, true},
+    {host::RecordKind::Asl, names::aslProgId, false},
+    {host::RecordKind::Specialist, names::specialistProgId, false},
+};
+
+const RecordClass& ClassOf(host::RecordKind kind)
+{
+    for (const RecordClass& each : recordClasses)
+    {
+        if (each.kind == kind)
+        {
+            return each;
+        }
+    }
+    throw host::Fault("Tipo di record non previsto.");
+}
+
+} // namespace
+
+void DispatchHostObjects::HandOver(const LateBound& object) const
+{
+    Member connection(names::record::connection);
+    Member lockSrv(names::record::lockSrv);
+    object.PutObject(connection, m_handles->connection.Get());
+    object.PutObject(lockSrv, m_handles->lockSrv.Get());
+}
+
+std::unique_ptr<host::Record> DispatchHostObjects::CreateRecord(host::RecordKind kind,
+                                                                const host::HostServices& services)
+{
+    const RecordClass& recordClass = ClassOf(kind);
+    LateBound record(CreateByProgId(recordClass.progId), recordClass.progId);
+    HandOver(record);
+    if (recordClass.wantsStudio)
+    {
+        Member studio(names::record::studio);
+        record.Put(studio, Variant(host::Value(services.studio)));
+    }
+    return std::make_unique<DispatchRecord>(std::move(record));
+}
+
+std::unique_ptr<host::PracticeSettings> DispatchHostObjects::CreateSettings(const host::HostServices&)
+{
+    LateBound settings(CreateByProgId(names::settingsProgId), names::settingsProgId);
+    HandOver(settings);
+    return std::make_unique<DispatchSettings>(std::move(settings));
+}
+
+} // namespace vellumo::windows

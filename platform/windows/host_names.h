@@ -1,0 +1,141 @@
+// Every name by which the library reaches an object of the host or of the SISS client: ProgIDs and members. They are
+// the host's to choose, so they stand here and nowhere else; a host that spells one differently needs a change in
+// this file only. Arguments are given in their order; VARIANT types in brackets.
+//
+// docs/host-contract.md explains the same members to the people who build a host.
+#pragma once
+
+namespace vellumo::windows::names
+{
+
+// --- The SISS client's bridge -------------------------------------------------------------------------------------
+
+inline constexpr const wchar_t* bridgeProgId = L"Winbridge4seb.Bean.1";
+// (request envelope [BSTR]) -> reply envelope [BSTR]. Blocks until the reply is there.
+inline constexpr const wchar_t* callSebMethod = L"callSebMethod";
+
+// --- The database connection: the object model of ADO -------------------------------------------------------------
+
+namespace connection
+{
+inline constexpr const wchar_t* self = L"Connection";
+// (SQL text [BSTR]) -> Recordset, forward-only and read-only, on its first row.
+inline constexpr const wchar_t* execute = L"Execute";
+// () Transactions. The first one faults where the host has one open already.
+inline constexpr const wchar_t* beginTrans = L"BeginTrans";
+inline constexpr const wchar_t* commitTrans = L"CommitTrans";
+inline constexpr const wchar_t* rollbackTrans = L"RollbackTrans";
+} // namespace connection
+
+namespace recordset
+{
+inline constexpr const wchar_t* self = L"Recordset";
+// Property -> 0 when closed: the statement answered no rows and no columns [I4].
+inline constexpr const wchar_t* state = L"State";
+// Property -> True behind the last row [BOOL].
+inline constexpr const wchar_t* eof = L"EOF";
+inline constexpr const wchar_t* moveNext = L"MoveNext";
+inline constexpr const wchar_t* close = L"Close";
+// Property -> Fields, the columns in the order of the statement.
+inline constexpr const wchar_t* fields = L"Fields";
+} // namespace recordset
+
+namespace fields
+{
+inline constexpr const wchar_t* self = L"Fields";
+// Property -> number of columns [I4].
+inline constexpr const wchar_t* count = L"Count";
+// Property (index from 0 [I4]) -> Field. The object stays valid while the recordset moves.
+inline constexpr const wchar_t* item = L"Item";
+} // namespace fields
+
+namespace field
+{
+inline constexpr const wchar_t* self = L"Field";
+// Property -> name of the column [BSTR].
+inline constexpr const wchar_t* name = L"Name";
+// Property -> value in the current row; NULL is VT_NULL.
+inline constexpr const wchar_t* value = L"Value";
+} // namespace field
+
+// --- The lock service ---------------------------------------------------------------------------------------------
+
+namespace lockSrv
+{
+inline constexpr const wchar_t* self = L"LockSrv";
+// Property -> identifier of the user logged on to the host [I4].
+inline constexpr const wchar_t* userId = L"IDUtente";
+} // namespace lockSrv
+
+// --- The query helpers --------------------------------------------------------------------------------------------
+// `provider` is the library's object by its interface ICCEDatabaseProvider [DISPATCH]; the host takes its connection
+// from it. `parameters` is an array of VARIANT, first index 0, one for each placeholder "{0}", "{1}" of the text; the
+// host puts them in, quoted for its database.
+
+namespace utils
+{
+inline constexpr const wchar_t* self = L"Utils";
+// (provider, SQL text, parameters) -> first column of the first row; Null without a row.
+inline constexpr const wchar_t* executeScalar = L"ExecuteScalar";
+// (provider, SQL text, parameters) -> Recordset.
+inline constexpr const wchar_t* openRecordset = L"OpenRecordset";
+// (provider, table, key column, condition, parameters) -> value of the key column; Null without a row.
+inline constexpr const wchar_t* findKey = L"FindKey";
+// (provider, SQL text, parameters)
+inline constexpr const wchar_t* execute = L"Execute";
+// (provider, table, key column, key or Null for a new row, array of column names, array of values) -> key of the row.
+inline constexpr const wchar_t* writeRow = L"WriteRow";
+// (provider, regional table) -> date that the host keeps for it [DATE]; Null when it keeps none.
+inline constexpr const wchar_t* tableDate = L"TableDate";
+// (provider, regional table, date [DATE], user [I4])
+inline constexpr const wchar_t* storeTableDate = L"StoreTableDate";
+// Property -> the host's journal of service errors.
+inline constexpr const wchar_t* serviceLog = L"ServiceLog";
+// (value) -> the host's reading of a settings value as a Boolean [BOOL].
+inline constexpr const wchar_t* toBoolean = L"ToBoolean";
+} // namespace utils
+
+namespace serviceLog
+{
+inline constexpr const wchar_t* self = L"ServiceLog";
+// (line [BSTR]) Records one line about a failed SISS service.
+inline constexpr const wchar_t* write = L"Write";
+} // namespace serviceLog
+
+// --- Record objects, created by the library -----------------------------------------------------------------------
+
+inline constexpr const wchar_t* patientProgId = L"Norda.Paziente";
+inline constexpr const wchar_t* aslProgId = L"Norda.Asl";
+inline constexpr const wchar_t* specialistProgId = L"Norda.Specialista";
+inline constexpr const wchar_t* settingsProgId = L"Norda.Impostazioni";
+
+namespace record
+{
+inline constexpr const wchar_t* self = L"Record";
+// Properties set before anything else; `studio` on the patient only.
+inline constexpr const wchar_t* connection = L"Connection";
+inline constexpr const wchar_t* lockSrv = L"LockSrv";
+inline constexpr const wchar_t* studio = L"Studio";
+// (identifier [I4]) -> False when there is no such row [BOOL].
+inline constexpr const wchar_t* load = L"Load";
+// () Starts a row that `Save` inserts.
+inline constexpr const wchar_t* startNew = L"NewRecord";
+// Property (column [BSTR]) -> value, readable and writable; NULL is VT_NULL.
+inline constexpr const wchar_t* field = L"Field";
+// () -> False when the host refused [BOOL].
+inline constexpr const wchar_t* save = L"Save";
+// Property -> identifier of the row [I4]; of a new one, after `Save`.
+inline constexpr const wchar_t* id = L"ID";
+} // namespace record
+
+// The practice's settings: `Connection` and `LockSrv` as above, then:
+namespace settings
+{
+inline constexpr const wchar_t* self = L"Impostazioni";
+// (practice [I4]) -> False when it has no settings [BOOL].
+inline constexpr const wchar_t* load = L"Load";
+// Property (name [BSTR]) -> value.
+inline constexpr const wchar_t* field = L"Field";
+} // namespace settings
+
+} // namespace vellumo::windows::names

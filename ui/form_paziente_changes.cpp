@@ -74,8 +74,8 @@ FormPazienteChanges::FormPazienteChanges(NamedValues paziente, NamedValues citta
     , m_chkAnagrafica("Aggiorna i dati &anagrafici")
     , m_chkEsenzioni("Aggiorna le &esenzioni")
     , m_chkRimuoviEsenzioni("&Rimuovi prima tutte le esenzioni locali")
-    , m_avvertenza("Residenza e domicilio vengono sempre aggiornati. Le esenzioni \"Da Eliminare\" vengono tolte "
-                   "solo rimuovendo quelle locali.")
+    , m_avvertenza("Residenza e domicilio vengono sempre aggiornati.\r\n"
+                   "Le esenzioni \"Da Eliminare\" restano al paziente, se non si rimuovono quelle locali.")
     , m_conferma("&Conferma")
     , m_annulla("A&nnulla")
 {

@@ -1,0 +1,294 @@
+// The views of all controls but the grid, which has a file of its own.
+#include "host/fault.h"
+#include "platform/windows/control_view.h"
+#include "platform/windows/grid_view.h"
+#include "platform/windows/text.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+namespace vellumo::windows
+{
+namespace
+{
+
+constexpr int buttonHeight = 23; // all at 96 dots an inch, the sizes that Windows itself uses
+constexpr int buttonWidth = 75;
+constexpr int checkHeight = 17;
+constexpr int editHeight = 21;
+constexpr int barHeight = 17;
+
+class LabelView final : public ControlView
+{
+public:
+    LabelView(ui::Label& label, const Surface& surface)
+        : ControlView(label)
+        , m_label(label)
+        , m_surface(surface)
+    {
+        const DWORD cut = label.lines > 1 ? SS_EDITCONTROL : SS_ENDELLIPSIS;
+        m_window = TextWindow(surface.MakeChild(L"STATIC", L"", SS_LEFT | SS_NOPREFIX | cut, 0, -1));
+        Send(m_window.Get(), WM_SETFONT, reinterpret_cast<WPARAM>(surface.FontFor(label.strong)), FALSE);
+    }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        const int width = m_label.lines > 1 ? 0 : m_surface.TextWidth(ToWide(m_label.text), m_label.strong, false);
+        return {
+            .size = {width, m_label.lines * m_surface.LineHeight()}, .sameLine = m_label.sameLine, .stretches = true};
+    }
+    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Update() override { m_window.Update(m_label); }
+
+private:
+    ui::Label& m_label;
+    const Surface& m_surface;
+    TextWindow m_window;
+};
+
+class TextBoxView final : public ControlView
+{
+public:
+    TextBoxView(ui::TextBox& box, const Surface& surface, int id)
+        : ControlView(box)
+        , m_box(box)
+        , m_surface(surface)
+    {
+        m_caption = TextWindow(surface.MakeChild(L"STATIC", L"", SS_LEFT | SS_CENTERIMAGE, 0, -1));
+        m_edit =
+            TextWindow(surface.MakeChild(L"EDIT", L"", ES_LEFT | ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, id));
+        if (box.list != nullptr)
+        {
+            PassListKeysToWindow();
+        }
+    }
+    [[nodiscard]] HWND Input() const noexcept override { return m_edit.Get(); }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        return {.size = {CaptionWidth() + m_surface.Pixels(150), m_surface.Pixels(editHeight)},
+                .sameLine = m_box.sameLine,
+                .stretches = true};
+    }
+    void Place(const RECT& place) override
+    {
+        const LONG middle = std::min(place.right, place.left + CaptionWidth());
+        m_caption.Place(place.left, place.top, middle, place.bottom);
+        m_edit.Place(middle, place.top, place.right, place.bottom);
+    }
+    void Update() override
+    {
+        m_caption.Update(m_box);
+        m_updating = true;
+        m_edit.UpdateText(m_box.value);
+        m_updating = false;
+        m_edit.UpdateState(m_box);
+    }
+    Event OnCommand(WORD code) override
+    {
+        if (code != EN_CHANGE || m_updating)
+        {
+            return Event::None;
+        }
+        std::wstring typed(static_cast<std::size_t>(GetWindowTextLengthW(m_edit.Get())) + 1, L'\0');
+        typed.resize(
+            static_cast<std::size_t>(GetWindowTextW(m_edit.Get(), typed.data(), static_cast<int>(typed.size()))));
+        m_box.value = FromWide(typed);
+        m_edit.Note(m_box.value);
+        return Event::Changed;
+    }
+
+private:
+    // The window that the box belongs to knows the list and gets the keys that move in it.
+    void PassListKeysToWindow()
+    {
+        const LONG_PTR procedure = reinterpret_cast<LONG_PTR>(&TextBoxView::EditProcedure);
+        SetWindowLongPtrW(m_edit.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        m_editProcedure = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(m_edit.Get(), GWLP_WNDPROC, procedure));
+    }
+    static LRESULT CALLBACK EditProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
+    {
+        const bool listKey = wParam == VK_UP || wParam == VK_DOWN || wParam == VK_PRIOR || wParam == VK_NEXT;
+        if (message == WM_KEYDOWN && listKey)
+        {
+            return Send(GetParent(window), listKeyMessage, wParam, GetDlgCtrlID(window));
+        }
+        const auto* const self = reinterpret_cast<const TextBoxView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        return CallWindowProcW(self->m_editProcedure, window, message, wParam, lParam);
+    }
+    [[nodiscard]] int CaptionWidth() const
+    {
+        return m_surface.TextWidth(ToWide(m_box.text), false, true) + m_surface.Pixels(6);
+    }
+
+    ui::TextBox& m_box;
+    const Surface& m_surface;
+    TextWindow m_caption;
+    TextWindow m_edit;
+    WNDPROC m_editProcedure = nullptr;
+    bool m_updating = false;
+};
+
+class CheckBoxView final : public ControlView
+{
+public:
+    CheckBoxView(ui::CheckBox& box, const Surface& surface, int id)
+        : ControlView(box)
+        , m_box(box)
+        , m_surface(surface)
+    {
+        m_window = TextWindow(surface.MakeChild(L"BUTTON", L"", BS_AUTOCHECKBOX | WS_TABSTOP, 0, id));
+    }
+    [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        return {.size = {m_surface.TextWidth(ToWide(m_box.text), false, true) + m_surface.Pixels(24),
+                         m_surface.Pixels(checkHeight)},
+                .sameLine = m_box.sameLine};
+    }
+    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Update() override
+    {
+        m_window.Update(m_box);
+        const WPARAM state = m_box.checked ? BST_CHECKED : BST_UNCHECKED;
+        if (static_cast<WPARAM>(Send(m_window.Get(), BM_GETCHECK)) != state)
+        {
+            Send(m_window.Get(), BM_SETCHECK, state);
+        }
+    }
+    Event OnCommand(WORD code) override
+    {
+        if (code != BN_CLICKED)
+        {
+            return Event::None;
+        }
+        m_box.checked = Send(m_window.Get(), BM_GETCHECK) == BST_CHECKED;
+        return Event::Clicked;
+    }
+
+private:
+    ui::CheckBox& m_box;
+    const Surface& m_surface;
+    TextWindow m_window;
+};
+
+class ButtonView final : public ControlView
+{
+public:
+    ButtonView(ui::Button& button, const Surface& surface, int id)
+        : ControlView(button)
+        , m_button(button)
+        , m_surface(surface)
+    {
+        const DWORD kind = button.isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+        m_window = TextWindow(surface.MakeChild(L"BUTTON", L"", kind | WS_TABSTOP, 0, id));
+    }
+    [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        const int width = m_surface.TextWidth(ToWide(m_button.text), false, true) + m_surface.Pixels(24);
+        return {.size = {std::max(width, m_surface.Pixels(buttonWidth)), m_surface.Pixels(buttonHeight)},
+                .sameLine = m_button.sameLine,
+                .isButton = true};
+    }
+    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Update() override { m_window.Update(m_button); }
+    Event OnCommand(WORD code) override { return code == BN_CLICKED ? Event::Clicked : Event::None; }
+
+private:
+    ui::Button& m_button;
+    const Surface& m_surface;
+    TextWindow m_window;
+};
+
+class ProgressBarView final : public ControlView
+{
+public:
+    ProgressBarView(ui::ProgressBar& bar, const Surface& surface)
+        : ControlView(bar)
+        , m_bar(bar)
+        , m_surface(surface)
+    {
+        m_window = TextWindow(surface.MakeChild(PROGRESS_CLASSW, L"", 0, 0, -1));
+        Send(m_window.Get(), PBM_SETRANGE32, 0, steps);
+    }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        return {.size = {m_surface.Pixels(100), m_surface.Pixels(barHeight)},
+                .sameLine = m_bar.sameLine,
+                .stretches = true};
+    }
+    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Update() override
+    {
+        const float part = m_bar.maximum > 0 ? std::clamp(m_bar.value / m_bar.maximum, 0.0F, 1.0F) : 0.0F;
+        m_window.UpdateState(m_bar);
+        Send(m_window.Get(), PBM_SETPOS, static_cast<WPARAM>(part * steps));
+    }
+
+private:
+    static constexpr int steps = 1000;
+
+    ui::ProgressBar& m_bar;
+    const Surface& m_surface;
+    TextWindow m_window;
+};
+
+} // namespace
+
+void TextWindow::Place(int left, int top, int right, int bottom) const noexcept
+{
+    SetWindowPos(m_window, nullptr, left, top, right - left, bottom - top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void TextWindow::Update(const ui::Control& control)
+{
+    UpdateText(control.text);
+    UpdateState(control);
+}
+
+void TextWindow::UpdateText(const std::string& text)
+{
+    if (text != m_text)
+    {
+        m_text = text;
+        SetWindowTextW(m_window, ToWide(text).c_str());
+    }
+}
+
+void TextWindow::UpdateState(const ui::Control& control) const noexcept
+{
+    const bool shown = (GetWindowLongPtrW(m_window, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (shown != control.visible)
+    {
+        ShowWindow(m_window, control.visible ? SW_SHOWNA : SW_HIDE);
+    }
+    if ((IsWindowEnabled(m_window) != FALSE) != control.enabled)
+    {
+        EnableWindow(m_window, control.enabled);
+    }
+}
+
+std::unique_ptr<ControlView> MakeControlView(ui::Control& control, const Surface& surface, int id)
+{
+    switch (control.kind)
+    {
+    case ui::ControlKind::Label:
+        return std::make_unique<LabelView>(dynamic_cast<ui::Label&>(control), surface);
+    case ui::ControlKind::TextBox:
+        return std::make_unique<TextBoxView>(dynamic_cast<ui::TextBox&>(control), surface, id);
+    case ui::ControlKind::CheckBox:
+        return std::make_unique<CheckBoxView>(dynamic_cast<ui::CheckBox&>(control), surface, id);
+    case ui::ControlKind::Grid:
+        return std::make_unique<GridView>(dynamic_cast<ui::Grid&>(control), surface, id);
+    case ui::ControlKind::ProgressBar:
+        return std::make_unique<ProgressBarView>(dynamic_cast<ui::ProgressBar&>(control), surface);
+    case ui::ControlKind::Button:
+        return std::make_unique<ButtonView>(dynamic_cast<ui::Button&>(control), surface, id);
+    case ui::ControlKind::OptionButton:
+    case ui::ControlKind::ComboBox:
+        break;
+    }
+    throw host::Fault("La finestra contiene un controllo che non può essere mostrato.");
+}
+
+} // namespace vellumo::windows

@@ -1,0 +1,286 @@
+#include "platform/windows/grid_view.h"
+
+#include "platform/windows/text.h"
+
+#include <algorithm>
+#include <cwchar>
+
+namespace vellumo::windows
+{
+namespace
+{
+
+constexpr DWORD listStyle =
+    LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | WS_TABSTOP;
+constexpr DWORD extendedListStyle = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
+
+COLORREF ToColorRef(ui::Colour colour)
+{
+    return RGB((colour >> 16u) & 0xFFu, (colour >> 8u) & 0xFFu, colour & 0xFFu);
+}
+
+// A quarter of the first colour over the second.
+COLORREF Mixed(COLORREF over, COLORREF under)
+{
+    const auto mix = [](int a, int b) { return (a + 3 * b) / 4; };
+    return RGB(mix(GetRValue(over), GetRValue(under)), mix(GetGValue(over), GetGValue(under)),
+               mix(GetBValue(over), GetBValue(under)));
+}
+
+void Fill(HDC context, const RECT& area, COLORREF colour)
+{
+    SetBkColor(context, colour);
+    ExtTextOutW(context, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
+}
+
+} // namespace
+
+GridView::GridView(ui::Grid& grid, const Surface& surface, int id)
+    : ControlView(grid)
+    , m_grid(grid)
+    , m_surface(surface)
+    , m_heading(surface.MakeChild(L"STATIC", L"", SS_LEFT, 0, -1))
+    , m_list(surface.MakeChild(WC_LISTVIEWW, L"", listStyle, WS_EX_CLIENTEDGE, id))
+{
+    Send(m_list.Get(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, extendedListStyle);
+    SetRowHeight(surface.LineHeight() + surface.Pixels(5));
+    MakeColumns();
+}
+
+// A list view makes its rows as high as its images; this one has no other. The list view destroys it.
+void GridView::SetRowHeight(int height)
+{
+    const HIMAGELIST images = ImageList_Create(1, height, ILC_COLOR, 1, 0);
+    Send(m_list.Get(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
+}
+
+void GridView::MakeColumns()
+{
+    for (std::size_t i = 0; i < m_grid.columns.size(); ++i)
+    {
+        std::wstring caption = ToWide(m_grid.columns[i].caption);
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT | LVCF_WIDTH;
+        column.pszText = caption.data();
+        column.cx = m_surface.PixelsOfTwips(m_grid.columns[i].width);
+        Send(m_list.Get(), LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
+    }
+}
+
+int GridView::HeadingHeight() const
+{
+    return m_grid.text.empty() ? 0 : m_surface.LineHeight() + m_surface.Pixels(3);
+}
+
+LayoutItem GridView::Needs() const
+{
+    const auto rows = static_cast<WPARAM>(m_grid.visibleRows);
+    const LRESULT list = Send(m_list.Get(), LVM_APPROXIMATEVIEWRECT, rows, MAKELPARAM(-1, -1));
+    int width = GetSystemMetrics(SM_CXVSCROLL) + 2 * GetSystemMetrics(SM_CXEDGE);
+    for (const ui::Column& column : m_grid.columns)
+    {
+        width += m_surface.PixelsOfTwips(column.width);
+    }
+    return {.size = {width, HeadingHeight() + static_cast<int>(HIWORD(list)) + 2 * GetSystemMetrics(SM_CYEDGE)},
+            .sameLine = m_grid.sameLine,
+            .stretches = true,
+            .growth = m_grid.visibleRows};
+}
+
+void GridView::Place(const RECT& place)
+{
+    const int top = std::min<int>(place.bottom, place.top + HeadingHeight());
+    m_heading.Place(place.left, place.top, place.right, top);
+    m_list.Place(place.left, top, place.right, place.bottom);
+    FitColumns();
+}
+
+// The last column takes the width that the others leave.
+void GridView::FitColumns()
+{
+    RECT inner{};
+    GetWindowRect(m_list.Get(), &inner);
+    int left = inner.right - inner.left - 2 * GetSystemMetrics(SM_CXEDGE);
+    if (Send(m_list.Get(), LVM_GETCOUNTPERPAGE) < static_cast<LRESULT>(m_shownRows))
+    {
+        left -= GetSystemMetrics(SM_CXVSCROLL);
+    }
+    const std::size_t last = m_grid.columns.size() - 1;
+    for (std::size_t i = 0; i < last; ++i)
+    {
+        left -= static_cast<int>(Send(m_list.Get(), LVM_GETCOLUMNWIDTH, i));
+    }
+    Send(m_list.Get(), LVM_SETCOLUMNWIDTH, last, std::max(left, m_surface.Pixels(60)));
+}
+
+void GridView::Update()
+{
+    m_heading.Update(m_grid);
+    m_list.UpdateState(m_grid);
+    m_updating = true;
+    if (m_shownRows != m_grid.rows.size())
+    {
+        m_shownRows = m_grid.rows.size();
+        Send(m_list.Get(), LVM_SETITEMCOUNT, m_shownRows, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+        FitColumns();
+    }
+    ShowSelection();
+    m_updating = false;
+    InvalidateRect(m_list.Get(), nullptr, FALSE);
+}
+
+void GridView::ShowSelection()
+{
+    const auto shown = ListSelection();
+    if (shown == m_grid.selected)
+    {
+        return;
+    }
+    LVITEMW state{};
+    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    Send(m_list.Get(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
+    if (m_grid.selected)
+    {
+        state.state = state.stateMask;
+        Send(m_list.Get(), LVM_SETITEMSTATE, *m_grid.selected, reinterpret_cast<LPARAM>(&state));
+    }
+    if (m_shownRows > 0)
+    {
+        Send(m_list.Get(), LVM_ENSUREVISIBLE, m_grid.selected.value_or(0), FALSE);
+    }
+}
+
+std::optional<std::size_t> GridView::ListSelection() const
+{
+    const LRESULT row = Send(m_list.Get(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
+    return row >= 0 && static_cast<std::size_t>(row) < m_grid.rows.size() ? std::optional(static_cast<std::size_t>(row))
+                                                                          : std::nullopt;
+}
+
+Event GridView::OnNotify(NMHDR& notification, LRESULT& answer)
+{
+    switch (notification.code)
+    {
+    case LVN_GETDISPINFOW:
+        GiveText(reinterpret_cast<NMLVDISPINFOW&>(notification).item);
+        return Event::None;
+    case NM_CUSTOMDRAW:
+        answer = Draw(reinterpret_cast<NMLVCUSTOMDRAW&>(notification));
+        return Event::None;
+    case LVN_ITEMCHANGED:
+        // Moving from row to row first takes the old selection back; that is not the operator's choice yet.
+        if (m_updating || (reinterpret_cast<NMLISTVIEW&>(notification).uNewState & LVIS_SELECTED) == 0)
+        {
+            return Event::None;
+        }
+        [[fallthrough]];
+    case NM_CLICK: // also beside the rows, which selects none
+        if (const auto row = ListSelection(); row != m_grid.selected)
+        {
+            m_grid.selected = row;
+            return Event::Changed;
+        }
+        return Event::None;
+    case NM_DBLCLK:
+        return m_grid.selected ? Event::Clicked : Event::None;
+    default:
+        return Event::None;
+    }
+}
+
+const ui::Cell* GridView::CellAt(std::size_t row, int column) const
+{
+    if (row >= m_grid.rows.size() || column < 0 || static_cast<std::size_t>(column) >= m_grid.rows[row].size())
+    {
+        return nullptr;
+    }
+    return &m_grid.rows[row][static_cast<std::size_t>(column)];
+}
+
+void GridView::GiveText(LVITEMW& item) const
+{
+    const ui::Cell* const cell = CellAt(static_cast<std::size_t>(item.iItem), item.iSubItem);
+    if (cell == nullptr || (item.mask & LVIF_TEXT) == 0 || item.cchTextMax < 1)
+    {
+        return;
+    }
+    const std::wstring text = ToWide(cell->text);
+    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
+    std::wmemcpy(item.pszText, text.c_str(), length);
+    item.pszText[length] = L'\0';
+}
+
+LRESULT GridView::Draw(NMLVCUSTOMDRAW& drawing) const
+{
+    const auto row = static_cast<std::size_t>(drawing.nmcd.dwItemSpec);
+    switch (drawing.nmcd.dwDrawStage)
+    {
+    case CDDS_PREPAINT:
+        return CDRF_NOTIFYITEMDRAW;
+    case CDDS_ITEMPREPAINT:
+        return CDRF_NOTIFYSUBITEMDRAW;
+    case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
+        if (const ui::Cell* const cell = CellAt(row, drawing.iSubItem); cell != nullptr)
+        {
+            const bool selected = m_grid.selected == row;
+            if (selected || cell->foreground || cell->background || cell->strong)
+            {
+                DrawCell(drawing.nmcd.hdc, *cell, CellArea(row, drawing.iSubItem), selected);
+                return CDRF_SKIPDEFAULT;
+            }
+        }
+        return CDRF_DODEFAULT;
+    default:
+        return CDRF_DODEFAULT;
+    }
+}
+
+RECT GridView::CellArea(std::size_t row, int column) const
+{
+    RECT area{};
+    area.top = column;
+    area.left = LVIR_BOUNDS;
+    Send(m_list.Get(), LVM_GETSUBITEMRECT, row, reinterpret_cast<LPARAM>(&area));
+    if (column == 0) // the bounds of the first cell are those of the whole row
+    {
+        area.right = area.left + static_cast<LONG>(Send(m_list.Get(), LVM_GETCOLUMNWIDTH, 0));
+    }
+    return area;
+}
+
+// The selected row stands out also while the keyboard is elsewhere: it is the one that the next button works on. A
+// coloured cell keeps its colours there and gets lines in the colour of the selection, above and below.
+void GridView::DrawCell(HDC context, const ui::Cell& cell, RECT area, bool selected) const
+{
+    const COLORREF window = GetSysColor(COLOR_WINDOW);
+    const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
+    const bool coloured = cell.foreground || cell.background;
+    const bool keyboardHere = GetFocus() == m_list.Get();
+    COLORREF background = cell.background ? ToColorRef(*cell.background) : window;
+    COLORREF text = cell.foreground ? ToColorRef(*cell.foreground) : GetSysColor(COLOR_WINDOWTEXT);
+    if (selected && !coloured)
+    {
+        background = keyboardHere ? highlight : Mixed(highlight, window);
+        text = keyboardHere ? GetSysColor(COLOR_HIGHLIGHTTEXT) : text;
+    }
+
+    area.bottom -= 1; // the grid line
+    const int saved = SaveDC(context);
+    Fill(context, area, background);
+    if (selected)
+    {
+        const int line = m_surface.Pixels(1);
+        Fill(context, {area.left, area.top, area.right, area.top + line}, highlight);
+        Fill(context, {area.left, area.bottom - line, area.right, area.bottom}, highlight);
+    }
+    SelectObject(context, m_surface.FontFor(cell.strong));
+    SetTextColor(context, text);
+    SetBkMode(context, TRANSPARENT);
+    const std::wstring wide = ToWide(cell.text);
+    InflateRect(&area, -m_surface.Pixels(5), 0);
+    DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &area,
+              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    RestoreDC(context, saved);
+}
+
+} // namespace vellumo::windows

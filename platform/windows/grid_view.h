@@ -1,0 +1,47 @@
+// A grid as a list view that holds no rows of its own: it asks for the cells that it is about to draw, so that
+// thousands of rows cost nothing. Coloured and bold cells are drawn here, and keep their colours in the selected row.
+#pragma once
+
+#include "platform/windows/control_view.h"
+
+#include <commctrl.h>
+
+#include <optional>
+#include <vector>
+
+namespace vellumo::windows
+{
+
+class GridView final : public ControlView
+{
+public:
+    GridView(ui::Grid& grid, const Surface& surface, int id);
+
+    [[nodiscard]] HWND Input() const noexcept override { return m_list.Get(); }
+    [[nodiscard]] LayoutItem Needs() const override;
+    void Place(const RECT& place) override;
+    void Update() override;
+    Event OnNotify(NMHDR& notification, LRESULT& answer) override;
+
+private:
+    void SetRowHeight(int height);
+    void MakeColumns();
+    void FitColumns();
+    void ShowSelection();
+    void GiveText(LVITEMW& item) const;
+    [[nodiscard]] LRESULT Draw(NMLVCUSTOMDRAW& drawing) const;
+    void DrawCell(HDC context, const ui::Cell& cell, RECT area, bool selected) const;
+    [[nodiscard]] const ui::Cell* CellAt(std::size_t row, int column) const;
+    [[nodiscard]] RECT CellArea(std::size_t row, int column) const;
+    [[nodiscard]] std::optional<std::size_t> ListSelection() const;
+    [[nodiscard]] int HeadingHeight() const;
+
+    ui::Grid& m_grid;
+    const Surface& m_surface;
+    TextWindow m_heading;
+    TextWindow m_list;
+    std::size_t m_shownRows = 0;
+    bool m_updating = false;
+};
+
+} // namespace vellumo::windows

@@ -38,7 +38,7 @@ void PassOver(Statement&& statement) noexcept
     {
         std::forward<Statement>(statement)();
     }
-    catch (const std::exception&)
+    catch (...)
     { // NOLINT(bugprone-empty-catch): going on is the point
     }
 }

@@ -170,15 +170,18 @@ std::string Value::ToText() const
 
 std::int32_t Value::ToInteger() const
 {
+    return Narrow(ToNumber());
+}
+
+double Value::ToNumber() const
+{
     return std::visit(
         Overloaded{
-            [](std::monostate) { return std::int32_t{0}; },
-            [](bool value) { return std::int32_t{value ? -1 : 0}; },
-            [](std::int32_t value) { return value; },
-            [](std::int64_t value) { return Narrow(static_cast<double>(value)); },
-            [](double value) { return Narrow(value); },
-            [](Date value) { return Narrow(value.ToOle()); },
-            [](const std::string& value) { return Narrow(NumberOf(value)); },
+            [](std::monostate) { return 0.0; },
+            [](bool value) { return value ? -1.0 : 0.0; },
+            [](Date value) { return value.ToOle(); },
+            [](const std::string& value) { return NumberOf(value); },
+            [](auto value) { return static_cast<double>(value); },
         },
         m_value);
 }

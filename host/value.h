@@ -62,6 +62,9 @@ public:
     // number and on what does not fit into 32 bits.
     [[nodiscard]] std::int32_t ToInteger() const;
 
+    // Number: null 0, True -1, dates their OLE number. Faults on a text that is no number.
+    [[nodiscard]] double ToNumber() const;
+
     // Null False, numbers "not 0", texts "True"/"False" in any case or a number. Faults on any other text.
     [[nodiscard]] bool ToBoolean() const;
 

@@ -1,11 +1,11 @@
 // A SISS reply, taken apart. Made by the ServiceFactory; shared by whoever keeps it.
 #pragma once
 
+#include "host/kept_object.h"
 #include "host/value.h"
 #include "service/service_exception.h"
 #include "xml/document.h"
 
-#include <any>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -13,14 +13,14 @@
 namespace vellumo::service
 {
 
-class ServiceResponse
+class ServiceResponse final : public host::KeptObject
 {
 public:
-    std::string ServiceResult; // text of `esitoServizio`
-    std::string Output;        // the whole reply as received
-    std::any Object;           // of the operation that sent the request
-    xml::Node Data;            // the service's own result, empty when the reply has none
-    std::string Request;       // no reply known today carries one: empty
+    std::string ServiceResult;                // text of `esitoServizio`
+    std::string Output;                       // the whole reply as received
+    std::shared_ptr<host::KeptObject> Object; // of the operation that sent the request
+    xml::Node Data;                           // the service's own result, empty when the reply has none
+    std::string Request;                      // no reply known today carries one: empty
     ServiceExceptions Exceptions;
     ServiceExceptions Warnings;
     std::shared_ptr<ServiceException> FailedResult; // null when the call did not fail as a whole

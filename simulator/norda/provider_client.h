@@ -16,60 +16,67 @@
 #include <string>
 #include <string_view>
 
-namespace vellumo::norda {
+namespace vellumo::norda
+{
 
 // What the simulated host puts in place before a provider is created, because the library creates these by itself
 // and does not wait to be handed them. All outlive the client.
-struct Outside {
-  host::Bridge* bridge = nullptr; // null: no bridge is installed, so no provider can be created
-  host::HostObjects* objects = nullptr;
+struct Outside
+{
+    host::Bridge* bridge = nullptr; // null: no bridge is installed, so no provider can be created
+    host::HostObjects* objects = nullptr;
 };
 
 // How a variant argument is passed. A native provider knows the first three as one.
-enum class Passing {
-  Missing,    // left out by the caller
-  Empty,      // a variant without a value
-  Null,       // a database NULL
-  ByValue,    // `value`
-  ByReference // a variant that refers to another one, which holds `value`
+enum class Passing
+{
+    Missing,    // left out by the caller
+    Empty,      // a variant without a value
+    Null,       // a database NULL
+    ByValue,    // `value`
+    ByReference // a variant that refers to another one, which holds `value`
 };
 
-struct Argument {
-  Passing passing = Passing::Missing;
-  host::Value value;
+struct Argument
+{
+    Passing passing = Passing::Missing;
+    host::Value value;
 };
 
-class ProviderClient {
+class ProviderClient
+{
 public:
-  virtual ~ProviderClient() = default;
+    virtual ~ProviderClient() = default;
 
-  // What the host hands over; a null pointer takes it away again.
-  virtual void SetConnection(std::shared_ptr<host::Connection> connection) = 0;
-  virtual void SetLockSrv(std::shared_ptr<host::LockSrv> lockSrv) = 0;
-  virtual void SetUtils(std::shared_ptr<host::Utils> utils) = 0;
-  virtual void SetStudio(std::int32_t studio) = 0;
-  [[nodiscard]] virtual std::int32_t Studio() = 0;
+    // What the host hands over; a null pointer takes it away again.
+    virtual void SetConnection(std::shared_ptr<host::Connection> connection) = 0;
+    virtual void SetLockSrv(std::shared_ptr<host::LockSrv> lockSrv) = 0;
+    virtual void SetUtils(std::shared_ptr<host::Utils> utils) = 0;
+    virtual void SetStudio(std::int32_t studio) = 0;
+    [[nodiscard]] virtual std::int32_t Studio() = 0;
 
-  virtual std::int32_t IdentificaPaziente(const Argument& idPaziente, bool& gestito) = 0;
-  [[nodiscard]] virtual bool IsActive() = 0;
-  [[nodiscard]] virtual bool VerificaPaziente(const Argument& idPaziente) = 0;
-  [[nodiscard]] virtual bool IsPersonaleStudio() = 0;
+    virtual std::int32_t IdentificaPaziente(const Argument& idPaziente, bool& gestito) = 0;
+    [[nodiscard]] virtual bool IsActive() = 0;
+    [[nodiscard]] virtual bool VerificaPaziente(const Argument& idPaziente) = 0;
+    [[nodiscard]] virtual bool IsPersonaleStudio() = 0;
 
-  // Lets go of the provider; nothing else may be called afterwards. True when the library holds nothing any more, so
-  // that a host could unload it (natively there is nothing to unload: True).
-  [[nodiscard]] virtual bool Release() = 0;
+    // Lets go of the provider; nothing else may be called afterwards. True when the library holds nothing any more, so
+    // that a host could unload it (natively there is nothing to unload: True).
+    [[nodiscard]] virtual bool Release() = 0;
 };
 
 // The machine that the library is installed on, as far as it reads settings from it: the registry on Windows, a
 // settings file with the same keys elsewhere. Keys are paths below the machine's or the user's root.
-class Installation {
+class Installation
+{
 public:
-  virtual ~Installation() = default;
+    virtual ~Installation() = default;
 
-  // An empty optional removes the value.
-  virtual void SetMachineText(std::string_view key, std::string_view name, const std::optional<std::string>& text) = 0;
-  virtual void SetUserText(std::string_view key, std::string_view name, const std::optional<std::string>& text) = 0;
-  [[nodiscard]] virtual std::optional<std::string> MachineText(std::string_view key, std::string_view name) = 0;
+    // An empty optional removes the value.
+    virtual void SetMachineText(std::string_view key, std::string_view name,
+                                const std::optional<std::string>& text) = 0;
+    virtual void SetUserText(std::string_view key, std::string_view name, const std::optional<std::string>& text) = 0;
+    [[nodiscard]] virtual std::optional<std::string> MachineText(std::string_view key, std::string_view name) = 0;
 };
 
 } // namespace vellumo::norda

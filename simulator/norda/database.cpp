@@ -1,0 +1,245 @@
+#include "simulator/norda/database.h"
+
+#include "host/fault.h"
+#include "simulator/norda/odbc.h"
+#include "simulator/norda/platform.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace vellumo::norda
+{
+
+struct Database::Session
+{
+    odbc::Environment environment{SQL_NULL_HANDLE};
+    std::unique_ptr<odbc::Connection> connection;
+    bool connected = false;
+
+    explicit Session(const std::string& connectionString)
+    {
+        SQLSetEnvAttr(environment.Get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3),
+                      0); // NOLINT: ODBC passes numbers as pointers
+        connection = std::make_unique<odbc::Connection>(environment.Get());
+        auto text = odbc::Wide(connectionString);
+        odbc::Check(SQLDriverConnectW(connection->Get(), nullptr, text.data(), SQL_NTS, nullptr, 0, nullptr,
+                                      SQL_DRIVER_NOPROMPT),
+                    SQL_HANDLE_DBC, connection->Get());
+        connected = true;
+    }
+    ~Session()
+    {
+        if (connected)
+        {
+            SQLDisconnect(connection->Get());
+        }
+    }
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    void SetAutocommit(bool on) const
+    {
+        const auto value = static_cast<std::uintptr_t>(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF);
+        odbc::Check(SQLSetConnectAttrW(connection->Get(), SQL_ATTR_AUTOCOMMIT,
+                                       reinterpret_cast<SQLPOINTER>(value), // NOLINT: ODBC passes numbers as pointers
+                                       SQL_IS_UINTEGER),
+                    SQL_HANDLE_DBC, connection->Get());
+    }
+
+    void End(SQLSMALLINT how) const
+    {
+        odbc::Check(SQLEndTran(SQL_HANDLE_DBC, connection->Get(), how), SQL_HANDLE_DBC, connection->Get());
+    }
+};
+
+// The rows of one statement. A row is read whole when it is reached, since drivers want columns in order.
+class Database::Rows final : public host::Recordset
+{
+public:
+    Rows(std::shared_ptr<Session> session, const std::string& sql)
+        : m_session(std::move(session))
+        , m_statement(m_session->connection->Get())
+    {
+        auto text = odbc::Wide(sql);
+        odbc::Check(SQLExecDirectW(m_statement.Get(), text.data(), SQL_NTS), SQL_HANDLE_STMT, m_statement.Get());
+        m_columns = odbc::Columns(m_statement);
+        if (!m_columns.empty())
+        {
+            m_atEnd = false;
+            MoveNext();
+        }
+    }
+
+    [[nodiscard]] bool IsAtEnd() const override { return m_atEnd; }
+
+    void MoveNext() override
+    {
+        if (m_atEnd)
+        {
+            throw host::Fault("Il recordset è alla fine.");
+        }
+        m_row.clear();
+        const auto result = SQLFetch(m_statement.Get());
+        odbc::Check(result, SQL_HANDLE_STMT, m_statement.Get());
+        if (result == SQL_NO_DATA)
+        {
+            m_atEnd = true;
+            return;
+        }
+        for (std::size_t i = 0; i < m_columns.size(); ++i)
+        {
+            m_row.push_back(odbc::Read(m_statement, i, m_columns[i].type));
+        }
+    }
+
+    [[nodiscard]] std::size_t ColumnCount() const override { return m_columns.size(); }
+    [[nodiscard]] std::string ColumnName(std::size_t column) const override { return m_columns.at(column).name; }
+
+    [[nodiscard]] host::Value Field(std::size_t column) const override
+    {
+        if (column >= m_row.size())
+        {
+            throw host::Fault(m_atEnd ? "Il recordset è alla fine." : "La colonna chiesta non esiste.");
+        }
+        return m_row[column];
+    }
+
+    [[nodiscard]] host::Value Field(std::string_view name) const override
+    {
+        const auto same = [](char left, char right)
+        { return std::tolower(static_cast<unsigned char>(left)) == std::tolower(static_cast<unsigned char>(right)); };
+        for (std::size_t i = 0; i < m_columns.size(); ++i)
+        {
+            const auto& column = m_columns[i].name;
+            if (std::equal(column.begin(), column.end(), name.begin(), name.end(), same))
+            {
+                return Field(i);
+            }
+        }
+        throw host::Fault("La colonna \"" + std::string(name) + "\" non esiste.");
+    }
+
+private:
+    std::shared_ptr<Session> m_session;
+    odbc::Statement m_statement;
+    std::vector<odbc::Column> m_columns;
+    std::vector<host::Value> m_row;
+    bool m_atEnd = true;
+};
+
+Database::Database(Dialect dialect, const std::string& connectionString)
+    : m_dialect(dialect)
+    , m_session(std::make_shared<Session>(connectionString))
+{
+}
+
+Database::~Database()
+{
+    if (m_inTransaction)
+    {
+        host::PassOver([&] { m_session->End(SQL_ROLLBACK); });
+    }
+}
+
+std::shared_ptr<Database> Database::OpenSqlite(const std::filesystem::path& practice,
+                                               const std::filesystem::path& shared)
+{
+    const auto connection = "Driver=SQLite3;Database=" + DriverPath(practice) + ";Timeout=10000;FKSupport=0";
+    std::shared_ptr<Database> database(new Database(Dialect::Sqlite, connection));
+    database->Execute("ATTACH DATABASE " + Literal(Dialect::Sqlite, DriverPath(shared)) + " AS Norda");
+    return database;
+}
+
+std::shared_ptr<Database> Database::OpenServer(const std::string& connectionString)
+{
+    return std::shared_ptr<Database>(new Database(Dialect::SqlServer, connectionString));
+}
+
+std::unique_ptr<host::Recordset> Database::Open(const std::string& sql)
+{
+    Tell(sql);
+    return std::make_unique<Rows>(m_session, m_dialect == Dialect::Sqlite ? ForSqlite(sql) : sql);
+}
+
+void Database::BeginTransaction()
+{
+    Tell("BEGIN TRANSACTION");
+    if (m_inTransaction)
+    {
+        throw host::Fault("Una transazione è già aperta su questa connessione.");
+    }
+    m_session->SetAutocommit(false);
+    m_inTransaction = true;
+}
+
+void Database::CommitTransaction()
+{
+    Tell("COMMIT TRANSACTION");
+    if (!m_inTransaction)
+    {
+        throw host::Fault("Nessuna transazione è aperta su questa connessione.");
+    }
+    m_session->End(SQL_COMMIT);
+    m_inTransaction = false;
+    m_session->SetAutocommit(true);
+}
+
+void Database::RollbackTransaction()
+{
+    Tell("ROLLBACK TRANSACTION");
+    if (!m_inTransaction)
+    {
+        throw host::Fault("Nessuna transazione è aperta su questa connessione.");
+    }
+    m_session->End(SQL_ROLLBACK);
+    m_inTransaction = false;
+    m_session->SetAutocommit(true);
+}
+
+void Database::ExecuteScript(std::string_view script)
+{
+    std::string statement;
+    while (!script.empty())
+    {
+        const auto end = std::min(script.find('\n'), script.size());
+        auto line = script.substr(0, end);
+        script.remove_prefix(std::min(end + 1, script.size()));
+        if (line.substr(0, 2) == "--" || line.empty())
+        {
+            continue;
+        }
+        const bool last = line.back() == ';';
+        statement += line.substr(0, line.size() - (last ? 1 : 0));
+        if (last)
+        {
+            Execute(statement);
+            statement.clear();
+        }
+        else
+        {
+            statement += '\n';
+        }
+    }
+}
+
+host::Value Database::Single(const std::string& sql)
+{
+    const auto rows = Open(sql);
+    return rows->IsAtEnd() ? host::Value() : rows->Field(0);
+}
+
+std::int32_t Database::LastKey()
+{
+    return Single(m_dialect == Dialect::Sqlite ? "SELECT last_insert_rowid()" : "SELECT CAST(@@IDENTITY AS INT)")
+        .ToInteger();
+}
+
+void Database::Tell(const std::string& sql) const
+{
+    if (m_observer)
+    {
+        m_observer(sql);
+    }
+}
+
+} // namespace vellumo::norda

@@ -1,0 +1,65 @@
+// The simulated host's database, reached through ODBC on every target. The embedded default is SQLite: one file for
+// the practice and one for the shared reference data, attached as `Norda`. Any other connection string is taken for a
+// SQL Server that has both databases.
+//
+// Faults carry the driver's own text, as a host's database errors do. A recordset keeps the connection open that it
+// belongs to.
+#pragma once
+
+#include "host/connection.h"
+#include "simulator/norda/sql_dialect.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace vellumo::norda
+{
+
+class Database final : public host::Connection
+{
+public:
+    [[nodiscard]] static std::shared_ptr<Database> OpenSqlite(const std::filesystem::path& practice,
+                                                              const std::filesystem::path& shared);
+    [[nodiscard]] static std::shared_ptr<Database> OpenServer(const std::string& connectionString);
+    ~Database() override;
+
+    [[nodiscard]] Dialect GetDialect() const noexcept { return m_dialect; }
+
+    [[nodiscard]] std::unique_ptr<host::Recordset> Open(const std::string& sql) override;
+    void BeginTransaction() override;
+    void CommitTransaction() override;
+    void RollbackTransaction() override;
+
+    // Runs a statement whose rows, if any, nobody wants.
+    void Execute(const std::string& sql) { static_cast<void>(Open(sql)); }
+    // Runs the statements of a script: each ends with ";" at the end of a line, lines that begin with "--" are
+    // comments.
+    void ExecuteScript(std::string_view script);
+    // First column of the first row; null when there is none.
+    [[nodiscard]] host::Value Single(const std::string& sql);
+    // Key that the last INSERT on this connection was given.
+    [[nodiscard]] std::int32_t LastKey();
+
+    // Hears of every statement (also "BEGIN TRANSACTION" and the like) before it is run; a fault from it is the
+    // statement's. For the scenarios' database faults and for telling what was stored.
+    using Observer = std::function<void(const std::string& sql)>;
+    void SetObserver(Observer observer) { m_observer = std::move(observer); }
+
+private:
+    struct Session;
+    class Rows;
+
+    Database(Dialect dialect, const std::string& connectionString);
+    void Tell(const std::string& sql) const;
+
+    Dialect m_dialect;
+    std::shared_ptr<Session> m_session;
+    bool m_inTransaction = false;
+    Observer m_observer;
+};
+
+} // namespace vellumo::norda

@@ -1,0 +1,29 @@
+// The simulated host's own classes that the library creates: record objects over its tables, and the practice's
+// settings.
+#pragma once
+
+#include "host/records.h"
+#include "simulator/norda/database.h"
+
+#include <memory>
+#include <set>
+
+namespace vellumo::norda
+{
+
+class HostObjects final : public host::HostObjects
+{
+public:
+    [[nodiscard]] std::unique_ptr<host::Record> CreateRecord(host::RecordKind kind,
+                                                             const host::HostServices& services) override;
+    [[nodiscard]] std::unique_ptr<host::PracticeSettings> CreateSettings(const host::HostServices& services) override;
+
+    // From now on records of this kind answer False to `Save` and store nothing, as when one of the host's own rules
+    // forbids it.
+    void RefuseSaves(host::RecordKind kind) { m_refused.insert(kind); }
+
+private:
+    std::set<host::RecordKind> m_refused;
+};
+
+} // namespace vellumo::norda

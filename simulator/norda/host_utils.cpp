@@ -1,0 +1,89 @@
+#include "simulator/norda/host_utils.h"
+
+#include "host/clock.h"
+#include "host/fault.h"
+
+namespace vellumo::norda
+{
+
+host::Value StoreRow(Database& database, const std::string& table, const std::string& keyColumn, const host::Value& key,
+                     const std::vector<host::ColumnValue>& columns)
+{
+    std::string names;
+    std::string values;
+    std::string assignments;
+    for (const auto& [name, value] : columns)
+    {
+        const auto literal = Literal(database.GetDialect(), value);
+        const std::string comma = names.empty() ? "" : ", ";
+        names += comma + name;
+        values += comma + literal;
+        assignments += comma + name + " = " + literal;
+    }
+    if (key.IsNull())
+    {
+        database.Execute("INSERT INTO " + table + " (" + names + ") VALUES (" + values + ")");
+        return database.LastKey();
+    }
+    if (!columns.empty())
+    {
+        database.Execute("UPDATE " + table + " SET " + assignments + " WHERE " + keyColumn + " = " +
+                         Literal(database.GetDialect(), key));
+    }
+    return key;
+}
+
+host::Value HostUtils::SingleValue(const std::string& sql, const host::Parameters& parameters)
+{
+    return m_database->Single(PutIn(m_database->GetDialect(), sql, parameters));
+}
+
+std::unique_ptr<host::Recordset> HostUtils::OpenRecordset(const std::string& sql, const host::Parameters& parameters)
+{
+    return m_database->Open(PutIn(m_database->GetDialect(), sql, parameters));
+}
+
+host::Value HostUtils::FindKey(const std::string& table, const std::string& keyColumn, const std::string& condition,
+                               const host::Parameters& parameters)
+{
+    return SingleValue("SELECT " + keyColumn + " FROM " + table + " WHERE " + condition, parameters);
+}
+
+void HostUtils::Execute(const std::string& sql, const host::Parameters& parameters)
+{
+    m_database->Execute(PutIn(m_database->GetDialect(), sql, parameters));
+}
+
+host::Value HostUtils::WriteRow(const std::string& table, const std::string& keyColumn, const host::Value& key,
+                                const std::vector<host::ColumnValue>& columns)
+{
+    return StoreRow(*m_database, table, keyColumn, key, columns);
+}
+
+host::Value HostUtils::TableDate(const std::string& table)
+{
+    return SingleValue("SELECT Data FROM SincronizzazioneTabella WHERE Tabella = {0}", {table});
+}
+
+void HostUtils::StoreTableDate(const std::string& table, host::Date date, std::int32_t user)
+{
+    const auto key = FindKey("SincronizzazioneTabella", "IDSincronizzazioneTabella", "Tabella = {0}", {table});
+    WriteRow("SincronizzazioneTabella", "IDSincronizzazioneTabella", key,
+             {{"Tabella", table}, {"Data", date}, {"IDUtente", user}});
+}
+
+void HostUtils::RecordServiceError(const std::string& line)
+{
+    WriteRow("GiornaleServizi", "IDGiornaleServizi", {}, {{"Data", host::SystemClock().Now()}, {"Riga", line}});
+}
+
+std::int32_t HostLockSrv::UserId()
+{
+    if (!m_user)
+    {
+        throw host::Fault("Nessun utente è collegato.");
+    }
+    return *m_user;
+}
+
+} // namespace vellumo::norda

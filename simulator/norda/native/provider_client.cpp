@@ -1,0 +1,166 @@
+#include "simulator/norda/native/provider_client.h"
+
+#include "host/clock.h"
+#include "host/fault.h"
+#include "platform/native/file_settings_store.h"
+#include "provider/siss_provider.h"
+
+#include <fstream>
+
+namespace vellumo::norda
+{
+
+namespace
+{
+
+// The provider owns its parts; these pass on to the host's, which outlive it.
+class BridgeProxy final : public host::Bridge
+{
+public:
+    explicit BridgeProxy(host::Bridge& bridge)
+        : m_bridge(bridge)
+    {
+    }
+    [[nodiscard]] std::string CallSebMethod(const std::string& requestXml) override
+    {
+        return m_bridge.CallSebMethod(requestXml);
+    }
+
+private:
+    host::Bridge& m_bridge;
+};
+
+class ObjectsProxy final : public host::HostObjects
+{
+public:
+    explicit ObjectsProxy(host::HostObjects& objects)
+        : m_objects(objects)
+    {
+    }
+    [[nodiscard]] std::unique_ptr<host::Record> CreateRecord(host::RecordKind kind,
+                                                             const host::HostServices& services) override
+    {
+        return m_objects.CreateRecord(kind, services);
+    }
+    [[nodiscard]] std::unique_ptr<host::PracticeSettings> CreateSettings(const host::HostServices& services) override
+    {
+        return m_objects.CreateSettings(services);
+    }
+
+private:
+    host::HostObjects& m_objects;
+};
+
+class NativeProviderClient final : public ProviderClient
+{
+public:
+    explicit NativeProviderClient(provider::Surroundings surroundings)
+        : m_provider(std::make_unique<provider::SISSProvider>(std::move(surroundings)))
+    {
+    }
+
+    void SetConnection(std::shared_ptr<host::Connection> connection) override
+    {
+        m_provider->Services().connection = std::move(connection);
+    }
+    void SetLockSrv(std::shared_ptr<host::LockSrv> lockSrv) override
+    {
+        m_provider->Services().lockSrv = std::move(lockSrv);
+    }
+    void SetUtils(std::shared_ptr<host::Utils> utils) override { m_provider->Services().utils = std::move(utils); }
+    void SetStudio(std::int32_t studio) override { m_provider->Services().studio = studio; }
+    [[nodiscard]] std::int32_t Studio() override { return m_provider->Services().studio; }
+
+    std::int32_t IdentificaPaziente(const Argument& idPaziente, bool& gestito) override
+    {
+        return m_provider->IdentificaPaziente(ValueOf(idPaziente), gestito);
+    }
+    [[nodiscard]] bool IsActive() override { return m_provider->IsActive(); }
+    [[nodiscard]] bool VerificaPaziente(const Argument& idPaziente) override
+    {
+        return provider::SISSProvider::VerificaPaziente(ValueOf(idPaziente));
+    }
+    [[nodiscard]] bool IsPersonaleStudio() override { return m_provider->IsPersonaleStudio(); }
+
+    [[nodiscard]] bool Release() override
+    {
+        m_provider.reset();
+        return true;
+    }
+
+private:
+    static host::Value ValueOf(const Argument& argument)
+    {
+        const bool given = argument.passing == Passing::ByValue || argument.passing == Passing::ByReference;
+        return given ? argument.value : host::Value();
+    }
+
+    std::unique_ptr<provider::SISSProvider> m_provider;
+};
+
+class SettingsFile final : public Installation
+{
+public:
+    explicit SettingsFile(std::filesystem::path file)
+        : m_file(std::move(file))
+        , m_store(m_file)
+    {
+    }
+
+    void SetMachineText(std::string_view key, std::string_view name, const std::optional<std::string>& text) override
+    {
+        Set(R"(HKLM\)", key, name, text);
+    }
+    void SetUserText(std::string_view key, std::string_view name, const std::optional<std::string>& text) override
+    {
+        Set(R"(HKCU\)", key, name, text);
+    }
+    [[nodiscard]] std::optional<std::string> MachineText(std::string_view key, std::string_view name) override
+    {
+        return m_store.ReadMachineText(key, name);
+    }
+
+private:
+    void Set(const char* root, std::string_view key, std::string_view name, const std::optional<std::string>& text)
+    {
+        const auto entry = root + std::string(key) + '\\' + std::string(name);
+        std::string lines;
+        std::string line;
+        for (std::ifstream in(m_file, std::ios::binary); std::getline(in, line);)
+        {
+            if (line.compare(0, entry.size() + 1, entry + '=') != 0)
+            {
+                lines += line + '\n';
+            }
+        }
+        std::ofstream(m_file, std::ios::binary) << lines << (text ? entry + '=' + *text + '\n' : "");
+    }
+
+    std::filesystem::path m_file;
+    platform::FileSettingsStore m_store;
+};
+
+} // namespace
+
+std::unique_ptr<ProviderClient> CreateNativeProvider(const Outside& outside, std::unique_ptr<ui::Desktop> desktop,
+                                                     const std::filesystem::path& settingsFile)
+{
+    if (outside.bridge == nullptr)
+    {
+        throw host::Fault("Il componente \"Winbridge4seb.Bean.1\" non è installato.");
+    }
+    provider::Surroundings surroundings;
+    surroundings.bridge = std::make_unique<BridgeProxy>(*outside.bridge);
+    surroundings.objects = std::make_unique<ObjectsProxy>(*outside.objects);
+    surroundings.settings = std::make_unique<platform::FileSettingsStore>(settingsFile);
+    surroundings.clock = std::make_unique<host::SystemClock>();
+    surroundings.desktop = std::move(desktop);
+    return std::make_unique<NativeProviderClient>(std::move(surroundings));
+}
+
+std::unique_ptr<Installation> MakeSettingsFile(const std::filesystem::path& settingsFile)
+{
+    return std::make_unique<SettingsFile>(settingsFile);
+}
+
+} // namespace vellumo::norda

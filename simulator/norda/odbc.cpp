@@ -1,0 +1,246 @@
+#include "simulator/norda/odbc.h"
+
+#include "host/fault.h"
+
+#include <array>
+#include <iterator>
+
+namespace vellumo::norda::odbc
+{
+
+namespace
+{
+
+// What ADO reports for an error of the database.
+constexpr auto databaseError = static_cast<std::int32_t>(0x80040E14U);
+
+void AppendUtf8(std::string& out, char32_t c)
+{
+    if (c < 0x80)
+    {
+        out += static_cast<char>(c);
+    }
+    else if (c < 0x800)
+    {
+        out += static_cast<char>(0xC0 | (c >> 6));
+        out += static_cast<char>(0x80 | (c & 0x3F));
+    }
+    else if (c < 0x10000)
+    {
+        out += static_cast<char>(0xE0 | (c >> 12));
+        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (c & 0x3F));
+    }
+    else
+    {
+        out += static_cast<char>(0xF0 | (c >> 18));
+        out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (c & 0x3F));
+    }
+}
+
+// The character at `at`, which moves on; what is no UTF-8 counts as U+FFFD.
+char32_t NextUtf8(std::string_view text, std::size_t& at)
+{
+    const auto first = static_cast<unsigned char>(text[at++]);
+    if (first < 0x80)
+    {
+        return first;
+    }
+    const int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : -1;
+    if (more < 0)
+    {
+        return 0xFFFD;
+    }
+    char32_t c = first & (0x3FU >> more);
+    for (int i = 0; i < more; ++i)
+    {
+        if (at >= text.size() || (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80)
+        {
+            return 0xFFFD;
+        }
+        c = (c << 6) | (static_cast<unsigned char>(text[at++]) & 0x3F);
+    }
+    return c;
+}
+
+std::string ReadText(const Statement& statement, SQLUSMALLINT column, bool& isNull)
+{
+    std::string text;
+    std::vector<SQLWCHAR> all;
+    std::array<SQLWCHAR, 1024> part{};
+    for (;;)
+    {
+        SQLLEN bytes = 0;
+        const auto result = SQLGetData(statement.Get(), column, SQL_C_WCHAR, part.data(),
+                                       static_cast<SQLLEN>(part.size() * sizeof(SQLWCHAR)), &bytes);
+        if (result == SQL_NO_DATA)
+        {
+            break;
+        }
+        Check(result, SQL_HANDLE_STMT, statement.Get());
+        if (bytes == SQL_NULL_DATA)
+        {
+            isNull = true;
+            return {};
+        }
+        const bool whole = result != SQL_SUCCESS_WITH_INFO;
+        const auto count = whole ? static_cast<std::size_t>(bytes) / sizeof(SQLWCHAR) : part.size() - 1;
+        all.insert(all.end(), part.begin(), part.begin() + static_cast<std::ptrdiff_t>(count));
+        if (whole)
+        {
+            break;
+        }
+    }
+    return Narrow(all.data(), all.size());
+}
+
+template <class Number>
+bool ReadFixed(const Statement& statement, SQLUSMALLINT column, SQLSMALLINT type, Number& number)
+{
+    SQLLEN length = 0;
+    Check(SQLGetData(statement.Get(), column, type, &number, sizeof number, &length), SQL_HANDLE_STMT, statement.Get());
+    return length != SQL_NULL_DATA;
+}
+
+host::Value ReadDate(const Statement& statement, SQLUSMALLINT column)
+{
+    TIMESTAMP_STRUCT day{};
+    if (!ReadFixed(statement, column, SQL_C_TYPE_TIMESTAMP, day))
+    {
+        return {};
+    }
+    const auto date = host::Date::FromCalendar(day.year, day.month, day.day, day.hour, day.minute, day.second);
+    if (!date)
+    {
+        throw host::Fault("La data letta dal database non esiste.", databaseError);
+    }
+    return *date;
+}
+
+} // namespace
+
+std::vector<SQLWCHAR> Wide(std::string_view text)
+{
+    std::vector<SQLWCHAR> wide;
+    wide.reserve(text.size() + 1);
+    std::size_t at = 0;
+    while (at < text.size())
+    {
+        const auto c = NextUtf8(text, at);
+        if (c >= 0x10000)
+        {
+            wide.push_back(static_cast<SQLWCHAR>(0xD800 + ((c - 0x10000) >> 10)));
+            wide.push_back(static_cast<SQLWCHAR>(0xDC00 + ((c - 0x10000) & 0x3FF)));
+        }
+        else
+        {
+            wide.push_back(static_cast<SQLWCHAR>(c));
+        }
+    }
+    wide.push_back(0);
+    return wide;
+}
+
+std::string Narrow(const SQLWCHAR* text, std::size_t length)
+{
+    std::string out;
+    for (std::size_t i = 0; i < length; ++i)
+    {
+        char32_t c = static_cast<char16_t>(text[i]);
+        if (c >= 0xD800 && c < 0xDC00 && i + 1 < length)
+        {
+            c = 0x10000 + ((c - 0xD800) << 10) + (static_cast<char16_t>(text[++i]) - 0xDC00U);
+        }
+        AppendUtf8(out, c);
+    }
+    return out;
+}
+
+void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle)
+{
+    if (SQL_SUCCEEDED(result) || result == SQL_NO_DATA)
+    {
+        return;
+    }
+    std::array<SQLWCHAR, 6> state{};
+    std::array<SQLWCHAR, 1024> text{};
+    SQLINTEGER native = 0;
+    SQLSMALLINT length = 0;
+    if (!SQL_SUCCEEDED(SQLGetDiagRecW(handleType, handle, 1, state.data(), &native, text.data(),
+                                      static_cast<SQLSMALLINT>(text.size()), &length)))
+    {
+        throw host::Fault("Errore del database.", databaseError);
+    }
+    const auto shown = std::min(static_cast<std::size_t>(length), text.size() - 1);
+    throw host::Fault(Narrow(text.data(), shown), databaseError);
+}
+
+std::vector<Column> Columns(const Statement& statement)
+{
+    SQLSMALLINT count = 0;
+    Check(SQLNumResultCols(statement.Get(), &count), SQL_HANDLE_STMT, statement.Get());
+    std::vector<Column> columns(static_cast<std::size_t>(count));
+    for (std::size_t i = 0; i < columns.size(); ++i)
+    {
+        std::array<SQLWCHAR, 256> name{};
+        SQLSMALLINT length = 0;
+        SQLSMALLINT digits = 0;
+        SQLSMALLINT nullable = 0;
+        SQLULEN size = 0;
+        Check(SQLDescribeColW(statement.Get(), static_cast<SQLUSMALLINT>(i + 1), name.data(),
+                              static_cast<SQLSMALLINT>(name.size()), &length, &columns[i].type, &size, &digits,
+                              &nullable),
+              SQL_HANDLE_STMT, statement.Get());
+        columns[i].name = Narrow(name.data(), static_cast<std::size_t>(length));
+    }
+    return columns;
+}
+
+host::Value Read(const Statement& statement, std::size_t column, SQLSMALLINT type)
+{
+    const auto position = static_cast<SQLUSMALLINT>(column + 1);
+    switch (type)
+    {
+    case SQL_BIT:
+    {
+        unsigned char bit = 0;
+        return ReadFixed(statement, position, SQL_C_BIT, bit) ? host::Value(bit != 0) : host::Value();
+    }
+    case SQL_TINYINT:
+    case SQL_SMALLINT:
+    case SQL_INTEGER:
+    {
+        SQLINTEGER number = 0;
+        return ReadFixed(statement, position, SQL_C_SLONG, number) ? host::Value(static_cast<std::int32_t>(number))
+                                                                   : host::Value();
+    }
+    case SQL_BIGINT:
+    {
+        SQLBIGINT number = 0;
+        return ReadFixed(statement, position, SQL_C_SBIGINT, number) ? host::Value(static_cast<std::int64_t>(number))
+                                                                     : host::Value();
+    }
+    case SQL_REAL:
+    case SQL_FLOAT:
+    case SQL_DOUBLE:
+    case SQL_DECIMAL:
+    case SQL_NUMERIC:
+    {
+        double number = 0;
+        return ReadFixed(statement, position, SQL_C_DOUBLE, number) ? host::Value(number) : host::Value();
+    }
+    case SQL_TYPE_DATE:
+    case SQL_TYPE_TIMESTAMP:
+        return ReadDate(statement, position);
+    default:
+    {
+        bool isNull = false;
+        auto text = ReadText(statement, position, isNull);
+        return isNull ? host::Value() : host::Value(std::move(text));
+    }
+    }
+}
+
+} // namespace vellumo::norda::odbc

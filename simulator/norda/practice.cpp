@@ -1,0 +1,107 @@
+#include "simulator/norda/practice.h"
+
+#include "simulator/norda/ansi_file.h"
+#include "simulator/norda/platform.h"
+#include "simulator/norda/seed.h"
+
+#include <algorithm>
+
+namespace vellumo::norda
+{
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+std::string WindowsPath(const fs::path& path)
+{
+    const auto text = path.generic_u8string();
+    std::string windows(text.begin(), text.end());
+    std::replace(windows.begin(), windows.end(), '/', '\\');
+    return windows;
+}
+
+User ReadUser(const host::Recordset& rows)
+{
+    return {rows.Field("IDUtente").ToInteger(), rows.Field("Utente").ToText(),
+            rows.Field("Nome").ToText() + ' ' + rows.Field("Cognome").ToText(), !rows.Field("IDSpecialista").IsNull()};
+}
+
+constexpr auto usersSql =
+    "SELECT Utente.IDUtente, Utente.Utente, Utente.Nome, Utente.Cognome, Specialista.IDSpecialista "
+    "FROM Utente LEFT JOIN Specialista ON Specialista.IDUtente = Utente.IDUtente";
+
+} // namespace
+
+fs::path Practice::TablesFolder() const
+{
+    return SissFolder() / "SISS" / "Prerequisiti" / "mysql" / "data" / "imp_test" / "sau";
+}
+
+bool Practice::Exists() const
+{
+    return fs::exists(PracticeFile()) && fs::exists(SharedFile());
+}
+
+void Practice::Create() const
+{
+    fs::create_directories(m_folder);
+    fs::remove(PracticeFile());
+    fs::remove(SharedFile());
+    {
+        // Every statement on its own would wait for the disk.
+        const auto database = Database::OpenSqlite(PracticeFile(), SharedFile());
+        database->BeginTransaction();
+        for (const auto script : {seed::schema, seed::shared, seed::practice})
+        {
+            database->ExecuteScript(script);
+        }
+        database->CommitTransaction();
+    }
+    for (const auto& folder : {HostFolder(), SissFolder()})
+    {
+        fs::remove_all(folder);
+    }
+    for (const auto& folder : {TemplatesFolder(), ConfigFolder(), TablesFolder()})
+    {
+        fs::create_directories(folder);
+    }
+    fs::copy(ProgramFolder() / "templates", TemplatesFolder(), fs::copy_options::overwrite_existing);
+    WriteAnsiFile(ConfigFolder() / "WINBRIDGE4SEBACTIVEX.conf", seed::bridgeConf);
+    WriteAnsiFile(TablesFolder() / "master.txt", seed::masterTable);
+    WriteAnsiFile(TablesFolder() / "esenzioni.txt", seed::exemptionTable);
+}
+
+void Practice::Register(Installation& machine) const
+{
+    machine.SetMachineText(keys::hostProgram, keys::path, WindowsPath(fs::absolute(HostFolder())));
+    machine.SetUserText(keys::sissClient, keys::path, WindowsPath(fs::absolute(SissFolder())));
+}
+
+std::shared_ptr<Database> Practice::Open() const
+{
+    auto database = Database::OpenSqlite(PracticeFile(), SharedFile());
+    database->ExecuteScript(seed::views);
+    return database;
+}
+
+std::optional<User> FindUser(Database& database, std::string_view logOn)
+{
+    const auto rows =
+        database.Open(std::string(usersSql) + PutIn(database.GetDialect(), " WHERE Utente.Utente = {0}", {logOn}));
+    return rows->IsAtEnd() ? std::nullopt : std::optional(ReadUser(*rows));
+}
+
+std::vector<User> Users(Database& database)
+{
+    std::vector<User> users;
+    for (const auto rows = database.Open(std::string(usersSql) + " ORDER BY Utente.IDUtente"); !rows->IsAtEnd();
+         rows->MoveNext())
+    {
+        users.push_back(ReadUser(*rows));
+    }
+    return users;
+}
+
+} // namespace vellumo::norda

@@ -1,0 +1,20 @@
+// The files of the folder seed, built into the program.
+#pragma once
+
+#include <string_view>
+
+namespace vellumo::norda::seed
+{
+
+// SQL scripts for Database::ExecuteScript.
+extern const std::string_view schema;   // tables of both databases
+extern const std::string_view views;    // run at every opening
+extern const std::string_view shared;   // rows of the shared database
+extern const std::string_view practice; // rows of the practice
+
+// Files of the SISS client.
+extern const std::string_view bridgeConf;
+extern const std::string_view masterTable;
+extern const std::string_view exemptionTable;
+
+} // namespace vellumo::norda::seed

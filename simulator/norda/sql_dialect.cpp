@@ -1,0 +1,238 @@
+#include "simulator/norda/sql_dialect.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <charconv>
+#include <type_traits>
+#include <variant>
+
+namespace vellumo::norda
+{
+
+namespace
+{
+
+std::string Digits(int number, std::size_t width)
+{
+    const auto text = std::to_string(number);
+    return std::string(width - std::min(width, text.size()), '0') + text;
+}
+
+std::string DateLiteral(Dialect dialect, const host::Date& date)
+{
+    const auto day = date.ToCalendar();
+    // SQL Server reads the unseparated form the same way in every language; SQLite compares dates as texts, so there
+    // they must all look alike.
+    const std::string dash = dialect == Dialect::Sqlite ? "-" : "";
+    return '\'' + Digits(day.year, 4) + dash + Digits(day.month, 2) + dash + Digits(day.day, 2) + ' ' +
+           Digits(day.hour, 2) + ':' + Digits(day.minute, 2) + ':' + Digits(day.second, 2) + '\'';
+}
+
+std::string TextLiteral(Dialect dialect, const std::string& text)
+{
+    const bool unicode = std::any_of(text.begin(), text.end(), [](char c) { return (c & '\x80') != 0; });
+    std::string literal = unicode && dialect == Dialect::SqlServer ? "N'" : "'";
+    for (const char c : text)
+    {
+        literal += c;
+        if (c == '\'')
+        {
+            literal += c;
+        }
+    }
+    return literal + '\'';
+}
+
+std::string DoubleLiteral(double value)
+{
+    std::array<char, 40> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
+    return {text.data(), end};
+}
+
+char Lower(char c)
+{
+    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+}
+
+bool IsWord(char c)
+{
+    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '@' || c == '#';
+}
+
+bool SameWord(std::string_view word, std::string_view lowerCase)
+{
+    return std::equal(word.begin(), word.end(), lowerCase.begin(), lowerCase.end(),
+                      [](char left, char right) { return Lower(left) == right; });
+}
+
+// One pass over a statement, word by word; quoted parts are taken over untouched.
+class SqliteWriter
+{
+public:
+    explicit SqliteWriter(std::string_view sql)
+        : m_sql(sql)
+    {
+    }
+
+    std::string Write()
+    {
+        while (m_at < m_sql.size())
+        {
+            const char c = m_sql[m_at];
+            if (c == '\'' || c == '"')
+            {
+                Quoted(c);
+            }
+            else if (c == '[')
+            {
+                Quoted(']');
+            }
+            else if (IsWord(c))
+            {
+                Word();
+            }
+            else
+            {
+                m_out += c;
+                ++m_at;
+            }
+        }
+        return std::move(m_out);
+    }
+
+private:
+    void Quoted(char end)
+    {
+        do
+        {
+            m_out += m_sql[m_at++];
+        } while (m_at < m_sql.size() && m_sql[m_at] != end);
+        if (m_at < m_sql.size())
+        {
+            m_out += m_sql[m_at++];
+        }
+    }
+
+    void Word()
+    {
+        const auto begin = m_at;
+        while (m_at < m_sql.size() && IsWord(m_sql[m_at]))
+        {
+            ++m_at;
+        }
+        const auto word = m_sql.substr(begin, m_at - begin);
+        if (SameWord(word, "norda") && Next(".."))
+        {
+            m_out += word;
+            m_out += '.';
+            m_at += 2;
+        }
+        else if (SameWord(word, "isnull") && Next("("))
+        {
+            m_out += "IFNULL";
+        }
+        else if (SameWord(word, "len") && Next("("))
+        {
+            m_out += "LENGTH";
+        }
+        else if (SameWord(word, "n") && Next("'"))
+        {
+            // the literal follows by itself
+        }
+        else if (SameWord(word, "int") && Next(" IDENTITY(1,1)"))
+        {
+            m_out += "INTEGER";
+            m_at += std::string_view(" IDENTITY(1,1)").size();
+        }
+        else if (SameWord(word, "nvarchar") && Next("("))
+        {
+            const auto close = std::min(m_sql.find(')', m_at), m_sql.size() - 1) + 1;
+            m_out += m_sql.substr(begin, close - begin);
+            m_out += " COLLATE NOCASE";
+            m_at = close;
+        }
+        else if (SameWord(word, "create") && Next(" VIEW "))
+        {
+            m_out += "CREATE TEMP";
+        }
+        else
+        {
+            m_out += word;
+        }
+    }
+
+    [[nodiscard]] bool Next(std::string_view text) const { return m_sql.substr(m_at, text.size()) == text; }
+
+    std::string_view m_sql;
+    std::size_t m_at = 0;
+    std::string m_out;
+};
+
+} // namespace
+
+std::string Literal(Dialect dialect, const host::Value& value)
+{
+    return std::visit(
+        [dialect](const auto& held) -> std::string
+        {
+            using Held = std::decay_t<decltype(held)>;
+            if constexpr (std::is_same_v<Held, std::monostate>)
+            {
+                return "NULL";
+            }
+            else if constexpr (std::is_same_v<Held, bool>)
+            {
+                return held ? "1" : "0";
+            }
+            else if constexpr (std::is_integral_v<Held>)
+            {
+                return std::to_string(held);
+            }
+            else if constexpr (std::is_same_v<Held, double>)
+            {
+                return DoubleLiteral(held);
+            }
+            else if constexpr (std::is_same_v<Held, host::Date>)
+            {
+                return DateLiteral(dialect, held);
+            }
+            else
+            {
+                return TextLiteral(dialect, held);
+            }
+        },
+        value.Get());
+}
+
+std::string PutIn(Dialect dialect, std::string_view sql, const host::Parameters& parameters)
+{
+    std::string out;
+    std::size_t at = 0;
+    while (at < sql.size())
+    {
+        std::size_t number = 0;
+        const char* const first = sql.data() + at + 1;
+        const char* const last = sql.data() + sql.size();
+        if (sql[at] == '{' && first < last)
+        {
+            const auto [end, error] = std::from_chars(first, last, number);
+            if (error == std::errc() && end != last && *end == '}' && number < parameters.size())
+            {
+                out += Literal(dialect, parameters[number]);
+                at = static_cast<std::size_t>(end - sql.data()) + 1;
+                continue;
+            }
+        }
+        out += sql[at++];
+    }
+    return out;
+}
+
+std::string ForSqlite(std::string_view sql)
+{
+    return SqliteWriter(sql).Write();
+}
+
+} // namespace vellumo::norda

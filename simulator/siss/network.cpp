@@ -1,0 +1,96 @@
+#include "simulator/siss/network.h"
+
+#include "host/fault.h"
+#include "simulator/siss/replies.h"
+
+#include <chrono>
+#include <thread>
+
+namespace vellumo::siss
+{
+namespace
+{
+
+// A plain text, which is how the bridge reports what went wrong before the network was reached.
+constexpr auto noSession = "ERRORE: nessuna sessione SISS attiva su questa postazione.";
+
+Behaviour Refuse(std::string code, std::string message)
+{
+    Behaviour behaviour;
+    behaviour.reply = Refusal{std::move(code), std::move(message), {}, {}};
+    return behaviour;
+}
+
+const Citizen* FindByProfile(const Citizens& citizens, const Element& request)
+{
+    const auto get = [&](const std::string& path) { return request.TextAt("param/" + path).value_or(""); };
+    if (const auto code = get("profiloCittadino/codiceFiscale"); !code.empty())
+    {
+        return citizens.Find(code);
+    }
+    return citizens.Find(get("profiloCittadino/cognome"), get("profiloCittadino/nome"),
+                         get("profiloCittadino/dataNascita"));
+}
+
+} // namespace
+
+std::string Network::CallSebMethod(const std::string& requestXml)
+{
+    m_exchanges.push_back({requestXml, ""});
+    const auto number = m_exchanges.size();
+    if (onCall)
+    {
+        onCall(requestXml);
+    }
+    const auto own = m_behaviours.find(number);
+    const auto every = m_behaviours.find(0);
+    const auto behaviour = own != m_behaviours.end()     ? own->second
+                           : every != m_behaviours.end() ? every->second
+                                                         : Behaviour();
+    std::this_thread::sleep_for(std::chrono::milliseconds(behaviour.delayMilliseconds));
+    if (const auto* const raise = std::get_if<Raise>(&behaviour.reply))
+    {
+        throw host::Fault(raise->message);
+    }
+    const auto envelope = ReadXml(requestXml);
+    const auto* const body = envelope.Find("SOAP-ENV:Body");
+    if (body == nullptr || body->children.size() != 1)
+    {
+        throw host::Fault("La richiesta non ha un solo elemento nel suo Body.");
+    }
+    auto reply = Answer(body->children.front(), behaviour);
+    m_exchanges.back().reply = reply;
+    return reply;
+}
+
+std::string Network::Answer(const Element& request, const Behaviour& behaviour) const
+{
+    if (behaviour.reply.index() != 0)
+    {
+        return WriteReply(request.name, behaviour, {});
+    }
+    if (!m_sessionActive)
+    {
+        return noSession;
+    }
+    if (!m_operatorCard)
+    {
+        return WriteReply(request.name, Refuse("PDCAR001", "Carta operatore non inserita."), {});
+    }
+    const bool bySissWindow = request.name == "m:ICCE.identificaCittadinoGUI";
+    if (bySissWindow && m_chosen.empty())
+    {
+        return WriteReply(request.name, Refuse("APPL000103", "Operazione annullata dall'operatore."), {});
+    }
+    if (!bySissWindow && request.name != "m:ICCE.identificaCittadinoEsteso" &&
+        request.name != "m:ICCE.identificaCittadino")
+    {
+        return WriteReply(request.name, Refuse("SEBC00099", "Servizio sconosciuto."), {});
+    }
+    const auto* const citizen = bySissWindow ? m_citizens.Find(m_chosen) : FindByProfile(m_citizens, request);
+    return citizen == nullptr
+               ? WriteReply(request.name, Refuse("SEBC00001", "Nessuna anagrafica corrisponde ai dati inseriti."), {})
+               : WriteReply(request.name, behaviour, citizen->Xml());
+}
+
+} // namespace vellumo::siss

@@ -1,0 +1,59 @@
+// The simulated SISS network, behind the one method of the client bridge. It keeps what the real one keeps: citizens,
+// whether a session is active and the operator's card is in the reader, and which citizen the operator picks in
+// SISS's own search window. Everything that was exchanged can be looked at afterwards.
+#pragma once
+
+#include "host/bridge.h"
+#include "simulator/siss/behaviour.h"
+#include "simulator/siss/citizens.h"
+#include "simulator/siss/xml_text.h"
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vellumo::siss
+{
+
+struct Exchange
+{
+    std::string request;
+    std::string reply; // "" also when the bridge raised an error
+};
+
+class Network final : public host::Bridge
+{
+public:
+    [[nodiscard]] std::string CallSebMethod(const std::string& requestXml) override;
+
+    Citizens& People() noexcept { return m_citizens; }
+
+    // Without a session the bridge has nobody to talk to and answers with a plain text.
+    void SetSessionActive(bool active) noexcept { m_sessionActive = active; }
+    void SetOperatorCard(bool inserted) noexcept { m_operatorCard = inserted; }
+    // Who is picked in SISS's own window; "" closes that window without picking anybody.
+    void SetChosenCitizen(std::string codiceFiscale) { m_chosen = std::move(codiceFiscale); }
+
+    // For the call with this number, counted from 1; 0 stands for every call that has no behaviour of its own.
+    void Behave(std::size_t call, Behaviour behaviour) { m_behaviours[call] = std::move(behaviour); }
+
+    [[nodiscard]] const std::vector<Exchange>& Exchanges() const noexcept { return m_exchanges; }
+
+    // Runs while a call travels, before it is answered.
+    std::function<void(const std::string& requestXml)> onCall;
+
+private:
+    [[nodiscard]] std::string Answer(const Element& request, const Behaviour& behaviour) const;
+
+    Citizens m_citizens;
+    bool m_sessionActive = true;
+    bool m_operatorCard = true;
+    std::string m_chosen;
+    std::map<std::size_t, Behaviour> m_behaviours;
+    std::vector<Exchange> m_exchanges;
+};
+
+} // namespace vellumo::siss

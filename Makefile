@@ -1,0 +1,39 @@
+# Vellumo: the commands a person needs. Each does all it takes, from a bare Debian machine on.
+#
+#   make run           a morning at the practice through the real DLL under Wine, with screenshots
+#   make run-native    the same through the native build
+#   make norda         the simulated host, for a person at the console
+#   make test          lint, native tests with sanitizers, then the tests of the x64 DLL under Wine
+#   make test-win32    the tests of the x86 DLL under Wine
+#   make clean         removes what was built
+
+.PHONY: run run-native norda test test-win32 clean
+.DEFAULT_GOAL := run
+MAKEFLAGS += --no-print-directory
+
+run:
+	@tools/setup
+	@tools/morning win64
+
+run-native:
+	@tools/setup
+	@tools/morning native
+
+norda:
+	@tools/setup
+	@tools/build --quiet native norda request_templates
+	@build/native/norda
+
+test:
+	@tools/setup
+	@tools/lint
+	@tools/test native
+	@tools/test win64
+
+test-win32:
+	@tools/setup win32
+	@tools/test win32
+
+clean:
+	@tools/wine-end
+	@rm -rf build

@@ -1,0 +1,65 @@
+#include "com/faults.h"
+
+#include "host/fault.h"
+#include "platform/windows/bstr.h"
+
+#include <new>
+
+namespace vellumo::com
+{
+namespace
+{
+
+constexpr std::wstring_view sourceName = L"Vellumo.SISSProvider";
+
+} // namespace
+
+HRESULT Fail(HRESULT result, const IID& source, const std::string& description) noexcept
+{
+    // Without memory for the description the number alone has to do.
+    host::PassOver(
+        [&]
+        {
+            windows::ComPtr<ICreateErrorInfo> creator;
+            if (SUCCEEDED(CreateErrorInfo(creator.Put())))
+            {
+                creator->SetGUID(source);
+                creator->SetSource(windows::Bstr(sourceName).Get());
+                creator->SetDescription(windows::Bstr(description).Get());
+                SetErrorInfo(0, creator.As<IErrorInfo>(IID_IErrorInfo).Get());
+            }
+        });
+    return result;
+}
+
+HRESULT FailWithCurrentException(const IID& source) noexcept
+{
+    try
+    {
+        throw;
+    }
+    catch (const host::Fault& fault)
+    {
+        return Fail(FAILED(fault.Number()) ? fault.Number() : faultOfTheLibrary, source, fault.Description());
+    }
+    catch (const std::bad_alloc&)
+    {
+        return Fail(E_OUTOFMEMORY, source, "Memoria insufficiente.");
+    }
+    catch (const std::exception& failure)
+    {
+        return Fail(E_UNEXPECTED, source, std::string("Errore imprevisto in Vellumo: ") + failure.what());
+    }
+    catch (...)
+    {
+        return Fail(E_UNEXPECTED, source, "Errore imprevisto in Vellumo.");
+    }
+}
+
+HRESULT FailAsNotAvailable(const IID& source, const char* operation) noexcept
+{
+    return Fail(E_NOTIMPL, source,
+                std::string("L'operazione ") + operation + " non è disponibile in questa versione di Vellumo.");
+}
+
+} // namespace vellumo::com

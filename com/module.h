@@ -1,0 +1,41 @@
+// The DLL as a COM module: whether anything of it is still in use, and the type libraries that it carries.
+#pragma once
+
+#include "platform/windows/com_ptr.h"
+
+#include <oaidl.h>
+
+#include <string>
+
+namespace vellumo::com
+{
+
+// Keeps the DLL loaded as long as it lives. Every COM object has one; so has a host that locked the server.
+class ModuleLock
+{
+public:
+    ModuleLock() noexcept;
+    ~ModuleLock();
+    ModuleLock(const ModuleLock&) = delete;
+    ModuleLock& operator=(const ModuleLock&) = delete;
+};
+
+// For IClassFactory::LockServer, whose locks have no owner.
+void LockModule(bool lock) noexcept;
+[[nodiscard]] bool IsModuleInUse() noexcept;
+
+// The type libraries by their resource number in the DLL.
+enum class Library
+{
+    Vellumo = 1,
+    Host = 2 // our statement of the host's interfaces; never registered
+};
+
+// Full path of the DLL; faults when the system cannot tell.
+[[nodiscard]] std::wstring ModulePath();
+
+// From the DLL itself, registered or not; faults with the system's reason.
+[[nodiscard]] windows::ComPtr<ITypeLib> LoadLibraryOf(Library library);
+[[nodiscard]] windows::ComPtr<ITypeInfo> LoadTypeInfo(Library library, const GUID& type);
+
+} // namespace vellumo::com

@@ -1,0 +1,252 @@
+#include "com/provider_face.h"
+
+#include "platform/windows/ado.h"
+#include "platform/windows/dispatch_bridge.h"
+#include "platform/windows/dispatch_services.h"
+#include "platform/windows/registry_settings_store.h"
+#include "platform/windows/win32_desktop.h"
+
+namespace vellumo::com
+{
+namespace
+{
+
+using windows::ComPtr;
+
+provider::Surroundings MakeSurroundings(std::shared_ptr<const windows::HostHandles> handles)
+{
+    provider::Surroundings surroundings;
+    surroundings.bridge = std::make_unique<windows::DispatchBridge>();
+    surroundings.objects = std::make_unique<windows::DispatchHostObjects>(std::move(handles));
+    surroundings.settings = std::make_unique<windows::RegistrySettingsStore>();
+    surroundings.clock = std::make_unique<host::SystemClock>();
+    surroundings.desktop = std::make_unique<windows::Win32Desktop>();
+    return surroundings;
+}
+
+VARIANT_BOOL ToVariantBool(bool value)
+{
+    return value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
+HRESULT HandBack(const ComPtr<IDispatch>& object, IDispatch** value)
+{
+    if (!value)
+    {
+        return E_POINTER;
+    }
+    object.CopyTo(value);
+    return S_OK;
+}
+
+HRESULT AnswerNotAvailable(VARIANT_BOOL* result, const IID& source, const char* operation)
+{
+    if (!result)
+    {
+        return E_POINTER;
+    }
+    *result = VARIANT_FALSE;
+    return FailAsNotAvailable(source, operation);
+}
+
+// Keeps what the host handed over and gives the library its adapter; nothing takes both away. The old object is let
+// go last, when the new one is in its place: releasing it may call back into the provider.
+template <class Adapter, class Service, class... Rest>
+void Replace(ComPtr<IDispatch>& handle, std::shared_ptr<Service>& service, IDispatch* value, Rest... rest)
+{
+    ComPtr<IDispatch> object(value);
+    std::shared_ptr<Service> adapter = object ? std::make_shared<Adapter>(object, rest...) : nullptr;
+    std::swap(handle, object);
+    std::swap(service, adapter);
+}
+
+} // namespace
+
+ProviderFace::ProviderFace()
+    : m_handles(std::make_shared<windows::HostHandles>())
+    , m_provider(MakeSurroundings(m_handles))
+{
+}
+
+HRESULT ProviderFace::Create(REFIID iid, void** result) noexcept
+{
+    SetErrorInfo(0, nullptr);
+    try
+    {
+        const auto face = ComPtr<ProviderFace>::Attach(new ProviderFace);
+        return face->QueryInterface(iid, result);
+    }
+    catch (...)
+    {
+        return FailWithCurrentException(CLSID_SISSProvider);
+    }
+}
+
+HRESULT ProviderFace::IsPersonaleStudio(VARIANT_BOOL* result)
+{
+    if (!result)
+    {
+        return E_POINTER;
+    }
+    *result = VARIANT_FALSE;
+    return Guard(*this, IID__SISSProvider, [&] { *result = ToVariantBool(m_provider.IsPersonaleStudio()); });
+}
+
+HRESULT ProviderFace::get_Utils(IDispatch** value)
+{
+    return HandBack(m_handles->utils, value);
+}
+
+HRESULT ProviderFace::putref_Utils(IDispatch* value)
+{
+    return Guard(*this, IID_ICCEProvider,
+                 [&]
+                 {
+                     IDispatch* provider = static_cast<ICCEDatabaseProvider*>(this);
+                     Replace<windows::DispatchUtils>(m_handles->utils, m_provider.Services().utils, value, provider);
+                 });
+}
+
+HRESULT ProviderFace::IdentificaPaziente(VARIANT idPaziente, VARIANT_BOOL* gestito, LONG* result)
+{
+    if (!gestito || !result)
+    {
+        return E_POINTER;
+    }
+    *result = 0;
+    bool handled = *gestito != VARIANT_FALSE;
+    const HRESULT status =
+        Guard(*this, IID_ICCEProvider,
+              [&] { *result = m_provider.IdentificaPaziente(windows::ToValue(idPaziente), handled); });
+    *gestito = ToVariantBool(handled);
+    return status;
+}
+
+HRESULT ProviderFace::IsActive(VARIANT_BOOL* result)
+{
+    if (!result)
+    {
+        return E_POINTER;
+    }
+    *result = ToVariantBool(m_provider.IsActive());
+    return S_OK;
+}
+
+HRESULT ProviderFace::VerificaPaziente(VARIANT, VARIANT_BOOL* result)
+{
+    if (!result)
+    {
+        return E_POINTER;
+    }
+    // The argument is not even read: one that cannot be converted is as good as any.
+    *result = ToVariantBool(provider::SISSProvider::VerificaPaziente({}));
+    return S_OK;
+}
+
+HRESULT ProviderFace::get_Connection(IDispatch** value)
+{
+    return HandBack(m_handles->connection, value);
+}
+
+HRESULT ProviderFace::putref_Connection(IDispatch* value)
+{
+    return Guard(*this, IID_ICCEDatabaseProvider,
+                 [&]
+                 { Replace<windows::AdoConnection>(m_handles->connection, m_provider.Services().connection, value); });
+}
+
+HRESULT ProviderFace::get_LockSrv(IDispatch** value)
+{
+    return HandBack(m_handles->lockSrv, value);
+}
+
+HRESULT ProviderFace::putref_LockSrv(IDispatch* value)
+{
+    return Guard(*this, IID_ICCEDatabaseProvider,
+                 [&] { Replace<windows::DispatchLockSrv>(m_handles->lockSrv, m_provider.Services().lockSrv, value); });
+}
+
+HRESULT ProviderFace::get_Studio(LONG* value)
+{
+    if (!value)
+    {
+        return E_POINTER;
+    }
+    *value = m_provider.Services().studio;
+    return S_OK;
+}
+
+HRESULT ProviderFace::put_Studio(LONG value)
+{
+    m_provider.Services().studio = static_cast<std::int32_t>(value);
+    return S_OK;
+}
+
+// --- Operations of later versions ------------------------------------------------------------------------------------
+
+HRESULT ProviderFace::Sincronizza(VARIANT_BOOL* result)
+{
+    return AnswerNotAvailable(result, IID_ICCEProvider, "Sincronizza");
+}
+
+HRESULT ProviderFace::ApriSessionePrescrizione(IDispatch** result)
+{
+    if (!result)
+    {
+        return E_POINTER;
+    }
+    *result = nullptr;
+    return FailAsNotAvailable(IID_ICCEProvider, "ApriSessionePrescrizione");
+}
+
+HRESULT ProviderFace::RegistraPrescrizione(IDispatch*, VARIANT, LONG, VARIANT_BOOL* result)
+{
+    return AnswerNotAvailable(result, IID_ICCEProvider, "RegistraPrescrizione");
+}
+
+HRESULT ProviderFace::RegistraPrescrizioneSingola(IDispatch*, VARIANT, VARIANT, LONG, VARIANT_BOOL* result)
+{
+    return AnswerNotAvailable(result, IID_ICCEProvider, "RegistraPrescrizioneSingola");
+}
+
+HRESULT ProviderFace::VerificaPrescrizione(VARIANT, LONG, VARIANT_BOOL* result)
+{
+    return AnswerNotAvailable(result, IID_ICCEProvider, "VerificaPrescrizione");
+}
+
+HRESULT ProviderFace::ChiudiSessionePrescrizione(IDispatch*, VARIANT_BOOL* result)
+{
+    return AnswerNotAvailable(result, IID_ICCEProvider, "ChiudiSessionePrescrizione");
+}
+
+HRESULT ProviderFace::AnnullaPrescrizione(VARIANT, VARIANT, LONG, VARIANT_BOOL* result)
+{
+    return AnswerNotAvailable(result, IID_ICCEProvider, "AnnullaPrescrizione");
+}
+
+HRESULT ProviderFace::VerificaPrescrizioneSingola(VARIANT, VARIANT, LONG, VARIANT_BOOL* result)
+{
+    return AnswerNotAvailable(result, IID_ICCEProvider2, "VerificaPrescrizioneSingola");
+}
+
+HRESULT ProviderFace::SincronizzaPazienti(VARIANT_BOOL* result)
+{
+    return AnswerNotAvailable(result, IID_ICCEProvider2, "SincronizzaPazienti");
+}
+
+HRESULT ProviderFace::InviaCertificato(VARIANT, VARIANT_BOOL* result)
+{
+    return AnswerNotAvailable(result, IID_ICCEProvider2, "InviaCertificato");
+}
+
+HRESULT ProviderFace::AnnullaCertificato(VARIANT, VARIANT_BOOL* result)
+{
+    return AnswerNotAvailable(result, IID_ICCEProvider2, "AnnullaCertificato");
+}
+
+HRESULT ProviderFace::InserisciContatto(VARIANT, VARIANT_BOOL* result)
+{
+    return AnswerNotAvailable(result, IID_ICCEProviderContact, "InserisciContatto");
+}
+
+} // namespace vellumo::com

@@ -40,17 +40,18 @@ GridView::GridView(ui::Grid& grid, const Surface& surface, int id)
     , m_grid(grid)
     , m_surface(surface)
     , m_heading(surface.MakeChild(L"STATIC", L"", SS_LEFT, 0, -1))
+    , m_rowHeight(surface.LineHeight() + surface.Pixels(5))
     , m_list(surface.MakeChild(WC_LISTVIEWW, L"", listStyle, WS_EX_CLIENTEDGE, id))
 {
     Send(m_list.Get(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, extendedListStyle);
-    SetRowHeight(surface.LineHeight() + surface.Pixels(5));
+    SetRowHeight();
     MakeColumns();
 }
 
 // A list view makes its rows as high as its images; this one has no other. The list view destroys it.
-void GridView::SetRowHeight(int height)
+void GridView::SetRowHeight()
 {
-    const HIMAGELIST images = ImageList_Create(1, height, ILC_COLOR, 1, 0);
+    const HIMAGELIST images = ImageList_Create(1, m_rowHeight, ILC_COLOR, 1, 0);
     Send(m_list.Get(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
 }
 
@@ -74,14 +75,15 @@ int GridView::HeadingHeight() const
 
 LayoutItem GridView::Needs() const
 {
-    const auto rows = static_cast<WPARAM>(m_grid.visibleRows);
-    const LRESULT list = Send(m_list.Get(), LVM_APPROXIMATEVIEWRECT, rows, MAKELPARAM(-1, -1));
+    RECT header{};
+    GetWindowRect(reinterpret_cast<HWND>(Send(m_list.Get(), LVM_GETHEADER)), &header);
+    const int height = header.bottom - header.top + m_grid.visibleRows * m_rowHeight + 2 * GetSystemMetrics(SM_CYEDGE);
     int width = GetSystemMetrics(SM_CXVSCROLL) + 2 * GetSystemMetrics(SM_CXEDGE);
     for (const ui::Column& column : m_grid.columns)
     {
         width += m_surface.PixelsOfTwips(column.width);
     }
-    return {.size = {width, HeadingHeight() + static_cast<int>(HIWORD(list)) + 2 * GetSystemMetrics(SM_CYEDGE)},
+    return {.size = {width, HeadingHeight() + height},
             .sameLine = m_grid.sameLine,
             .stretches = true,
             .growth = m_grid.visibleRows};

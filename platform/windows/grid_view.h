@@ -24,7 +24,7 @@ public:
     Event OnNotify(NMHDR& notification, LRESULT& answer) override;
 
 private:
-    void SetRowHeight(int height);
+    void SetRowHeight();
     void MakeColumns();
     void FitColumns();
     void ShowSelection();
@@ -39,6 +39,7 @@ private:
     ui::Grid& m_grid;
     const Surface& m_surface;
     TextWindow m_heading;
+    int m_rowHeight; // pixels
     TextWindow m_list;
     std::size_t m_shownRows = 0;
     bool m_updating = false;

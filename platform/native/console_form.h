@@ -1,0 +1,60 @@
+// One form at the terminal. It writes the form's controls, then reads a line that begins with the letter of a control:
+// alone it presses a button or ticks a box; with a number it goes to a row or an entry, with a text it types. An empty
+// line presses the default button. A form without anything to operate shows its texts as they change.
+#pragma once
+
+#include "ui/form.h"
+
+#include <chrono>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace vellumo::native
+{
+
+[[nodiscard]] char LowerCase(char letter) noexcept;
+
+class ConsoleForm final : private ui::FormView
+{
+public:
+    ConsoleForm(ui::Form& form, std::istream& in, std::ostream& out);
+    ~ConsoleForm() override;
+    ConsoleForm(const ConsoleForm&) = delete;
+    ConsoleForm& operator=(const ConsoleForm&) = delete;
+
+    // Returns when the form is closed; at the end of the input it is closed by its frame.
+    void ShowModal();
+
+private:
+    struct Operable
+    {
+        ui::Control* control;
+        char key;
+    };
+
+    void Refresh() override;
+    void RefreshSoon() override;
+    void ProcessMessages() override {}
+
+    void FindOperable();
+    void Draw() const;
+    void DrawControl(const ui::Control& control) const;
+    void DrawGrid(const ui::Grid& grid) const;
+    void DrawProgress();
+    void Obey(const std::string& line);
+    void Operate(ui::Control& control, const std::string& argument);
+    void SelectOption(const ui::Control& chosen);
+    void Complain() const;
+    [[nodiscard]] std::string KeyOf(const ui::Control& control) const;
+    [[nodiscard]] bool ToOperate() const noexcept { return !m_operable.empty(); }
+
+    ui::Form& m_form;
+    std::istream& m_in;
+    std::ostream& m_out;
+    std::vector<Operable> m_operable;
+    std::string m_progressShown;
+    std::chrono::steady_clock::time_point m_shownAt;
+};
+
+} // namespace vellumo::native

@@ -163,10 +163,10 @@ Identification::BuildExtendedIdentificationRequest(const host::Value& idPaziente
         {
             request->SetData(path, known ? patient->Get(column).ToText() : std::string());
         }
-        const std::string born = known ? patient->Get("DataNascita").ToText() : std::string();
-        if (!born.empty())
+        const host::Value born = known ? patient->Get("DataNascita") : host::Value();
+        if (!born.ToText().empty())
         {
-            request->SetData("profiloCittadino/dataNascita", service::ConvertSissDateTime(born));
+            request->SetData("profiloCittadino/dataNascita", service::StoredDate(born));
         }
     }
     return request;

@@ -54,8 +54,7 @@ ui::NamedValues LocalValues(const host::Record& patient, const service::Provider
     {
         values[column] = patient.Get(column);
     }
-    // The host keeps the birth date as a date or as text.
-    values["DataNascita"] = service::ConvertSissDateTime(patient.Get("DataNascita").ToText());
+    values["DataNascita"] = service::StoredDate(patient.Get("DataNascita"));
     values["ComuneNascita"] = context.services.RequireUtils().SingleValue(
         "SELECT Comune FROM Norda..Comune WHERE IDComune = {0}", {patient.Get("IDComuneNascita").ToInteger()});
     AddLocalAsl(values, patient.Get("IDASL").ToInteger(), context);

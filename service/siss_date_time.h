@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/date.h"
+#include "host/value.h"
 
 #include <string_view>
 
@@ -13,5 +14,11 @@ namespace vellumo::service
 // which is ignored. Blanks around are ignored. "", all zeros, impossible dates and anything else give the zero date.
 // Never faults.
 [[nodiscard]] host::Date ConvertSissDateTime(std::string_view text) noexcept;
+
+// The day in a column of the host, which keeps dates as dates or as text in one of those forms.
+[[nodiscard]] inline host::Date StoredDate(const host::Value& value)
+{
+    return ConvertSissDateTime(value.ToText());
+}
 
 } // namespace vellumo::service

@@ -118,11 +118,11 @@ TEST_SUITE("exemptions window")
                                                                            {"  ", "013 013.250 C01 E01 M13 S01 "},
                                                                            {"c01inv", ""},
                                                                            {"nulla", ""}};
-        for (const auto& [typed, found] : searches)
+        for (const auto& search : searches)
         {
-            CAPTURE(typed);
-            window.Type(typed);
-            CHECK(window.Found() == found);
+            CAPTURE(search.first);
+            window.Type(search.first);
+            CHECK(window.Found() == search.second);
         }
     }
 

@@ -136,12 +136,12 @@ TEST_SUITE("patient changes window")
         const NamedValues person = Person();
         const std::vector<std::pair<std::string, std::int32_t>> masks = {{"", 2},   {"A", 3},   {"E", 6},   {"R", 10},
                                                                          {"AE", 7}, {"ER", 14}, {"AER", 15}};
-        for (const auto& [ticked, mask] : masks)
+        for (const auto& each : masks)
         {
-            CAPTURE(ticked);
-            const Outcome outcome = Confirm(person, person, ticked);
+            CAPTURE(each.first);
+            const Outcome outcome = Confirm(person, person, each.first);
             CHECK(outcome.result == 1);
-            CHECK(outcome.changes == mask);
+            CHECK(outcome.changes == each.second);
             CHECK(outcome.questions == 0);
         }
     }

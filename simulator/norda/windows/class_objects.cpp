@@ -1,0 +1,197 @@
+#include "simulator/norda/windows/class_objects.h"
+
+#include "host/fault.h"
+#include "platform/windows/host_fault.h"
+#include "platform/windows/host_names.h"
+#include "platform/windows/registry_key.h"
+#include "platform/windows/text.h"
+#include "simulator/norda/windows/faces.h"
+
+#include <array>
+#include <utility>
+
+namespace vellumo::norda
+{
+
+using windows::ComPtr;
+namespace names = windows::names;
+
+const CLSID bridgeClass{0x8f99d24a, 0x4e56, 0x4d6c, {0xa1, 0x1d, 0x8a, 0x56, 0xea, 0x12, 0x46, 0xb6}};
+
+namespace
+{
+
+constexpr CLSID patientClass{0xefc74dbd, 0xb718, 0x475d, {0x9d, 0x92, 0xbb, 0x69, 0xde, 0x96, 0x9b, 0xde}};
+constexpr CLSID aslClass{0x8172c88b, 0xb2c1, 0x4743, {0x8d, 0x64, 0x64, 0x29, 0xea, 0x4c, 0xdf, 0x00}};
+constexpr CLSID specialistClass{0x5aec6df5, 0x2390, 0x41aa, {0x88, 0x8a, 0x38, 0x5b, 0xb5, 0x2f, 0x31, 0x5d}};
+constexpr CLSID settingsClass{0x69df90c1, 0x048e, 0x417d, {0xb9, 0xb7, 0x48, 0xaf, 0x83, 0x45, 0x41, 0x8a}};
+
+const std::wstring userClasses = L"Software\\Classes\\";
+
+class Factory final : public IClassFactory
+{
+public:
+    explicit Factory(ObjectMaker make)
+        : m_make(std::move(make))
+    {
+    }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override
+    {
+        if (!result)
+        {
+            return E_POINTER;
+        }
+        *result = nullptr;
+        if (iid != IID_IUnknown && iid != IID_IClassFactory)
+        {
+            return E_NOINTERFACE;
+        }
+        *result = static_cast<IClassFactory*>(this);
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
+    ULONG STDMETHODCALLTYPE Release() override
+    {
+        const ULONG left = --m_references;
+        if (left == 0)
+        {
+            delete this;
+        }
+        return left;
+    }
+
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** result) override
+    {
+        if (!result)
+        {
+            return E_POINTER;
+        }
+        *result = nullptr;
+        if (outer)
+        {
+            return CLASS_E_NOAGGREGATION;
+        }
+        try
+        {
+            return m_make()->QueryInterface(iid, result);
+        }
+        catch (const std::exception&)
+        {
+            return E_FAIL;
+        }
+    }
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+
+private:
+    ~Factory() = default;
+
+    ObjectMaker m_make;
+    ULONG m_references = 1;
+};
+
+std::wstring Spell(const CLSID& clsid)
+{
+    std::array<wchar_t, 40> text{};
+    StringFromGUID2(clsid, text.data(), static_cast<int>(text.size()));
+    return text.data();
+}
+
+void WriteDefault(const std::wstring& path, const std::wstring& text)
+{
+    windows::RegistryKey key;
+    LSTATUS status = key.Create(HKEY_CURRENT_USER, userClasses + path, KEY_SET_VALUE);
+    if (status == ERROR_SUCCESS)
+    {
+        status = key.SetText(nullptr, text);
+    }
+    windows::ThrowIfFailed(HRESULT_FROM_WIN32(static_cast<DWORD>(status)),
+                           "HKEY_CURRENT_USER\\" + windows::FromWide(userClasses + path));
+}
+
+} // namespace
+
+ClassObject::ClassObject(const CLSID& clsid, DWORD context, ObjectMaker make)
+    : m_cookie(0)
+{
+    const auto factory = ComPtr<Factory>::Attach(new Factory(std::move(make)));
+    windows::ThrowIfFailed(CoRegisterClassObject(clsid, factory.Get(), context, REGCLS_MULTIPLEUSE, &m_cookie),
+                           "CoRegisterClassObject");
+}
+
+ClassObject::~ClassObject()
+{
+    if (m_cookie != 0)
+    {
+        CoRevokeClassObject(m_cookie);
+    }
+}
+
+ClassObject::ClassObject(ClassObject&& other) noexcept
+    : m_cookie(std::exchange(other.m_cookie, 0))
+{
+}
+
+void WriteProgId(const std::wstring& progId, const CLSID& clsid, const std::wstring& server)
+{
+    WriteDefault(progId + L"\\CLSID", Spell(clsid));
+    if (!server.empty())
+    {
+        WriteDefault(L"CLSID\\" + Spell(clsid) + L"\\LocalServer32", server);
+    }
+}
+
+void RemoveProgId(const std::wstring& progId, const CLSID& clsid) noexcept
+{
+    RegDeleteTreeW(HKEY_CURRENT_USER, (userClasses + progId).c_str());
+    RegDeleteTreeW(HKEY_CURRENT_USER, (userClasses + L"CLSID\\" + Spell(clsid)).c_str());
+}
+
+HostClasses::HostClasses(const Outside& outside)
+{
+    try
+    {
+        if (host::Bridge* bridge = outside.bridge)
+        {
+            Offer(names::bridgeProgId, bridgeClass, [bridge] { return MakeBridgeFace(*bridge); });
+        }
+        if (host::HostObjects* objects = outside.objects)
+        {
+            const auto record = [objects](host::RecordKind kind)
+            { return [objects, kind] { return MakeRecordFace(*objects, kind); }; };
+            Offer(names::patientProgId, patientClass, record(host::RecordKind::Patient));
+            Offer(names::aslProgId, aslClass, record(host::RecordKind::Asl));
+            Offer(names::specialistProgId, specialistClass, record(host::RecordKind::Specialist));
+            Offer(names::settingsProgId, settingsClass, [objects] { return MakeSettingsFace(*objects); });
+        }
+    }
+    catch (...)
+    {
+        Withdraw();
+        throw;
+    }
+}
+
+HostClasses::~HostClasses()
+{
+    Withdraw();
+}
+
+void HostClasses::Offer(const wchar_t* progId, const CLSID& clsid, ObjectMaker make)
+{
+    m_objects.emplace_back(clsid, CLSCTX_INPROC_SERVER, std::move(make));
+    m_entries.emplace_back(progId, clsid);
+    WriteProgId(progId, clsid);
+}
+
+void HostClasses::Withdraw() noexcept
+{
+    m_objects.clear();
+    for (const auto& [progId, clsid] : m_entries)
+    {
+        RemoveProgId(progId, clsid);
+    }
+}
+
+} // namespace vellumo::norda

@@ -1,0 +1,31 @@
+// What the simulated host shows of itself to the library: each of its C++ objects as a late-bound COM object with the
+// member names that the library knows (platform/windows/host_names.h).
+#pragma once
+
+#include "host/bridge.h"
+#include "host/connection.h"
+#include "host/lock_srv.h"
+#include "host/records.h"
+#include "host/utils.h"
+#include "platform/windows/com_ptr.h"
+
+#include <memory>
+
+#include <oaidl.h>
+
+namespace vellumo::norda
+{
+
+// Each answers a new object that the caller owns.
+[[nodiscard]] windows::ComPtr<IDispatch> MakeConnectionFace(std::shared_ptr<host::Connection> connection);
+[[nodiscard]] windows::ComPtr<IDispatch> MakeLockSrvFace(std::shared_ptr<host::LockSrv> lockSrv);
+[[nodiscard]] windows::ComPtr<IDispatch> MakeUtilsFace(std::shared_ptr<host::Utils> utils);
+
+// These only refer to what they wrap.
+[[nodiscard]] windows::ComPtr<IDispatch> MakeBridgeFace(host::Bridge& bridge);
+// A record of the host's: it takes the connection, the lock service and the practice as properties, and only then
+// makes the record.
+[[nodiscard]] windows::ComPtr<IDispatch> MakeRecordFace(host::HostObjects& objects, host::RecordKind kind);
+[[nodiscard]] windows::ComPtr<IDispatch> MakeSettingsFace(host::HostObjects& objects);
+
+} // namespace vellumo::norda

@@ -67,7 +67,7 @@ void Practice::Create() const
     {
         fs::create_directories(folder);
     }
-    fs::copy(ProgramFolder() / "templates", TemplatesFolder(), fs::copy_options::overwrite_existing);
+    fs::copy(ProgramFolder() / "templates", TemplatesFolder(), fs::copy_options::recursive);
     WriteAnsiFile(ConfigFolder() / "WINBRIDGE4SEBACTIVEX.conf", seed::bridgeConf);
     WriteAnsiFile(TablesFolder() / "master.txt", seed::masterTable);
     WriteAnsiFile(TablesFolder() / "esenzioni.txt", seed::exemptionTable);

@@ -16,101 +16,115 @@
 #include <string>
 #include <vector>
 
-namespace vellumo::scenario {
+namespace vellumo::scenario
+{
 
-enum class WindowKind { Box, Form };
+enum class WindowKind
+{
+    Box,
+    Form
+};
 
 // Captions and labels are as the operator reads them: without the "&" of the access key. Hidden controls are not
 // seen. Everything is counted from 0, top to bottom and then left to right.
-struct ButtonSeen {
-  std::string caption;
-  std::optional<ui::Answer> standard; // in a box: which answer it gives, whatever its caption reads
-  bool isDefault = false;
-  bool enabled = true;
+struct ButtonSeen
+{
+    std::string caption;
+    std::optional<ui::Answer> standard; // in a box: which answer it gives, whatever its caption reads
+    bool isDefault = false;
+    bool enabled = true;
 };
 
 // A check box or an option button.
-struct ToggleSeen {
-  std::string caption;
-  bool on = false;
-  bool enabled = true;
+struct ToggleSeen
+{
+    std::string caption;
+    bool on = false;
+    bool enabled = true;
 };
 
-struct TextBoxSeen {
-  std::string caption; // the label that names it, "" when there is none
-  std::string value;
-  bool enabled = true;
+struct TextBoxSeen
+{
+    std::string caption; // the label that names it, "" when there is none
+    std::string value;
+    bool enabled = true;
 };
 
-struct ListSeen {
-  std::vector<std::string> entries;
-  int index = -1; // -1: nothing chosen
-  bool enabled = true;
+struct ListSeen
+{
+    std::vector<std::string> entries;
+    int index = -1; // -1: nothing chosen
+    bool enabled = true;
 };
 
-struct ProgressSeen {
-  double value = 0;
-  double maximum = 0;
+struct ProgressSeen
+{
+    double value = 0;
+    double maximum = 0;
 };
 
-struct GridSeen {
-  std::vector<std::string> columns; // captions
-  std::size_t rowCount = 0;         // thousands are possible, hence `Window::Cell`
-  std::optional<std::size_t> selected;
+struct GridSeen
+{
+    std::vector<std::string> columns; // captions
+    std::size_t rowCount = 0;         // thousands are possible, hence `Window::Cell`
+    std::optional<std::size_t> selected;
 };
 
-struct CellSeen {
-  std::string text;
-  std::optional<ui::Colour> foreground; // empty: the grid's own
-  std::optional<ui::Colour> background;
-  ui::CellImage image = ui::CellImage::None;
+struct CellSeen
+{
+    std::string text;
+    std::optional<ui::Colour> foreground; // empty: the grid's own
+    std::optional<ui::Colour> background;
+    ui::CellImage image = ui::CellImage::None;
 };
 
-class Window {
+class Window
+{
 public:
-  virtual ~Window() = default;
+    virtual ~Window() = default;
 
-  // A number that no other window of this run has had.
-  [[nodiscard]] virtual std::uint64_t Id() const = 0;
-  [[nodiscard]] virtual WindowKind Kind() const = 0;
-  [[nodiscard]] virtual std::string Title() const = 0;
-  // Of a box: its icon, and its text with lines joined by CR LF. Of a form: None and "".
-  [[nodiscard]] virtual ui::Icon Icon() const = 0;
-  [[nodiscard]] virtual std::string Text() const = 0;
+    // A number that no other window of this run has had.
+    [[nodiscard]] virtual std::uint64_t Id() const = 0;
+    [[nodiscard]] virtual WindowKind Kind() const = 0;
+    [[nodiscard]] virtual std::string Title() const = 0;
+    // Of a box: its icon, and its text with lines joined by CR LF. Of a form: None and "".
+    [[nodiscard]] virtual ui::Icon Icon() const = 0;
+    [[nodiscard]] virtual std::string Text() const = 0;
 
-  [[nodiscard]] virtual std::vector<std::string> Labels() const = 0;
-  [[nodiscard]] virtual std::vector<ButtonSeen> Buttons() const = 0;
-  [[nodiscard]] virtual std::vector<ToggleSeen> Toggles() const = 0;
-  [[nodiscard]] virtual std::vector<TextBoxSeen> TextBoxes() const = 0;
-  [[nodiscard]] virtual std::vector<ListSeen> Lists() const = 0;
-  [[nodiscard]] virtual std::vector<ProgressSeen> ProgressBars() const = 0;
-  [[nodiscard]] virtual std::vector<GridSeen> Grids() const = 0;
-  [[nodiscard]] virtual CellSeen Cell(std::size_t grid, std::size_t row, std::size_t column) const = 0;
+    [[nodiscard]] virtual std::vector<std::string> Labels() const = 0;
+    [[nodiscard]] virtual std::vector<ButtonSeen> Buttons() const = 0;
+    [[nodiscard]] virtual std::vector<ToggleSeen> Toggles() const = 0;
+    [[nodiscard]] virtual std::vector<TextBoxSeen> TextBoxes() const = 0;
+    [[nodiscard]] virtual std::vector<ListSeen> Lists() const = 0;
+    [[nodiscard]] virtual std::vector<ProgressSeen> ProgressBars() const = 0;
+    [[nodiscard]] virtual std::vector<GridSeen> Grids() const = 0;
+    [[nodiscard]] virtual CellSeen Cell(std::size_t grid, std::size_t row, std::size_t column) const = 0;
 
-  // Actions. Each is started and may take effect after its return. The player presses only what exists; pressing
-  // something disabled does nothing, as with a real hand.
-  virtual void Press(std::size_t button) = 0;
-  virtual void SelectRow(std::size_t grid, std::size_t row) = 0;
-  virtual void DoubleClickRow(std::size_t grid, std::size_t row) = 0;
-  // Replaces the content of a text box, as typing does: the form hears of it.
-  virtual void Type(std::size_t textBox, const std::string& text) = 0;
-  virtual void SetToggle(std::size_t toggle, bool on) = 0;
-  virtual void ChooseEntry(std::size_t list, int index) = 0;
-  // One key or combination at the control that has the keyboard: "Tab", "Shift+Tab", "Enter", "Escape", "Space",
-  // "Up", "Down", "Home", "End", "Alt+C", or a single character. False where the target has no keyboard (natively),
-  // and then nothing has happened.
-  virtual bool Key(const std::string& key) = 0;
-  virtual void CloseByFrame() = 0;
+    // Actions. Each is started and may take effect after its return. The player presses only what exists; pressing
+    // something disabled does nothing, as with a real hand.
+    virtual void Press(std::size_t button) = 0;
+    virtual void SelectRow(std::size_t grid, std::size_t row) = 0;
+    virtual void DoubleClickRow(std::size_t grid, std::size_t row) = 0;
+    // Replaces the content of a text box, as typing does: the form hears of it.
+    virtual void Type(std::size_t textBox, const std::string& text) = 0;
+    virtual void SetToggle(std::size_t toggle, bool on) = 0;
+    virtual void ChooseEntry(std::size_t list, int index) = 0;
+    // One key or combination at the control that has the keyboard: "Tab", "Shift+Tab", "Enter", "Escape", "Space",
+    // "Up", "Down", "Home", "End", "Alt+C", or a single character. False where the target has no keyboard (natively),
+    // and then nothing has happened.
+    virtual bool Key(const std::string& key) = 0;
+    virtual void CloseByFrame() = 0;
 };
 
 // Whoever sits in front of the screen. Nothing escapes from `OnScreen`.
-class Operator {
+class Operator
+{
 public:
-  virtual ~Operator() = default;
+    virtual ~Operator() = default;
 
-  // `window` is the one on top, drawn, enabled and waiting. Called again and again while it stays open; never again
-  // before the messages of the action just started have been dispatched.
-  virtual void OnScreen(Window& window) noexcept = 0;
+    // `window` is the one on top, drawn, enabled and waiting. Called again and again while it stays open; never again
+    // before the messages of the action just started have been dispatched.
+    virtual void OnScreen(Window& window) noexcept = 0;
 };
 
 } // namespace vellumo::scenario

@@ -9,23 +9,25 @@
 #include <memory>
 #include <string>
 
-namespace vellumo::scenario {
+namespace vellumo::scenario
+{
 
-class Target {
+class Target
+{
 public:
-  virtual ~Target() = default;
+    virtual ~Target() = default;
 
-  // Faults when the library refuses, with the text that a host would get.
-  [[nodiscard]] virtual std::unique_ptr<norda::ProviderClient> CreateProvider(const norda::Outside& outside) = 0;
+    // Faults when the library refuses, with the text that a host would get.
+    [[nodiscard]] virtual std::unique_ptr<norda::ProviderClient> CreateProvider(const norda::Outside& outside) = 0;
 
-  [[nodiscard]] virtual norda::Installation& Machine() = 0;
+    [[nodiscard]] virtual norda::Installation& Machine() = 0;
 
-  // The window on top while the library is at work (a wait window during a call, which is not waiting for anybody);
-  // null when none of the library's is on screen.
-  [[nodiscard]] virtual std::unique_ptr<Window> Topmost() = 0;
+    // The window on top while the library is at work (a wait window during a call, which is not waiting for anybody);
+    // null when none of the library's is on screen.
+    [[nodiscard]] virtual std::unique_ptr<Window> Topmost() = 0;
 
-  // Saves a picture of the screen. False where there is none to take.
-  virtual bool Screenshot(const std::filesystem::path& file) = 0;
+    // Saves a picture of the screen. False where there is none to take.
+    virtual bool Screenshot(const std::filesystem::path& file) = 0;
 };
 
 // Each target's build defines this. `folder` is an empty folder of this run, where the target may keep its own files

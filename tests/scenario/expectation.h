@@ -1,0 +1,52 @@
+// What a scenario says about the windows of one call: which must appear, what must be seen in each, what the operator
+// does there.
+#pragma once
+
+#include "tests/scenario/line.h"
+#include "tests/scenario/screen.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vellumo::scenario
+{
+
+// One line inside a window: a look at it or one thing done to it.
+struct WindowItem
+{
+    Place place;
+    bool isAction = false;
+    // Empty when all is well, else what differs.
+    std::function<std::optional<std::string>(Window&)> perform;
+};
+
+struct ExpectedWindow
+{
+    Place place;
+    WindowKind kind = WindowKind::Box;
+    std::string title;
+    std::vector<WindowItem> items;
+};
+
+// The result of a call.
+struct Outcome
+{
+    std::string returned; // "" when it faulted
+    std::optional<bool> gestito;
+    std::optional<std::string> fault; // the description
+};
+
+// "Yes", "No" …: how scenarios name the answers of a box.
+[[nodiscard]] std::string NameOf(ui::Answer answer);
+[[nodiscard]] std::string NameOf(ui::Icon icon);
+// The whole window in one line, for messages.
+[[nodiscard]] std::string Describe(const Window& window);
+
+// Reads a line inside a window ("label …", "press …"); empty when it is no such line.
+[[nodiscard]] std::optional<WindowItem> ReadWindowLine(const std::string& keyword, Line& line);
+// The checks of "box "title" exclamation Yes/No default No" with its text block.
+[[nodiscard]] std::vector<WindowItem> ReadBoxHeader(Line& line);
+
+} // namespace vellumo::scenario

@@ -1,0 +1,272 @@
+// scenario [--tell] [--screenshots DIR] [--keep DIR] FILE…
+//
+// Runs the scenarios of the files, each in a practice made new for it, and says what differed. Exit code 0 when all
+// hold, 1 when one does not, 2 when a file cannot be read.
+#include "host/fault.h"
+#include "tests/scenario/parser.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <optional>
+#include <random>
+
+namespace
+{
+
+using namespace vellumo;
+using namespace vellumo::scenario;
+namespace fs = std::filesystem;
+
+struct Arguments
+{
+    bool tell = false;
+    fs::path screenshots;
+    fs::path keep;
+    std::vector<fs::path> files;
+};
+
+std::optional<Arguments> ReadArguments(const std::vector<std::string>& words)
+{
+    Arguments arguments;
+    for (std::size_t i = 0; i < words.size(); ++i)
+    {
+        const bool more = i + 1 < words.size();
+        if (words[i] == "--tell")
+        {
+            arguments.tell = true;
+        }
+        else if (words[i] == "--screenshots" && more)
+        {
+            arguments.screenshots = fs::u8path(words[++i]);
+        }
+        else if (words[i] == "--keep" && more)
+        {
+            arguments.keep = fs::u8path(words[++i]);
+        }
+        else if (words[i].substr(0, 2) == "--")
+        {
+            return std::nullopt;
+        }
+        else
+        {
+            arguments.files.push_back(fs::u8path(words[i]));
+        }
+    }
+    return arguments.files.empty() ? std::nullopt : std::optional(arguments);
+}
+
+// Gone with the object, unless it is the folder to keep.
+class WorkFolder
+{
+public:
+    explicit WorkFolder(const fs::path& keep)
+        : m_path(keep)
+        , m_kept(!keep.empty())
+    {
+        if (!m_kept)
+        {
+            m_path = fs::temp_directory_path() / ("vellumo-" + std::to_string(std::random_device()()));
+        }
+        fs::create_directories(m_path);
+    }
+    ~WorkFolder()
+    {
+        std::error_code ignored;
+        if (!m_kept)
+        {
+            fs::remove_all(m_path, ignored);
+        }
+    }
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+
+    [[nodiscard]] const fs::path& Path() const noexcept { return m_path; }
+
+private:
+    fs::path m_path;
+    bool m_kept;
+};
+
+class Runner
+{
+public:
+    explicit Runner(Arguments arguments)
+        : m_arguments(std::move(arguments))
+        , m_folder(m_arguments.keep)
+    {
+        norda::Practice(Model()).Create();
+        if (m_arguments.tell)
+        {
+            m_narrator.emplace(std::cout);
+        }
+        if (!m_arguments.screenshots.empty())
+        {
+            fs::create_directories(m_arguments.screenshots);
+        }
+    }
+
+    // The number of scenarios that do not hold.
+    std::size_t RunFile(const fs::path& file)
+    {
+        std::size_t failed = 0;
+        for (const auto& scenario : ReadScenarios(file))
+        {
+            const auto& targets = scenario.targets;
+            if (!targets.empty() && std::find(targets.begin(), targets.end(), VELLUMO_TARGET) == targets.end())
+            {
+                continue;
+            }
+            ++m_count;
+            const auto differences = scenario.sweep ? Sweep(scenario) : Once(scenario);
+            Tell(scenario, differences);
+            failed += differences.empty() ? 0U : 1U;
+        }
+        return failed;
+    }
+
+    void Summary(std::size_t failed)
+    {
+        if (m_narrator)
+        {
+            m_narrator->Summary(m_count, failed);
+        }
+        else
+        {
+            std::cout << m_count << " scenarios, " << failed << " failed\n";
+        }
+    }
+
+private:
+    [[nodiscard]] fs::path Model() const { return m_folder.Path() / "model"; }
+
+    Run MakeRun(const Scenario& scenario, std::size_t failingStatement)
+    {
+        Run::Options options;
+        options.screenshots = m_arguments.screenshots;
+        options.snapshots = scenario.comparesDatabase;
+        options.failingStatement = failingStatement;
+        return {Model(), m_folder.Path() / "practice", options, m_narrator ? &*m_narrator : nullptr};
+    }
+
+    static void Play(const Scenario& scenario, Run& run)
+    {
+        for (const auto& step : scenario.steps)
+        {
+            try
+            {
+                step.perform(run);
+            }
+            catch (const std::exception& fault)
+            {
+                run.Report(step.place, std::string("this could not be done: ") + fault.what());
+            }
+        }
+        run.Finish(scenario.place);
+    }
+
+    std::vector<Difference> Once(const Scenario& scenario)
+    {
+        if (m_narrator)
+        {
+            m_narrator->Begin(scenario.title);
+        }
+        auto run = MakeRun(scenario, 0);
+        Play(scenario, run);
+        return run.Differences();
+    }
+
+    std::vector<Difference> Sweep(const Scenario& scenario);
+
+    static void Tell(const Scenario& scenario, const std::vector<Difference>& differences)
+    {
+        if (differences.empty())
+        {
+            return;
+        }
+        std::cout << "FAILED: " << scenario.title << '\n';
+        for (const auto& difference : differences)
+        {
+            std::cout << difference.place.Text() << ": " << difference.what << '\n';
+        }
+        std::cout << std::flush;
+    }
+
+    Arguments m_arguments;
+    WorkFolder m_folder;
+    std::optional<Narrator> m_narrator;
+    std::size_t m_count = 0;
+};
+
+bool SameChanges(const std::vector<RowChange>& left, const std::vector<RowChange>& right)
+{
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](const RowChange& a, const RowChange& b) { return a.Text() == b.Text(); });
+}
+
+// First as written. Then again with the first statement of the library failing, with the second, and so on until none
+// is left to fail: each time the database must hold all that the first run stored, or nothing of it.
+std::vector<Difference> Runner::Sweep(const Scenario& scenario)
+{
+    auto whole = MakeRun(scenario, 0);
+    Play(scenario, whole);
+    auto differences = whole.Differences();
+    const auto stored = whole.Changes();
+    if (!differences.empty())
+    {
+        return differences;
+    }
+    for (std::size_t failing = 1;; ++failing)
+    {
+        auto run = MakeRun(scenario, failing);
+        Play(scenario, run);
+        if (!run.HasFailed())
+        {
+            return differences;
+        }
+        const auto changes = run.Changes();
+        if (!changes.empty() && !SameChanges(changes, stored))
+        {
+            std::string text = "with statement " + std::to_string(failing) + " of the library failing, this is stored:";
+            for (const auto& change : changes)
+            {
+                text += "\n    " + change.Text();
+            }
+            differences.push_back({scenario.place, text});
+        }
+        for (const auto& difference : run.Differences())
+        {
+            differences.push_back({difference.place, "with statement " + std::to_string(failing) +
+                                                         " of the library failing: " + difference.what});
+        }
+    }
+}
+
+} // namespace
+
+int main(int count, char** words)
+{
+    const auto arguments = ReadArguments({words + 1, words + count});
+    if (!arguments)
+    {
+        std::cerr << "usage: scenario [--tell] [--screenshots DIR] [--keep DIR] FILE...\n"
+                     "docs/scenarios.md tells how a scenario is written.\n";
+        return 2;
+    }
+    try
+    {
+        Runner runner(*arguments);
+        std::size_t failed = 0;
+        for (const auto& file : arguments->files)
+        {
+            failed += runner.RunFile(file);
+        }
+        runner.Summary(failed);
+        return failed == 0 ? 0 : 1;
+    }
+    catch (const std::exception& fault)
+    {
+        std::cerr << fault.what() << '\n';
+        return 2;
+    }
+}

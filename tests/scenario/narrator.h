@@ -1,0 +1,40 @@
+// Tells a scenario to a person while it runs: each call, window, exchange and outcome, in Italian, and a closing
+// summary.
+#pragma once
+
+#include "tests/scenario/expectation.h"
+#include "tests/scenario/snapshot.h"
+
+#include <cstddef>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace vellumo::scenario
+{
+
+class Narrator
+{
+public:
+    explicit Narrator(std::ostream& out)
+        : m_out(out)
+    {
+    }
+
+    void Begin(const std::string& title);
+    void CallBegins(const std::string& operation, const std::string& argument);
+    void Sent(const std::string& requestXml, const std::string& shownAs);
+    void WindowSeen(const Window& window);
+    void CallEnds(const Outcome& outcome, const std::vector<RowChange>& stored);
+    void Logged(const std::vector<std::string>& files);
+    void Summary(std::size_t scenarios, std::size_t failed);
+
+private:
+    std::ostream& m_out;
+    std::size_t m_calls = 0;
+    std::size_t m_exchanges = 0;
+    std::size_t m_windows = 0;
+    std::size_t m_rows = 0;
+};
+
+} // namespace vellumo::scenario

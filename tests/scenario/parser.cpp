@@ -1,0 +1,180 @@
+#include "tests/scenario/parser.h"
+
+#include <fstream>
+#include <iterator>
+
+namespace vellumo::scenario
+{
+
+const std::map<std::string, Parser::Keyword>& Parser::Keywords()
+{
+    static const std::map<std::string, Keyword> keywords = {
+        {"scenario", {&Parser::ReadScenario}},
+        {"sweep", {&Parser::ReadSweep}},
+        {"only", {&Parser::ReadTargets}},
+        // the host and its installation
+        {"user", {&Parser::ReadUser}},
+        {"studio", {&Parser::ReadStudio}},
+        {"host", {&Parser::ReadWithhold}},
+        {"setting", {&Parser::ReadSetting}},
+        {"sql", {&Parser::ReadSql}},
+        {"file", {&Parser::ReadFile}},
+        {"folder", {&Parser::ReadFolder}},
+        {"registry", {&Parser::ReadRegistry}},
+        {"refuse", {&Parser::ReadRefuse}},
+        {"fail", {&Parser::ReadFail}},
+        {"pause", {&Parser::ReadPause}},
+        // the network
+        {"citizen", {&Parser::ReadCitizen}},
+        {"has", {&Parser::ReadHas, true}},
+        {"lacks", {&Parser::ReadLacks, true}},
+        {"exemption", {&Parser::ReadExemption, true}},
+        {"exempt", {&Parser::ReadNoExemptions, true}},
+        {"operator", {&Parser::ReadOperator}},
+        {"session", {&Parser::ReadSession}},
+        {"card", {&Parser::ReadCard}},
+        {"bridge", {&Parser::ReadBridge}},
+        {"reply", {&Parser::ReadReply}},
+        {"exception", {&Parser::ReadException, true}},
+        {"warning", {&Parser::ReadWarning, true}},
+        // the calls
+        {"create", {&Parser::ReadCreate}},
+        {"call", {&Parser::ReadCall}},
+        {"box", {&Parser::ReadBox, true}},
+        {"window", {&Parser::ReadWindow, true}},
+        {"returns", {&Parser::ReadReturns, true}},
+        {"gestito", {&Parser::ReadGestito, true}},
+        {"faults", {&Parser::ReadFaults, true}},
+        // what is so afterwards
+        {"requests", {&Parser::ReadRequests}},
+        {"request", {&Parser::ReadRequest}},
+        {"shown", {&Parser::ReadShown, true}},
+        {"at", {&Parser::ReadAt, true}},
+        {"query", {&Parser::ReadQuery}},
+        {"row", {&Parser::ReadRow, true}},
+        {"no", {&Parser::ReadNoRows, true}},
+        {"database", {&Parser::ReadDatabase}},
+        {"changed", {&Parser::ReadChanged, true}},
+        {"added", {&Parser::ReadAdded, true}},
+        {"removed", {&Parser::ReadRemoved, true}},
+        {"log", {&Parser::ReadLog}},
+        {"holds", {&Parser::ReadHolds, true}},
+    };
+    return keywords;
+}
+
+std::vector<Scenario> Parser::Read(std::vector<Line> lines)
+{
+    for (auto& line : lines)
+    {
+        ReadLine(line);
+    }
+    Close();
+    for (auto& scenario : m_scenarios)
+    {
+        scenario.steps.insert(scenario.steps.begin(), m_common.begin(), m_common.end());
+    }
+    return std::move(m_scenarios);
+}
+
+void Parser::ReadLine(Line& line)
+{
+    const auto word = line.Word("a keyword");
+    if (m_window != nullptr)
+    {
+        if (auto item = ReadWindowLine(word, line))
+        {
+            m_window->items.push_back(std::move(*item));
+            return;
+        }
+    }
+    const auto keyword = Keywords().find(word);
+    if (keyword == Keywords().end())
+    {
+        line.Fail("unknown keyword " + word);
+    }
+    if (!keyword->second.belongs)
+    {
+        Close();
+    }
+    (this->*keyword->second.read)(line);
+    line.End();
+}
+
+void Parser::AddStep(const Line& line, std::function<void(Run&)> perform)
+{
+    auto& steps = m_scenarios.empty() ? m_common : m_scenarios.back().steps;
+    steps.push_back({line.Where(), std::move(perform)});
+}
+
+void Parser::Close()
+{
+    if (m_call && !m_call->returns && !m_call->fault)
+    {
+        throw SyntaxError(m_call->place, "the call needs a line \"returns\" or \"faults\" below it");
+    }
+    if (m_call && m_call->returns && m_call->operation == "IdentificaPaziente" && !m_call->gestito)
+    {
+        throw SyntaxError(m_call->place, "the call needs a line \"gestito\" below it");
+    }
+    m_call.reset();
+    m_window = nullptr;
+    m_citizen.clear();
+    m_reply.reset();
+    m_request.reset();
+    m_query.reset();
+    m_changes.reset();
+    m_log.reset();
+}
+
+void Parser::ReadScenario(Line& line)
+{
+    Scenario scenario;
+    scenario.place = line.Where();
+    scenario.title = line.Rest();
+    if (scenario.title.empty())
+    {
+        line.Fail("a scenario needs a title");
+    }
+    m_scenarios.push_back(std::move(scenario));
+}
+
+void Parser::ReadSweep(Line& line)
+{
+    if (m_scenarios.empty() || line.Rest() != "database faults")
+    {
+        line.Fail("expected \"sweep database faults\" inside a scenario");
+    }
+    m_scenarios.back().sweep = true;
+    m_scenarios.back().comparesDatabase = true;
+}
+
+void Parser::ReadTargets(Line& line)
+{
+    if (m_scenarios.empty() || !line.Take("on"))
+    {
+        line.Fail("expected \"only on\" and targets inside a scenario");
+    }
+    while (!line.AtEnd())
+    {
+        m_scenarios.back().targets.push_back(line.Word("a target"));
+    }
+}
+
+std::vector<Scenario> ReadScenarios(const std::filesystem::path& file)
+{
+    std::ifstream in(file, std::ios::binary);
+    if (!in)
+    {
+        throw SyntaxError({file.string(), 0}, "the file cannot be read");
+    }
+    const std::string text{std::istreambuf_iterator<char>(in), {}};
+    auto scenarios = Parser(file.parent_path()).Read(ReadLines(file.string(), text));
+    if (scenarios.empty())
+    {
+        throw SyntaxError({file.string(), 1}, "the file has no scenario");
+    }
+    return scenarios;
+}
+
+} // namespace vellumo::scenario

@@ -1,0 +1,254 @@
+#include "tests/scenario/run.h"
+
+#include "host/fault.h"
+#include "tests/scenario/cell.h"
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+
+namespace vellumo::scenario
+{
+namespace
+{
+
+using Operation = void (*)(norda::ProviderClient& provider, const norda::Argument& argument, Outcome& outcome);
+
+std::string Text(bool value)
+{
+    return value ? "True" : "False";
+}
+
+const std::map<std::string, Operation>& Operations()
+{
+    static const std::map<std::string, Operation> operations = {
+        {"IdentificaPaziente",
+         [](norda::ProviderClient& provider, const norda::Argument& argument, Outcome& outcome)
+         {
+             bool gestito = false;
+             outcome.returned = std::to_string(provider.IdentificaPaziente(argument, gestito));
+             outcome.gestito = gestito;
+         }},
+        {"IsActive", [](norda::ProviderClient& provider, const norda::Argument&, Outcome& outcome)
+         { outcome.returned = Text(provider.IsActive()); }},
+        {"VerificaPaziente", [](norda::ProviderClient& provider, const norda::Argument& argument, Outcome& outcome)
+         { outcome.returned = Text(provider.VerificaPaziente(argument)); }},
+        {"IsPersonaleStudio", [](norda::ProviderClient& provider, const norda::Argument&, Outcome& outcome)
+         { outcome.returned = Text(provider.IsPersonaleStudio()); }},
+        {"Studio", [](norda::ProviderClient& provider, const norda::Argument&, Outcome& outcome)
+         { outcome.returned = std::to_string(provider.Studio()); }},
+    };
+    return operations;
+}
+
+std::string FileName(const std::string& title)
+{
+    std::string name;
+    for (const char c : title)
+    {
+        name += std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '-';
+    }
+    return name;
+}
+
+} // namespace
+
+Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator* narrator)
+    : m_options(std::move(options))
+    , m_narrator(narrator)
+    , m_player([this](const Place& place, const std::string& what) { Report(place, what); },
+               [this](const Window& window) { OnWindow(window); })
+    , m_stage(std::make_unique<Stage>(model, folder, m_player))
+{
+    m_stage->Network().onCall = [this](const std::string& requestXml) { OnRequest(requestXml); };
+    if (m_options.failingStatement != 0)
+    {
+        m_stage->AddFault({"", m_options.failingStatement, "Errore provocato del database.", 0});
+    }
+}
+
+std::int32_t Run::PatientId(const std::string& codiceFiscale)
+{
+    auto& database = m_stage->Database();
+    return database
+        .Single("SELECT IDPaziente FROM Paziente WHERE CodiceFiscale = " +
+                norda::Literal(database.GetDialect(), codiceFiscale))
+        .ToInteger();
+}
+
+void Run::Remember()
+{
+    if (m_options.snapshots && !m_before)
+    {
+        m_before = TakeSnapshot(m_stage->Database());
+    }
+}
+
+std::vector<RowChange> Run::Changes()
+{
+    return m_before ? scenario::Compare(*m_before, TakeSnapshot(m_stage->Database())) : std::vector<RowChange>();
+}
+
+void Run::Perform(const Call& call)
+{
+    Remember();
+    m_place = call.place;
+    norda::Argument argument{call.argument.passing, call.argument.value};
+    if (!call.argument.patient.empty())
+    {
+        argument.value = PatientId(call.argument.patient);
+        if (argument.value.ToInteger() == 0)
+        {
+            Report(call.place, "the practice has no patient " + call.argument.patient);
+            return;
+        }
+    }
+    if (m_narrator != nullptr)
+    {
+        m_narrator->CallBegins(call.operation, argument.value.ToText());
+    }
+    const auto snapshot = m_narrator != nullptr ? TakeSnapshot(m_stage->Database()) : Snapshot();
+    m_player.Begin(call.place, call.windows, m_options.failingStatement != 0);
+    Outcome outcome;
+    try
+    {
+        Operations().at(call.operation)(m_stage->Provider(), argument, outcome);
+    }
+    catch (const host::Fault& fault)
+    {
+        outcome = {"", std::nullopt, fault.Description()};
+    }
+    m_player.End();
+    if (m_narrator != nullptr)
+    {
+        m_narrator->CallEnds(outcome, scenario::Compare(snapshot, TakeSnapshot(m_stage->Database())));
+    }
+    // With a fault on purpose the answer depends on where it struck.
+    if (m_options.failingStatement == 0)
+    {
+        Compare(call, outcome);
+    }
+}
+
+void Run::Compare(const Call& call, const Outcome& outcome)
+{
+    if (outcome.fault.has_value() != call.fault.has_value())
+    {
+        Report(call.place, outcome.fault ? "the call faulted: " + Quoted(*outcome.fault)
+                                         : "the call did not fault, it returned " + outcome.returned);
+        return;
+    }
+    if (outcome.fault)
+    {
+        if (outcome.fault->find(*call.fault) == std::string::npos)
+        {
+            Report(call.place, "fault\n  expected: " + Quoted(*call.fault) + "\n  seen:     " + Quoted(*outcome.fault));
+        }
+        return;
+    }
+    auto expected = *call.returns;
+    constexpr std::string_view patient = "patient ";
+    if (expected.substr(0, patient.size()) == patient)
+    {
+        expected = std::to_string(PatientId(expected.substr(patient.size())));
+    }
+    if (expected != outcome.returned || (expected == "0") != (*call.returns == "0"))
+    {
+        Report(call.place, "returned value\n  expected: " + *call.returns +
+                               (expected == *call.returns ? "" : " (" + expected + ")") +
+                               "\n  seen:     " + outcome.returned);
+    }
+    if (call.gestito && call.gestito != outcome.gestito)
+    {
+        Report(call.place, "Gestito is " + Text(!*call.gestito) + ", expected " + Text(*call.gestito));
+    }
+}
+
+void Run::CreateProvider(const Place& place, const std::optional<std::string>& fault)
+{
+    Remember();
+    m_place = place;
+    if (!m_stage->ReleaseProvider())
+    {
+        Report(place, "the library could not be unloaded after the provider was released");
+    }
+    try
+    {
+        static_cast<void>(m_stage->Provider());
+        if (fault)
+        {
+            Report(place, "the provider was created");
+        }
+    }
+    catch (const host::Fault& seen)
+    {
+        if (!fault || seen.Description().find(*fault) == std::string::npos)
+        {
+            Report(place, "creating the provider faulted: " + Quoted(seen.Description()));
+        }
+    }
+}
+
+void Run::Finish(const Place& place)
+{
+    if (!m_stage->ReleaseProvider())
+    {
+        Report(place, "the library could not be unloaded after the provider was released: something still holds it");
+    }
+}
+
+void Run::OnWindow(const Window& window)
+{
+    if (m_narrator != nullptr)
+    {
+        m_narrator->WindowSeen(window);
+    }
+    TakeScreenshot(window.Title());
+}
+
+// A call travels inside the wait window, which must be on screen and say so.
+void Run::OnRequest(const std::string& requestXml)
+{
+    const auto window = m_stage->GetTarget().Topmost();
+    Travel travel;
+    if (!window || window->Kind() != WindowKind::Form || window->Title() != "SISS Lombardia")
+    {
+        Report(m_place, "the request does not travel inside the wait window; on top is " +
+                            (window ? Describe(*window) : "nothing"));
+    }
+    else
+    {
+        auto labels = window->Labels();
+        for (const std::string fixed : {"Attendere...", "Trasmissione/Ricezione dati in corso..."})
+        {
+            const auto found = std::find(labels.begin(), labels.end(), fixed);
+            if (found == labels.end())
+            {
+                Report(m_place, "the wait window does not show " + Quoted(fixed));
+            }
+            else
+            {
+                labels.erase(found);
+            }
+        }
+        travel.shownAs = labels.empty() ? "" : labels.front();
+        TakeScreenshot(window->Title());
+    }
+    m_travels.push_back(travel);
+    if (m_narrator != nullptr)
+    {
+        m_narrator->Sent(requestXml, travel.shownAs);
+    }
+}
+
+void Run::TakeScreenshot(const std::string& title)
+{
+    if (!m_options.screenshots.empty())
+    {
+        const auto number = std::to_string(++m_pictures + 100).substr(1);
+        const auto file = m_options.screenshots / (number + '-' + FileName(title) + ".png");
+        static_cast<void>(m_stage->GetTarget().Screenshot(file));
+    }
+}
+
+} // namespace vellumo::scenario

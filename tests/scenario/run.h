@@ -1,0 +1,97 @@
+// One scenario while it runs: what its steps act on, and the differences found so far.
+#pragma once
+
+#include "tests/scenario/expectation.h"
+#include "tests/scenario/narrator.h"
+#include "tests/scenario/player.h"
+#include "tests/scenario/snapshot.h"
+#include "tests/scenario/stage.h"
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vellumo::scenario
+{
+
+struct Difference
+{
+    Place place;
+    std::string what;
+};
+
+// A value of a call, written "12", "null", "patient RSSMRA45C12F205C", "reference 12" …; a patient is looked up when
+// the call is made.
+struct CallArgument
+{
+    norda::Passing passing = norda::Passing::Missing;
+    host::Value value;
+    std::string patient; // fiscal code; "" for none
+};
+
+struct Call
+{
+    Place place;
+    std::string operation;
+    CallArgument argument;
+    std::vector<ExpectedWindow> windows;
+    std::optional<std::string> returns; // "12", "True", "patient …", "new patient"
+    std::optional<bool> gestito;
+    std::optional<std::string> fault; // part of its description
+};
+
+// What one request showed on its way.
+struct Travel
+{
+    std::string shownAs; // the operation that the wait window named
+};
+
+class Run
+{
+public:
+    struct Options
+    {
+        std::filesystem::path screenshots; // empty: none are taken
+        bool snapshots = false;            // the scenario, or its narrator, compares the database
+        std::size_t failingStatement = 0;  // of a sweep: the statement of the library that fails; 0: none
+    };
+    Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator* narrator);
+
+    [[nodiscard]] Stage& GetStage() noexcept { return *m_stage; }
+    void Report(const Place& place, const std::string& what) { m_differences.push_back({place, what}); }
+    [[nodiscard]] const std::vector<Difference>& Differences() const noexcept { return m_differences; }
+
+    void Perform(const Call& call);
+    // Creates the provider now; `fault` empty: it must succeed.
+    void CreateProvider(const Place& place, const std::optional<std::string>& fault);
+    // Releases the provider and looks whether the library could be unloaded.
+    void Finish(const Place& place);
+
+    // What has changed since before the first call.
+    [[nodiscard]] std::vector<RowChange> Changes();
+    [[nodiscard]] const std::vector<Travel>& Travels() const noexcept { return m_travels; }
+    // Whether the failing statement of a sweep has been reached.
+    [[nodiscard]] bool HasFailed() const noexcept { return m_stage->StatementCount() >= m_options.failingStatement; }
+
+private:
+    void Compare(const Call& call, const Outcome& outcome);
+    void OnWindow(const Window& window);
+    void OnRequest(const std::string& requestXml);
+    void TakeScreenshot(const std::string& title);
+    void Remember();
+    [[nodiscard]] std::int32_t PatientId(const std::string& codiceFiscale);
+
+    Options m_options;
+    Narrator* m_narrator;
+    std::vector<Difference> m_differences;
+    Player m_player;
+    std::unique_ptr<Stage> m_stage;
+    std::optional<Snapshot> m_before;
+    Place m_place; // of the call being made
+    std::vector<Travel> m_travels;
+    int m_pictures = 0;
+};
+
+} // namespace vellumo::scenario

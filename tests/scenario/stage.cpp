@@ -1,0 +1,126 @@
+#include "tests/scenario/stage.h"
+
+#include "host/fault.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace vellumo::scenario
+{
+namespace
+{
+
+bool Contains(const std::string& text, const std::string& part)
+{
+    const auto same = [](char left, char right)
+    { return std::toupper(static_cast<unsigned char>(left)) == std::toupper(static_cast<unsigned char>(right)); };
+    return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
+}
+
+std::filesystem::path CopyOf(const std::filesystem::path& model, const std::filesystem::path& folder)
+{
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    std::filesystem::copy(model, folder, std::filesystem::copy_options::recursive);
+    return folder;
+}
+
+} // namespace
+
+Stage::Stage(const std::filesystem::path& model, const std::filesystem::path& folder, Operator& anOperator)
+    : m_practice(CopyOf(model, folder))
+    , m_target(MakeTarget(anOperator, folder))
+    , m_own(m_practice.Open())
+    , m_hosts(m_practice.Open())
+    , m_utils(std::make_shared<norda::HostUtils>(m_hosts))
+    , m_lockSrv(std::make_shared<norda::HostLockSrv>(1))
+{
+    m_network.People().LoadSeed();
+    m_practice.Register(m_target->Machine());
+    m_hosts->SetObserver([this](const std::string& sql) { BeforeStatement(sql); });
+}
+
+Stage::~Stage()
+{
+    static_cast<void>(ReleaseProvider());
+    if (m_hosts)
+    {
+        m_hosts->SetObserver({});
+    }
+}
+
+void Stage::LogOn(std::optional<std::int32_t> user)
+{
+    m_lockSrv = std::make_shared<norda::HostLockSrv>(user);
+    HandOver();
+}
+
+void Stage::SetStudio(std::int32_t studio)
+{
+    m_studio = studio;
+    HandOver();
+}
+
+void Stage::Withhold(const std::string& part)
+{
+    if (part == "Connection")
+    {
+        m_hosts->SetObserver({});
+        m_hosts.reset();
+    }
+    else if (part == "LockSrv")
+    {
+        m_lockSrv.reset();
+    }
+    else
+    {
+        m_utils.reset();
+    }
+    HandOver();
+}
+
+norda::ProviderClient& Stage::Provider()
+{
+    if (!m_provider)
+    {
+        m_provider = m_target->CreateProvider({m_bridgeInstalled ? &m_network : nullptr, &m_objects});
+        HandOver();
+    }
+    return *m_provider;
+}
+
+bool Stage::ReleaseProvider()
+{
+    if (!m_provider)
+    {
+        return true;
+    }
+    const bool unloadable = m_provider->Release();
+    m_provider.reset();
+    return unloadable;
+}
+
+void Stage::HandOver()
+{
+    if (m_provider)
+    {
+        m_provider->SetConnection(m_hosts);
+        m_provider->SetLockSrv(m_lockSrv);
+        m_provider->SetUtils(m_utils);
+        m_provider->SetStudio(m_studio);
+    }
+}
+
+void Stage::BeforeStatement(const std::string& sql)
+{
+    ++m_statements;
+    for (auto& fault : m_faults)
+    {
+        if (Contains(sql, fault.pattern) && (++fault.met == fault.number || fault.number == 0))
+        {
+            throw host::Fault(fault.message);
+        }
+    }
+}
+
+} // namespace vellumo::scenario

@@ -11,6 +11,7 @@
 
 #include <filesystem>
 #include <map>
+#include <random>
 #include <string>
 
 namespace vellumo::tests
@@ -59,12 +60,12 @@ class Installation
 public:
     Installation()
     {
-        static int count = 0;
-        m_folder = std::filesystem::temp_directory_path() /
-                   ("vellumo-test-" + std::to_string(reinterpret_cast<std::uintptr_t>(&count)) + "-" +
-                    std::to_string(++count));
-        std::filesystem::remove_all(m_folder);
-        std::filesystem::create_directories(m_folder);
+        // Several test programs run at the same time, so each makes folders that no other one uses.
+        do
+        {
+            m_folder =
+                std::filesystem::temp_directory_path() / ("vellumo-test-" + std::to_string(std::random_device()()));
+        } while (!std::filesystem::create_directories(m_folder));
         settings.values["HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Norda.exe\\Path"] =
             Path("host");
         settings.values["HKCU\\Software\\VB and VBA Program Settings\\Norda\\SISS\\Path"] = Path("client");

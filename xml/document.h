@@ -83,7 +83,8 @@ struct Limits
 class Document
 {
 public:
-    // Empty when the text is not well-formed XML, has a document type declaration, or is beyond the limits. `text` is
+    // Empty when the text is not well-formed XML, uses a prefix without declaring it, has a document type declaration,
+    // or is beyond the limits. `text` is
     // UTF-8; an encoding that its XML declaration names is not applied, since the text has been decoded already.
     [[nodiscard]] static std::optional<Document> FromText(std::string_view text, const Limits& limits = {});
 

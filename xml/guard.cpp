@@ -2,7 +2,9 @@
 
 #include "xml/tree.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <set>
 
 namespace vellumo::xml
 {
@@ -25,7 +27,7 @@ public:
         {
             Step();
         }
-        return m_good;
+        return m_good && std::ranges::includes(m_declaredPrefixes, m_usedPrefixes);
     }
 
 private:
@@ -60,7 +62,10 @@ private:
     void Tag()
     {
         const bool closing = m_text.substr(m_position).starts_with("</");
+        const auto name = m_text.substr(m_position + (closing ? 2 : 1));
+        NotePrefix(name.substr(0, name.find_first_of(" \t\r\n/>")));
         std::size_t attributes = 0;
+        std::size_t word = m_position + 1; // start of what may be an attribute's name
         char last = '<';
         for (++m_position; m_position < m_text.size() && m_text[m_position] != '>'; ++m_position)
         {
@@ -68,12 +73,14 @@ private:
             if (character == '"' || character == '\'')
             {
                 ++attributes;
+                NoteAttribute(m_text.substr(word, m_position - word));
                 m_position = m_text.find(character, m_position + 1);
                 if (m_position == std::string_view::npos)
                 {
                     m_position = m_text.size();
                     return;
                 }
+                word = m_position + 1;
             }
             last = character;
         }
@@ -88,8 +95,34 @@ private:
         m_good = m_depth <= m_limits.depth && attributes <= m_limits.attributes;
     }
 
+    void NotePrefix(std::string_view name)
+    {
+        if (const auto colon = name.find(':'); colon != std::string_view::npos)
+        {
+            m_usedPrefixes.insert(name.substr(0, colon));
+        }
+    }
+
+    // `text` ends in the name and the equals sign.
+    void NoteAttribute(std::string_view text)
+    {
+        constexpr std::string_view declaration = "xmlns:";
+        text = text.substr(0, text.find_last_not_of(" \t\r\n=") + 1);
+        text = text.substr(text.find_last_of(" \t\r\n") + 1);
+        if (text.starts_with(declaration))
+        {
+            m_declaredPrefixes.insert(text.substr(declaration.size()));
+        }
+        else
+        {
+            NotePrefix(text);
+        }
+    }
+
     std::string_view m_text;
     const Limits& m_limits;
+    std::set<std::string_view> m_usedPrefixes;
+    std::set<std::string_view> m_declaredPrefixes = {"xml"};
     std::size_t m_position = 0;
     std::size_t m_depth = 0;
     bool m_good = true;

@@ -9,7 +9,8 @@
 namespace vellumo::xml
 {
 
-// False for a text with a document type declaration or beyond the limits. Says nothing about being well-formed.
+// False for a text with a document type declaration, beyond the limits, or with a prefix that it declares nowhere
+// (some engines refuse that, others silently drop the prefix). Says nothing else about being well-formed.
 [[nodiscard]] bool IsAcceptable(std::string_view text, const Limits& limits);
 
 } // namespace vellumo::xml

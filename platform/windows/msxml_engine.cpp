@@ -1,52 +1,164 @@
-// Reads XML with MSXML. The document is loaded as a BSTR, so what its XML declaration says of an encoding is taken out
-// first: the text has been decoded already, and some versions refuse a declared encoding that is not theirs.
+// Reads XML with MSXML's SAX reader: it reports what it finds as it goes, so there is no document of its own to walk
+// or to free, and it can be told to leave namespaces alone, which its DOM cannot.
+//
+// The text goes in as a BSTR, so what its XML declaration says of an encoding is taken out first: the text has been
+// decoded already, and some versions refuse a declared encoding that is not theirs.
 #include "xml/engine.h"
 
-#include "platform/windows/bstr.h"
 #include "platform/windows/com_ptr.h"
+#include "platform/windows/text.h"
 #include "platform/windows/variant.h"
 
 #include <msxml2.h>
 
-#include <cwctype>
+#include <exception>
+#include <utility>
 
 namespace vellumo::xml
 {
 namespace
 {
 
-using windows::Bstr;
 using windows::ComPtr;
 using windows::Variant;
 
 // Spelled out, since the import libraries do not carry them. Version 6 is part of Windows since XP; version 3 is what
 // remains where somebody removed it.
-constexpr CLSID clsidDocument6{0x88d96a05, 0xf192, 0x11d4, {0xa6, 0x5f, 0x00, 0x40, 0x96, 0x32, 0x51, 0xe5}};
-constexpr CLSID clsidDocument3{0xf6d90f11, 0x9c73, 0x11d3, {0xb3, 0x2e, 0x00, 0xc0, 0x4f, 0x99, 0x0b, 0xb4}};
-constexpr IID iidDocument2{0x2933bf95, 0x7b36, 0x11d2, {0xb2, 0x0e, 0x00, 0xc0, 0x4f, 0x98, 0x3e, 0x60}};
+constexpr CLSID clsidReader6{0x88d96a0c, 0xf192, 0x11d4, {0xa6, 0x5f, 0x00, 0x40, 0x96, 0x32, 0x51, 0xe5}};
+constexpr CLSID clsidReader3{0x3124c396, 0xfb13, 0x4836, {0xa6, 0xad, 0x13, 0x17, 0xf1, 0x71, 0x36, 0x88}};
+constexpr IID iidReader{0xa4f96ed0, 0xf829, 0x476e, {0x81, 0xc0, 0xcd, 0xc7, 0xbd, 0x2a, 0x08, 0x02}};
+constexpr IID iidContentHandler{0x1545cdfa, 0x9e4e, 0x4497, {0xa8, 0xa4, 0x2b, 0xf7, 0xd0, 0x11, 0x2c, 0x44}};
 
-ComPtr<IXMLDOMDocument2> CreateDocument()
+ComPtr<ISAXXMLReader> CreateReader()
 {
-    ComPtr<IXMLDOMDocument2> document;
-    for (const CLSID& clsid : {clsidDocument6, clsidDocument3})
+    ComPtr<ISAXXMLReader> reader;
+    for (const CLSID& clsid : {clsidReader6, clsidReader3})
     {
-        if (SUCCEEDED(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, iidDocument2, document.PutVoid())))
+        if (SUCCEEDED(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, iidReader, reader.PutVoid())))
         {
             break;
         }
     }
-    return document;
+    return reader;
 }
 
-// A property that a version does not know is left as it is: document types have been refused before.
-void Prepare(IXMLDOMDocument2& document)
+// What a version does not know is left as it is: document types have been refused before.
+void Prepare(ISAXXMLReader& reader)
 {
-    document.put_async(VARIANT_FALSE);
-    document.put_validateOnParse(VARIANT_FALSE);
-    document.put_resolveExternals(VARIANT_FALSE);
-    document.put_preserveWhiteSpace(VARIANT_TRUE);
-    document.setProperty(Bstr(std::wstring_view(L"ProhibitDTD")).Get(), Variant(host::Value(true)).Get());
+    reader.putFeature(L"http://xml.org/sax/features/namespaces", VARIANT_FALSE);
+    reader.putFeature(L"http://xml.org/sax/features/namespace-prefixes", VARIANT_TRUE);
+    reader.putFeature(L"prohibit-dtd", VARIANT_TRUE);
 }
+
+std::string Narrow(const wchar_t* text, int length)
+{
+    return text && length > 0 ? windows::FromWide({text, static_cast<std::size_t>(length)}) : std::string();
+}
+
+// Passes on what the reader reports. Lives on the stack of `Read`, longer than the reader: it is not counted.
+class Handler final : public ISAXContentHandler
+{
+public:
+    explicit Handler(Builder& builder)
+        : m_builder(builder)
+    {
+    }
+    ~Handler() = default;
+    Handler(const Handler&) = delete;
+    Handler& operator=(const Handler&) = delete;
+
+    // What the builder threw: it must not cross the reader.
+    [[nodiscard]] const std::exception_ptr& Failure() const noexcept { return m_failure; }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override
+    {
+        const bool known = iid == IID_IUnknown || iid == iidContentHandler;
+        *result = known ? static_cast<ISAXContentHandler*>(this) : nullptr;
+        return known ? S_OK : E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+
+    HRESULT STDMETHODCALLTYPE startElement(const wchar_t*, int, const wchar_t*, int, const wchar_t* name, int length,
+                                           ISAXAttributes* attributes) override
+    {
+        return Report(
+            [&]
+            {
+                m_builder.StartElement(Narrow(name, length));
+                ReportAttributes(*attributes);
+            });
+    }
+    HRESULT STDMETHODCALLTYPE endElement(const wchar_t*, int, const wchar_t*, int, const wchar_t*, int) override
+    {
+        return Report([&] { m_builder.EndElement(); });
+    }
+    HRESULT STDMETHODCALLTYPE characters(const wchar_t* text, int length) override
+    {
+        return Report([&] { Text({text, static_cast<std::size_t>(length)}); });
+    }
+    HRESULT STDMETHODCALLTYPE ignorableWhitespace(const wchar_t* text, int length) override
+    {
+        return characters(text, length);
+    }
+
+    HRESULT STDMETHODCALLTYPE putDocumentLocator(ISAXLocator*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE startDocument() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE endDocument() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE startPrefixMapping(const wchar_t*, int, const wchar_t*, int) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE endPrefixMapping(const wchar_t*, int) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE processingInstruction(const wchar_t*, int, const wchar_t*, int) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE skippedEntity(const wchar_t*, int) override { return S_OK; }
+
+private:
+    template <class Body>
+    HRESULT Report(Body&& body) noexcept
+    {
+        try
+        {
+            body();
+            return S_OK;
+        }
+        catch (...)
+        {
+            m_failure = std::current_exception();
+            return E_ABORT;
+        }
+    }
+
+    void ReportAttributes(ISAXAttributes& attributes)
+    {
+        int count = 0;
+        attributes.getLength(&count);
+        for (int index = 0; index < count; ++index)
+        {
+            const wchar_t* name = nullptr;
+            const wchar_t* value = nullptr;
+            int nameLength = 0;
+            int valueLength = 0;
+            attributes.getQName(index, &name, &nameLength);
+            attributes.getValue(index, &value, &valueLength);
+            m_builder.Attribute(Narrow(name, nameLength), Narrow(value, valueLength));
+        }
+    }
+
+    // A long text comes in pieces, which may part the two halves of a character beyond U+FFFF.
+    void Text(std::wstring_view text)
+    {
+        std::wstring whole = std::exchange(m_half, {});
+        whole += text;
+        if (!whole.empty() && IS_HIGH_SURROGATE(whole.back()))
+        {
+            m_half = whole.back();
+            whole.pop_back();
+        }
+        m_builder.Text(windows::FromWide(whole));
+    }
+
+    Builder& m_builder;
+    std::wstring m_half;
+    std::exception_ptr m_failure;
+};
 
 bool IsBlank(wchar_t character)
 {
@@ -114,7 +226,7 @@ std::wstring WithoutEncoding(std::wstring text)
     return text;
 }
 
-// MSXML passes over white space in front of the XML declaration, which makes a text not well-formed.
+// Versions differ over white space in front of the XML declaration; it makes a text not well-formed.
 bool BeginsWell(std::wstring_view text)
 {
     const std::size_t start = SkipBlanks(text, 0);
@@ -123,103 +235,26 @@ bool BeginsWell(std::wstring_view text)
     return start == 0 || !rest.starts_with(opening) || rest.size() == opening.size() || !IsBlank(rest[opening.size()]);
 }
 
-std::string NameOf(IXMLDOMNode& node)
-{
-    Bstr name;
-    return SUCCEEDED(node.get_nodeName(name.Put())) ? name.Text() : std::string();
-}
-
-std::string ValueOf(IXMLDOMNode& node)
-{
-    Variant value;
-    return SUCCEEDED(node.get_nodeValue(value.Put())) ? value.ToText() : std::string();
-}
-
-void ReportAttributes(IXMLDOMNode& element, Builder& builder)
-{
-    ComPtr<IXMLDOMNamedNodeMap> attributes;
-    if (FAILED(element.get_attributes(attributes.Put())) || !attributes)
-    {
-        return;
-    }
-    ComPtr<IXMLDOMNode> attribute;
-    while (attributes->nextNode(attribute.Put()) == S_OK && attribute)
-    {
-        builder.Attribute(NameOf(*attribute), ValueOf(*attribute));
-    }
-}
-
-// True for an element, which the caller has to end.
-bool Report(IXMLDOMNode& node, Builder& builder)
-{
-    DOMNodeType type = NODE_INVALID;
-    node.get_nodeType(&type);
-    switch (type)
-    {
-    case NODE_ELEMENT:
-        builder.StartElement(NameOf(node));
-        ReportAttributes(node, builder);
-        return true;
-    case NODE_TEXT:
-    case NODE_CDATA_SECTION:
-        builder.Text(ValueOf(node));
-        return false;
-    default:
-        return false;
-    }
-}
-
-// Document order without recursion: the depth of a document must not become the depth of the host's stack.
-void ReportTree(ComPtr<IXMLDOMNode> node, Builder& builder)
-{
-    for (int depth = 0; node;)
-    {
-        ComPtr<IXMLDOMNode> next;
-        if (Report(*node, builder))
-        {
-            if (node->get_firstChild(next.Put()) == S_OK && next)
-            {
-                node = std::move(next);
-                ++depth;
-                continue;
-            }
-            builder.EndElement();
-        }
-        while (depth > 0 && (node->get_nextSibling(next.Put()) != S_OK || !next))
-        {
-            ComPtr<IXMLDOMNode> parent;
-            node->get_parentNode(parent.Put());
-            node = std::move(parent);
-            builder.EndElement();
-            --depth;
-        }
-        node = std::move(next);
-    }
-}
-
 } // namespace
 
 bool Read(std::string_view text, Builder& builder)
 {
-    const ComPtr<IXMLDOMDocument2> document = CreateDocument();
     const std::wstring wide = WithoutEncoding(windows::ToWide(text));
-    if (!document || !BeginsWell(wide))
+    Handler handler(builder); // before the reader, which refers to it
+    const ComPtr<ISAXXMLReader> reader = CreateReader();
+    if (!reader || !BeginsWell(wide))
     {
         return false;
     }
-    Prepare(*document);
-    VARIANT_BOOL loaded = VARIANT_FALSE;
-    if (FAILED(document->loadXML(Bstr(wide).Get(), &loaded)) || loaded == VARIANT_FALSE)
+    Prepare(*reader);
+    reader->putContentHandler(&handler);
+    const Variant input = Variant::Text(std::wstring_view(wide));
+    const HRESULT result = reader->parse(input.Get());
+    if (handler.Failure())
     {
-        return false;
+        std::rethrow_exception(handler.Failure());
     }
-    ComPtr<IXMLDOMElement> root;
-    if (document->get_documentElement(root.Put()) != S_OK || !root)
-    {
-        return false;
-    }
-    ReportTree(ComPtr<IXMLDOMNode>(root.Get()), builder);
-    return true;
+    return SUCCEEDED(result);
 }
 
 } // namespace vellumo::xml

@@ -170,7 +170,7 @@ TEST_SUITE("service")
         const ServiceFactory factory(installation.settings);
         CHECK_FALSE(factory.GetTestResponse(rtIdentificaCittadino));
         installation.Write("host\\SISS\\Tests\\identificaCittadino.test",
-                           "<SOAP-ENV:Envelope xmlns:SOAP-ENV=\"s\" xmlns:m=\"u\"><SOAP-ENV:Body>"
+                           "<SOAP-ENV:Envelope xmlns:SOAP-ENV=\"urn:s\" xmlns:m=\"urn:u\"><SOAP-ENV:Body>"
                            "<m:ICCE.identificaCittadinoResponse><esitoIdentifica><rispostaSingola>"
                            "<rispostaCittadinoIdentificato><esitoServizio>OK</esitoServizio><datiRisposta>x"
                            "</datiRisposta></rispostaCittadinoIdentificato></rispostaSingola></esitoIdentifica>"

@@ -56,6 +56,7 @@ TEST_SUITE("xml")
         CHECK(param.SelectAll("a").size() == 2);
         CHECK(param.Select("b/a").Text() == "tre");
         CHECK(param.Text("@v") == "1");
+        CHECK(document.Root().Text("@xmlns:m") == "urn:x");
         CHECK(param.Select("/SOAP-ENV:Envelope/SOAP-ENV:Body") == document.Select("/SOAP-ENV:Envelope/SOAP-ENV:Body"));
         CHECK(document.Root().Descendants("a").size() == 3);
         CHECK(param.Text() == "unoduetre");
@@ -157,6 +158,20 @@ TEST_SUITE("xml")
         CHECK_FALSE(IsRefused("<a><!-- <b><b><b><b> <!DOCTYPE --><![CDATA[<b><b><b><!DOCTYPE]]></a>", limits));
         // Siblings are not depth; a closing bracket inside a value is not the end of its tag.
         CHECK_FALSE(IsRefused("<a><b x='/>'><c/><c/><c/></b><b x=\"'>\"></b><c/></a>", limits));
+    }
+
+    TEST_CASE("prefixes are declared somewhere, with any address, and written once")
+    {
+        CHECK(Parse("<m:a xmlns:m='u'>x</m:a>").Root().Name() == "m:a");
+        for (const auto* text :
+             {"<m:a>x</m:a>", "<a m:b='1'/>", "<a xmlns:n='u'><m:b/></a>", "<a xmlns='u' m:b = '1'/>"})
+        {
+            CAPTURE(text);
+            CHECK(IsRefused(text));
+        }
+        CHECK_FALSE(IsRefused("<a xml:lang='it' b='m:c' c=\"xmlns:d\">m:e</a>"));
+        const auto document = Parse("<s:a xmlns:s='urn:s' xmlns:m='urn:m'><m:b\nm:c\n=\n'1'/></s:a>");
+        CHECK(document.Xml() == "<s:a xmlns:s=\"urn:s\" xmlns:m=\"urn:m\"><m:b m:c=\"1\"/></s:a>");
     }
 
     TEST_CASE("a byte order mark is not part of the text")

@@ -7,6 +7,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace vellumo::windows
 {
@@ -209,7 +210,6 @@ public:
         , m_surface(surface)
     {
         m_window = TextWindow(surface.MakeChild(PROGRESS_CLASSW, L"", 0, 0, -1));
-        Send(m_window.Get(), PBM_SETRANGE32, 0, steps);
     }
     [[nodiscard]] LayoutItem Needs() const override
     {
@@ -220,14 +220,13 @@ public:
     void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
     void Update() override
     {
-        const float part = m_bar.maximum > 0 ? std::clamp(m_bar.value / m_bar.maximum, 0.0F, 1.0F) : 0.0F;
         m_window.UpdateState(m_bar);
-        Send(m_window.Get(), PBM_SETPOS, static_cast<WPARAM>(part * steps));
+        // In the form's own units; a bar without a maximum is empty.
+        Send(m_window.Get(), PBM_SETRANGE32, 0, std::max(1L, std::lround(m_bar.maximum)));
+        Send(m_window.Get(), PBM_SETPOS, m_bar.maximum > 0 ? static_cast<WPARAM>(std::lround(m_bar.value)) : 0);
     }
 
 private:
-    static constexpr int steps = 1000;
-
     ui::ProgressBar& m_bar;
     const Surface& m_surface;
     TextWindow m_window;

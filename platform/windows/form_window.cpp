@@ -183,7 +183,10 @@ void FormWindow::OnFirstActivation()
     SetInitialFocus();
     RedrawWindow(m_window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     ProcessMessages(); // the job may take long, and what is drawn has to reach the screen before
-    m_form.Activated();
+    if (!m_form.IsClosed())
+    {
+        m_form.Activated();
+    }
     DrawNow();
     EndIfClosed();
 }
@@ -325,33 +328,34 @@ void FormWindow::ProcessMessages()
 
 void FormWindow::Focus(const ui::Control& control)
 {
-    const ControlView* const view = ViewOf(control);
-    if (view != nullptr && view->Input() != nullptr)
+    if (const ControlView* const view = ViewOf(control))
     {
-        // Not SetFocus: this also moves the frame of the default button.
-        Send(m_window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(view->Input()), TRUE);
+        GiveKeyboard(view->Input());
+    }
+}
+
+// Not SetFocus: this also moves the frame of the button that Enter presses.
+void FormWindow::GiveKeyboard(HWND input) const
+{
+    if (input != nullptr)
+    {
+        Send(m_window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(input), TRUE);
     }
 }
 
 void FormWindow::SetInitialFocus()
 {
-    if (m_form.InitialFocus() != nullptr)
-    {
-        Focus(*m_form.InitialFocus());
-    }
-    else
-    {
-        SetFocus(GetNextDlgTabItem(m_window, nullptr, FALSE));
-    }
+    const ui::Control* const first = m_form.InitialFocus();
+    GiveKeyboard(first != nullptr ? ViewOf(*first)->Input() : GetNextDlgTabItem(m_window, nullptr, FALSE));
 }
 
-// A control that was disabled keeps the keyboard, and then no key does anything.
+// A control that was disabled keeps the keyboard or leaves it to nobody, and then no key does anything.
 void FormWindow::KeepFocusUsable()
 {
     const HWND focus = GetFocus();
-    if (focus != nullptr && IsChild(m_window, focus) != FALSE && IsWindowEnabled(focus) == FALSE)
+    if (GetActiveWindow() == m_window && (focus == nullptr || IsWindowEnabled(focus) == FALSE))
     {
-        Send(m_window, WM_NEXTDLGCTL, 0, FALSE);
+        GiveKeyboard(GetNextDlgTabItem(m_window, focus, FALSE));
     }
 }
 

@@ -50,6 +50,7 @@ private:
     [[nodiscard]] SIZE NeededSize() const;
     [[nodiscard]] SIZE FrameFor(SIZE inner) const;
     void PlaceWindow();
+    void GiveKeyboard(HWND input) const;
     void SetInitialFocus();
     void KeepFocusUsable();
     [[nodiscard]] ControlView* ViewOf(const ui::Control& control) const;

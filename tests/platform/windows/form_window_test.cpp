@@ -1,0 +1,356 @@
+// The windows on a real screen: worked by keyboard alone, the host's windows meanwhile, faults, and the program's end.
+#include "host/fault.h"
+#include "platform/windows/win32_desktop.h"
+#include "tests/scenario/windows/robot.h"
+#include "tests/ui/local_exemptions.h"
+#include "ui/form_esenzioni.h"
+#include "ui/form_paziente_changes.h"
+#include "ui/form_progress.h"
+#include "ui/form_wait.h"
+
+#include <windows.h>
+
+#include <doctest.h>
+
+#include <functional>
+#include <stdexcept>
+
+using namespace vellumo;
+using namespace vellumo::ui;
+using scenario::Robot;
+using scenario::Window;
+using scenario::WindowKind;
+
+namespace
+{
+
+// Does one step each time a window waits. When none is left the window should be gone; it is closed after a while.
+class Steps final : public scenario::Operator
+{
+public:
+    using Step = std::function<void(Window&)>;
+    explicit Steps(std::vector<Step> steps)
+        : m_steps(std::move(steps))
+    {
+    }
+
+    void OnScreen(Window& window) noexcept override
+    {
+        if (m_next < m_steps.size())
+        {
+            m_steps[m_next++](window);
+        }
+        else if (m_idle++ == patience)
+        {
+            FAIL_CHECK("still open: " << window.Title());
+            window.CloseByFrame();
+        }
+    }
+    [[nodiscard]] bool Done() const { return m_next == m_steps.size(); }
+
+private:
+    static constexpr int patience = 20;
+
+    std::vector<Step> m_steps;
+    std::size_t m_next = 0;
+    int m_idle = 0;
+};
+
+Steps::Step Key(const std::string& key)
+{
+    return [key](Window& window) { CHECK(window.Key(key)); };
+}
+
+std::vector<Steps::Step> Keys(const std::vector<std::string>& keys)
+{
+    std::vector<Steps::Step> steps;
+    for (const std::string& key : keys)
+    {
+        steps.push_back(Key(key));
+    }
+    return steps;
+}
+
+// A window as the host has them, on screen and active.
+class HostWindow
+{
+public:
+    HostWindow()
+        : m_window(CreateWindowExW(0, L"STATIC", L"Norda", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20, 20, 500, 300, nullptr,
+                                   nullptr, nullptr, nullptr))
+    {
+        SetForegroundWindow(m_window);
+    }
+    ~HostWindow() { DestroyWindow(m_window); }
+    HostWindow(const HostWindow&) = delete;
+    HostWindow& operator=(const HostWindow&) = delete;
+    [[nodiscard]] bool IsEnabled() const { return IsWindowEnabled(m_window) != FALSE; }
+    [[nodiscard]] HWND Get() const { return m_window; }
+
+private:
+    HWND m_window;
+};
+
+// Two buttons and what happens when the first is pressed.
+class SampleForm final : public Form
+{
+public:
+    explicit SampleForm(std::function<void()> onPress)
+        : Form("Prova")
+        , m_onPress(std::move(onPress))
+    {
+        m_controls = {&m_press, &m_disabled};
+        m_disabled.sameLine = true;
+        m_disabled.enabled = false;
+    }
+    void Clicked(Control& control) override
+    {
+        if (&control == &m_press)
+        {
+            m_onPress();
+            m_press.enabled = false;
+            m_disabled.enabled = true;
+        }
+    }
+
+private:
+    std::function<void()> m_onPress;
+    Button m_press{"&Premi"};
+    Button m_disabled{"&Altro"};
+};
+
+NamedValues Person(const std::string& cognome)
+{
+    return {{"CodiceFiscale", "RSSMRA70A01F205X"}, {"Cognome", cognome}, {"EsenzioneCount", 0}};
+}
+
+} // namespace
+
+TEST_SUITE("windows on screen")
+{
+    TEST_CASE("exemptions are assigned and confirmed by keyboard alone")
+    {
+        LocalExemptions database;
+        std::vector<SissExemption> esenzioni = {
+            {"C01", "Invalidi", {}, {}, 0}, {"E01", "Reddito", {}, {}, 11}, {"013", "Diabete", {}, {}, 0}};
+        windows::Win32Desktop desktop;
+        FormEsenzioni form(esenzioni, database, desktop);
+        std::vector<Steps::Step> steps = {[](Window& window)
+                                          {
+                                              CHECK(window.Grids().at(0).selected == 0);
+                                              CHECK(window.Cell(0, 0, 2).text == "Assegna esenzione");
+                                              CHECK(window.Cell(0, 0, 2).foreground == 0x0000FF);
+                                              CHECK(window.Cell(0, 0, 2).background == 0xFFEFF6);
+                                              CHECK_FALSE(window.Cell(0, 1, 2).background);
+                                              CHECK(window.Grids().at(1).rowCount == 6);
+                                              CHECK_FALSE(window.Buttons().at(0).enabled);
+                                          }};
+        for (const char* key : {"i", "n", "v", "à"}) // accents do not matter
+        {
+            steps.push_back(Key(key));
+        }
+        steps.push_back(
+            [](Window& window)
+            {
+                CHECK(window.TextBoxes().at(0).value == "invà");
+                CHECK(window.Grids().at(1).rowCount == 2);
+                CHECK(window.Grids().at(1).selected == 0);
+                CHECK(window.Buttons().at(0).enabled);
+            });
+        // The second match, from the search box; the next row; a second Enter by mistake; a row of the list; then back.
+        for (const char* key : {"Down", "Enter", "Enter", "Alt+L", "Down", "Down", "Enter", "Alt+C"})
+        {
+            steps.push_back(Key(key));
+        }
+        Steps operatorSteps(steps);
+        {
+            const Robot robot(operatorSteps);
+            desktop.ShowModal(form);
+        }
+        CHECK(operatorSteps.Done());
+        CHECK(form.Result() == 1);
+        CHECK(esenzioni[0].IDEsenzione == 14);
+        CHECK(esenzioni[1].IDEsenzione == 11);
+        CHECK(esenzioni[2].IDEsenzione == 13);
+    }
+
+    TEST_CASE("changes are chosen, questioned and confirmed by keyboard alone")
+    {
+        windows::Win32Desktop desktop;
+        FormPazienteChanges form(Person("ROSSI"), Person("BIANCHI"), update::byDefault, desktop);
+        std::vector<Steps::Step> steps = Keys({"Alt+R", "Shift+Tab", "Space", "Alt+C"});
+        steps.push_back(
+            [](Window& window)
+            {
+                REQUIRE(window.Kind() == WindowKind::Box);
+                CHECK(window.Title() == "Attenzione");
+                CHECK(window.Icon() == Icon::Exclamation);
+                CHECK(window.Text() == "Sono stati rilevati cambiamenti a dati anagrafici del paziente.\r\n"
+                                       "Si vuole acquisire l'elemento come NUOVO paziente?");
+                const auto buttons = window.Buttons();
+                REQUIRE(buttons.size() == 3);
+                CHECK(buttons[0].standard == Answer::Yes);
+                CHECK(buttons[1].standard == Answer::No);
+                CHECK(buttons[2].standard == Answer::Cancel);
+                CHECK(buttons[2].isDefault);
+                CHECK(window.Key("Enter")); // the default leaves the window open
+            });
+        steps.push_back(
+            [](Window& window)
+            {
+                CHECK(window.Kind() == WindowKind::Form);
+                const auto toggles = window.Toggles();
+                REQUIRE(toggles.size() == 3);
+                CHECK(toggles[0].on);
+                CHECK_FALSE(toggles[1].on); // Shift+Tab led to it from the box that Alt+R ticked
+                CHECK(toggles[2].on);
+                CHECK_FALSE(toggles[2].enabled);
+                CHECK(window.Cell(0, 1, 1).background == 0xFFF2CC);
+                CHECK_FALSE(window.Cell(0, 0, 1).background);
+                CHECK(window.Key("Alt+C"));
+            });
+        steps.push_back(Key("Alt+N"));
+        Steps operatorSteps(steps);
+        {
+            const Robot robot(operatorSteps);
+            desktop.ShowModal(form);
+        }
+        CHECK(operatorSteps.Done());
+        CHECK(form.Result() == 1);
+        CHECK(form.Changes() == (update::addresses | update::personalData | update::deleteExemptions));
+    }
+
+    TEST_CASE("Escape cancels, a double click assigns, the frame closes")
+    {
+        windows::Win32Desktop desktop;
+        LocalExemptions database;
+        std::vector<SissExemption> esenzioni = {{"C01", "Invalidi", {}, {}, 0}};
+        for (const bool byFrame : {false, true})
+        {
+            FormEsenzioni form(esenzioni, database, desktop);
+            Steps steps({[](Window& window) { window.DoubleClickRow(1, 2); },
+                         [&](Window& window)
+                         {
+                             CHECK(window.Cell(0, 0, 2).text == "C01 - Invalidità civile 100%");
+                             if (byFrame)
+                             {
+                                 window.CloseByFrame();
+                             }
+                             else
+                             {
+                                 CHECK(window.Key("Escape"));
+                             }
+                         }});
+            const Robot robot(steps);
+            desktop.ShowModal(form);
+            CHECK(steps.Done());
+            CHECK(form.Result() == 0);
+        }
+    }
+
+    TEST_CASE("all windows of the host are disabled meanwhile and enabled again, whatever happens")
+    {
+        const HostWindow first;
+        const HostWindow second;
+        windows::Win32Desktop desktop;
+        const auto disabled = [&] { return !first.IsEnabled() && !second.IsEnabled(); };
+        const auto enabled = [&] { return first.IsEnabled() && second.IsEnabled(); };
+
+        SampleForm faulty([] { throw host::Fault("guasto"); });
+        Steps pressing({[&](Window& window)
+                        {
+                            CHECK(disabled());
+                            window.Press(0);
+                        }});
+        {
+            const Robot robot(pressing);
+            CHECK_THROWS_WITH_AS(desktop.ShowModal(faulty), "guasto", host::Fault);
+        }
+        CHECK(enabled());
+
+        Steps answering({[&](Window& window)
+                         {
+                             CHECK(disabled());
+                             window.CloseByFrame();
+                         }});
+        {
+            const Robot robot(answering);
+            CHECK(desktop.Show({"Testo", "Titolo", Icon::Critical, Buttons::Ok, 1}) == Answer::Ok);
+        }
+        CHECK(enabled());
+        CHECK(GetActiveWindow() == second.Get());
+    }
+
+    TEST_CASE("the keyboard moves on when the control that has it is disabled")
+    {
+        windows::Win32Desktop desktop;
+        SampleForm form([] {});
+        Steps steps({Key("Enter"), // the first button has the keyboard
+                     [](Window& window)
+                     {
+                         CHECK_FALSE(window.Buttons().at(0).enabled);
+                         CHECK(window.Buttons().at(1).enabled);
+                         CHECK(IsWindowEnabled(GetFocus()) != FALSE);
+                         window.CloseByFrame();
+                     }});
+        const Robot robot(steps);
+        desktop.ShowModal(form);
+        CHECK(steps.Done());
+    }
+
+    TEST_CASE("the program's end ends the window and is passed on")
+    {
+        windows::Win32Desktop desktop;
+        SampleForm form([] {});
+        Steps steps({[](Window&) { PostQuitMessage(7); }});
+        const Robot robot(steps);
+        desktop.ShowModal(form);
+        MSG message;
+        REQUIRE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE);
+        CHECK(message.wParam == 7);
+    }
+
+    TEST_CASE("a job runs with its window drawn; progress lets the host's messages through")
+    {
+        windows::Win32Desktop desktop;
+        FormWait wait;
+        bool seen = false;
+        wait.OnActivate = [&](FormWait& sender, const std::any&, std::any& result)
+        {
+            sender.SetOperazione("Identificazione cittadino");
+            const auto top = Robot::Topmost();
+            REQUIRE(top);
+            CHECK(top->Title() == "SISS Lombardia");
+            CHECK(top->Labels() == std::vector<std::string>{"Identificazione cittadino", "Attendere...",
+                                                            "Trasmissione/Ricezione dati in corso..."});
+            seen = true;
+            result = 1;
+        };
+        desktop.ShowModal(wait);
+        CHECK(seen);
+
+        FormProgress progress;
+        progress.InitializeProgress("Sincronizzazione", "Tabelle");
+        progress.OnActivate = [&](FormProgress& sender, const std::any&, std::any& result)
+        {
+            const HostWindow host;
+            PostMessageW(host.Get(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+            sender.SetProgressValue(3, 10);
+            CHECK(IsIconic(host.Get()) != FALSE);
+            desktop.Show({"Si vuole continuare?", "Attenzione!!", Icon::None, Buttons::Ok, 1});
+            const auto bars = Robot::Topmost()->ProgressBars(); // drawn at the latest before the box
+            REQUIRE(bars.size() == 1);
+            CHECK(bars[0].value == 3);
+            CHECK(bars[0].maximum == 10);
+            result = 1;
+        };
+        Steps steps({[](Window& box)
+                     {
+                         CHECK(box.Kind() == WindowKind::Box);
+                         box.Press(0);
+                     }});
+        const Robot robot(steps);
+        desktop.ShowModal(progress);
+        CHECK(progress.Result().has_value());
+    }
+}

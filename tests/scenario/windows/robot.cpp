@@ -1,0 +1,73 @@
+#include "tests/scenario/windows/robot.h"
+
+#include "tests/scenario/windows/real_window.h"
+
+namespace vellumo::scenario
+{
+namespace
+{
+
+constexpr UINT interval = 10; // milliseconds, the shortest that Windows knows
+
+Robot* theRobot = nullptr; // a timer's callback is told nothing
+
+HWND TopLibraryWindow()
+{
+    HWND top = nullptr;
+    EnumThreadWindows( // topmost first
+        GetCurrentThreadId(),
+        [](HWND window, LPARAM found) -> BOOL
+        {
+            if (!RealWindow::IsLibraryWindow(window))
+            {
+                return TRUE;
+            }
+            *reinterpret_cast<HWND*>(found) = window;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&top));
+    return top;
+}
+
+} // namespace
+
+Robot::Robot(Operator& anOperator)
+    : m_operator(anOperator)
+    , m_timer(SetTimer(nullptr, 0, interval, &Robot::OnTimer))
+{
+    theRobot = this;
+}
+
+Robot::~Robot()
+{
+    KillTimer(nullptr, m_timer);
+    theRobot = nullptr;
+}
+
+std::unique_ptr<Window> Robot::Topmost()
+{
+    const HWND top = TopLibraryWindow();
+    return top == nullptr ? nullptr : std::make_unique<RealWindow>(top);
+}
+
+void CALLBACK Robot::OnTimer(HWND, UINT, UINT_PTR, DWORD) noexcept
+{
+    if (theRobot == nullptr || theRobot->m_atWork)
+    {
+        return;
+    }
+    const HWND top = TopLibraryWindow();
+    if (top == nullptr)
+    {
+        return;
+    }
+    RealWindow window(top);
+    if (window.IsWaiting())
+    {
+        theRobot->m_atWork = true;
+        theRobot->m_operator.OnScreen(window);
+        theRobot->m_atWork = false;
+    }
+}
+
+} // namespace vellumo::scenario

@@ -1,0 +1,12 @@
+// A picture of the whole screen as the operator sees it, frames and title bars included, as a PNG file.
+#pragma once
+
+#include <filesystem>
+
+namespace vellumo::scenario
+{
+
+// False when there is no screen or the file cannot be written.
+[[nodiscard]] bool SaveScreenPicture(const std::filesystem::path& file);
+
+} // namespace vellumo::scenario

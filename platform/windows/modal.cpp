@@ -10,21 +10,20 @@ bool CanBeWorkedWith(HWND window) noexcept
     return IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE;
 }
 
+BOOL CALLBACK AddWorkingWindow(HWND window, LPARAM windows) noexcept
+{
+    if (CanBeWorkedWith(window))
+    {
+        reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+    }
+    return TRUE;
+}
+
 // The thread's windows that the operator can work with, topmost first.
 std::vector<HWND> WorkingWindows()
 {
     std::vector<HWND> windows;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM list) -> BOOL
-        {
-            if (CanBeWorkedWith(window))
-            {
-                reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-            }
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&windows));
+    EnumThreadWindows(GetCurrentThreadId(), &AddWorkingWindow, reinterpret_cast<LPARAM>(&windows));
     return windows;
 }
 

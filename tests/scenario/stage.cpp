@@ -17,11 +17,23 @@ bool Contains(const std::string& text, const std::string& part)
     return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
 }
 
+// Folder by folder: the standard library for Windows cannot copy a tree.
 std::filesystem::path CopyOf(const std::filesystem::path& model, const std::filesystem::path& folder)
 {
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
-    std::filesystem::copy(model, folder, std::filesystem::copy_options::recursive);
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(model))
+    {
+        const auto copy = folder / std::filesystem::relative(entry.path(), model);
+        if (entry.is_directory())
+        {
+            std::filesystem::create_directories(copy);
+        }
+        else
+        {
+            std::filesystem::copy_file(entry.path(), copy);
+        }
+    }
     return folder;
 }
 

@@ -26,7 +26,7 @@ constexpr CLSID aslClass{0x8172c88b, 0xb2c1, 0x4743, {0x8d, 0x64, 0x64, 0x29, 0x
 constexpr CLSID specialistClass{0x5aec6df5, 0x2390, 0x41aa, {0x88, 0x8a, 0x38, 0x5b, 0xb5, 0x2f, 0x31, 0x5d}};
 constexpr CLSID settingsClass{0x69df90c1, 0x048e, 0x417d, {0xb9, 0xb7, 0x48, 0xaf, 0x83, 0x45, 0x41, 0x8a}};
 
-const std::wstring userClasses = L"Software\\Classes\\";
+const std::wstring classes = L"Software\\Classes\\";
 
 class Factory final : public IClassFactory
 {
@@ -98,16 +98,25 @@ std::wstring Spell(const CLSID& clsid)
     return text.data();
 }
 
+// Of the user, and of the machine where that is allowed: Wine looks for classes only there.
+const std::array<HKEY, 2> roots{HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE};
+
 void WriteDefault(const std::wstring& path, const std::wstring& text)
 {
-    windows::RegistryKey key;
-    LSTATUS status = key.Create(HKEY_CURRENT_USER, userClasses + path, KEY_SET_VALUE);
-    if (status == ERROR_SUCCESS)
+    for (const HKEY root : roots)
     {
-        status = key.SetText(nullptr, text);
+        windows::RegistryKey key;
+        LSTATUS status = key.Create(root, classes + path, KEY_SET_VALUE);
+        if (status == ERROR_SUCCESS)
+        {
+            status = key.SetText(nullptr, text);
+        }
+        if (root == HKEY_CURRENT_USER)
+        {
+            windows::ThrowIfFailed(HRESULT_FROM_WIN32(static_cast<DWORD>(status)),
+                                   "HKEY_CURRENT_USER\\" + windows::FromWide(classes + path));
+        }
     }
-    windows::ThrowIfFailed(HRESULT_FROM_WIN32(static_cast<DWORD>(status)),
-                           "HKEY_CURRENT_USER\\" + windows::FromWide(userClasses + path));
 }
 
 } // namespace
@@ -144,8 +153,11 @@ void WriteProgId(const std::wstring& progId, const CLSID& clsid, const std::wstr
 
 void RemoveProgId(const std::wstring& progId, const CLSID& clsid) noexcept
 {
-    RegDeleteTreeW(HKEY_CURRENT_USER, (userClasses + progId).c_str());
-    RegDeleteTreeW(HKEY_CURRENT_USER, (userClasses + L"CLSID\\" + Spell(clsid)).c_str());
+    for (const HKEY root : roots)
+    {
+        RegDeleteTreeW(root, (classes + progId).c_str());
+        RegDeleteTreeW(root, (classes + L"CLSID\\" + Spell(clsid)).c_str());
+    }
 }
 
 HostClasses::HostClasses(const Outside& outside)

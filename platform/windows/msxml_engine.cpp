@@ -1,8 +1,7 @@
 // Reads XML with MSXML's SAX reader: it reports what it finds as it goes, so there is no document of its own to walk
 // or to free, and it can be told to leave namespaces alone, which its DOM cannot.
 //
-// The text goes in as a BSTR, so what its XML declaration says of an encoding is taken out first: the text has been
-// decoded already, and some versions refuse a declared encoding that is not theirs.
+// The text goes in as a BSTR without its XML declaration: it has been decoded already, whatever encoding it declares.
 #include "xml/engine.h"
 
 #include "platform/windows/com_ptr.h"
@@ -11,7 +10,9 @@
 
 #include <msxml2.h>
 
+#include <algorithm>
 #include <exception>
+#include <optional>
 #include <utility>
 
 namespace vellumo::xml
@@ -160,95 +161,124 @@ private:
     std::exception_ptr m_failure;
 };
 
-bool IsBlank(wchar_t character)
+// The XML declaration at the start of a text. It is checked here and kept from the reader, since versions differ over
+// encodings and over what they let pass.
+class Declaration
 {
-    return character == L' ' || character == L'\t' || character == L'\r' || character == L'\n';
-}
-
-bool IsEncodingName(std::wstring_view name)
-{
-    const auto isLetter = [](wchar_t each) { return (each >= L'A' && each <= L'Z') || (each >= L'a' && each <= L'z'); };
-    if (name.empty() || !isLetter(name.front()))
+public:
+    explicit Declaration(std::wstring_view text)
+        : m_text(text)
     {
-        return false;
     }
-    for (const wchar_t each : name)
+
+    // What stands behind the declaration, from its first "<" on (the reader takes white space in front of it for a
+    // sign of another encoding); empty when there is a declaration that is not well-formed.
+    [[nodiscard]] std::optional<std::wstring_view> TextBehind()
     {
-        if (!isLetter(each) && !(each >= L'0' && each <= L'9') && each != L'.' && each != L'_' && each != L'-')
+        if (IsAhead())
+        {
+            TakeLiteral(opening);
+            m_blankBefore = SkipBlanks();
+            const bool hasVersion = TakePart(L"version", IsVersion);
+            TakePart(L"encoding", IsEncodingName);
+            TakePart(L"standalone", IsYesOrNo);
+            if (!hasVersion || !m_good || !TakeLiteral(L"?>"))
+            {
+                return std::nullopt;
+            }
+        }
+        SkipBlanks();
+        return IsAhead() ? std::nullopt : std::optional(m_text); // a declaration stands at the very start or nowhere
+    }
+
+private:
+    // One `name = "value"` with white space before it. False when it is not there, or not as it should be.
+    bool TakePart(std::wstring_view name, bool (*isValue)(std::wstring_view))
+    {
+        if (!m_good || !m_blankBefore || !TakeLiteral(name))
         {
             return false;
         }
+        SkipBlanks();
+        m_good = TakeLiteral(L"=");
+        SkipBlanks();
+        const wchar_t quote = m_text.empty() ? L'\0' : m_text.front();
+        const auto end = quote == L'"' || quote == L'\'' ? m_text.find(quote, 1) : std::wstring_view::npos;
+        m_good = m_good && end != std::wstring_view::npos && isValue(m_text.substr(1, end - 1));
+        if (m_good)
+        {
+            m_text.remove_prefix(end + 1);
+            m_blankBefore = SkipBlanks();
+        }
+        return m_good;
     }
-    return true;
-}
 
-std::size_t SkipBlanks(std::wstring_view text, std::size_t position)
-{
-    while (position < text.size() && IsBlank(text[position]))
+    [[nodiscard]] bool IsAhead() const
     {
-        ++position;
+        return m_text.starts_with(opening) && m_text.size() > opening.size() &&
+               blanks.find(m_text[opening.size()]) != std::wstring_view::npos;
     }
-    return position;
-}
 
-// Without the encoding of the XML declaration. What is not written as it should be is left for MSXML to refuse.
-std::wstring WithoutEncoding(std::wstring text)
-{
-    constexpr std::wstring_view opening = L"<?xml";
-    constexpr std::wstring_view keyword = L"encoding";
-    const auto end = text.find(L"?>");
-    if (!text.starts_with(opening) || end == std::wstring::npos)
+    bool TakeLiteral(std::wstring_view literal)
     {
-        return text;
+        const bool found = m_text.starts_with(literal);
+        m_text.remove_prefix(found ? literal.size() : 0);
+        return found;
     }
-    const std::wstring_view declaration(text.data(), end);
-    const auto start = declaration.find(keyword, opening.size());
-    if (start == std::wstring_view::npos || !IsBlank(declaration[start - 1]))
-    {
-        return text;
-    }
-    std::size_t position = SkipBlanks(declaration, start + keyword.size());
-    if (position == declaration.size() || declaration[position] != L'=')
-    {
-        return text;
-    }
-    position = SkipBlanks(declaration, position + 1);
-    if (position == declaration.size() || (declaration[position] != L'"' && declaration[position] != L'\''))
-    {
-        return text;
-    }
-    const auto closing = declaration.find(declaration[position], position + 1);
-    if (closing == std::wstring_view::npos || !IsEncodingName(declaration.substr(position + 1, closing - position - 1)))
-    {
-        return text;
-    }
-    text.erase(start, closing + 1 - start);
-    return text;
-}
 
-// Versions differ over white space in front of the XML declaration; it makes a text not well-formed.
-bool BeginsWell(std::wstring_view text)
-{
-    const std::size_t start = SkipBlanks(text, 0);
-    constexpr std::wstring_view opening = L"<?xml";
-    const std::wstring_view rest = text.substr(start);
-    return start == 0 || !rest.starts_with(opening) || rest.size() == opening.size() || !IsBlank(rest[opening.size()]);
-}
+    bool SkipBlanks()
+    {
+        const auto end = m_text.find_first_not_of(blanks);
+        const std::size_t count = end == std::wstring_view::npos ? m_text.size() : end;
+        m_text.remove_prefix(count);
+        return count != 0;
+    }
+
+    static bool IsDigit(wchar_t each) { return each >= L'0' && each <= L'9'; }
+    static bool IsLetter(wchar_t each) { return (each >= L'A' && each <= L'Z') || (each >= L'a' && each <= L'z'); }
+
+    static bool IsVersion(std::wstring_view value)
+    {
+        return value.size() > 2 && value.starts_with(L"1.") && std::ranges::all_of(value.substr(2), IsDigit);
+    }
+
+    static bool IsEncodingName(std::wstring_view value)
+    {
+        return !value.empty() && IsLetter(value.front()) &&
+               std::ranges::all_of(
+                   value, [](wchar_t each)
+                   { return IsLetter(each) || IsDigit(each) || each == L'.' || each == L'_' || each == L'-'; });
+    }
+
+    static bool IsYesOrNo(std::wstring_view value) { return value == L"yes" || value == L"no"; }
+
+    static constexpr std::wstring_view opening = L"<?xml";
+    static constexpr std::wstring_view blanks = L" \t\r\n";
+
+    std::wstring_view m_text;
+    bool m_blankBefore = false;
+    bool m_good = true;
+};
 
 } // namespace
 
 bool Read(std::string_view text, Builder& builder)
 {
-    const std::wstring wide = WithoutEncoding(windows::ToWide(text));
+    if (!windows::IsUtf8(text))
+    {
+        return false;
+    }
+    const std::wstring wide = windows::ToWide(text);
+    const std::optional<std::wstring_view> content = Declaration(wide).TextBehind();
     Handler handler(builder); // before the reader, which refers to it
     const ComPtr<ISAXXMLReader> reader = CreateReader();
-    if (!reader || !BeginsWell(wide))
+    if (!content || !reader)
     {
         return false;
     }
     Prepare(*reader);
     reader->putContentHandler(&handler);
-    const Variant input = Variant::Text(std::wstring_view(wide));
+    const Variant input = Variant::Text(*content);
     const HRESULT result = reader->parse(input.Get());
     if (handler.Failure())
     {

@@ -47,6 +47,12 @@ std::string FromWide(std::wstring_view text)
     return narrow;
 }
 
+bool IsUtf8(std::string_view text)
+{
+    return text.empty() ||
+           MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), LengthFor(text.size()), nullptr, 0) != 0;
+}
+
 bool EqualsIgnoringCase(std::wstring_view left, std::wstring_view right)
 {
     return CompareStringOrdinal(left.data(), LengthFor(left.size()), right.data(), LengthFor(right.size()), TRUE) ==

@@ -10,6 +10,7 @@ namespace vellumo::windows
 
 [[nodiscard]] std::wstring ToWide(std::string_view text);
 [[nodiscard]] std::string FromWide(std::wstring_view text);
+[[nodiscard]] bool IsUtf8(std::string_view text);
 
 // The way the host's database and objects compare their names: without regard to case, by the invariant rules.
 [[nodiscard]] bool EqualsIgnoringCase(std::wstring_view left, std::wstring_view right);

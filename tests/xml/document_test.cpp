@@ -174,6 +174,46 @@ TEST_SUITE("xml")
         CHECK(document.Xml() == "<s:a xmlns:s=\"urn:s\" xmlns:m=\"urn:m\"><m:b m:c=\"1\"/></s:a>");
     }
 
+    TEST_CASE("the XML declaration must be right, and what it says of an encoding is not applied")
+    {
+        for (const std::string declaration :
+             {"", "<?xml version='1.0'?>", "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\r\n<!-- x -->",
+              "<?xml version = '1.0' encoding = 'windows-1252' standalone='yes' ?>\n",
+              "<?xml version='1.0' encoding='x-nessuna'?>", "\n\t "})
+        {
+            CAPTURE(declaration);
+            CHECK(Parse(declaration + "<a>Niccol\xC3\xB2</a>\n").Root().Text() == "Niccol\xC3\xB2");
+        }
+        for (const std::string declaration :
+             {" <?xml version='1.0'?>", "<?xml encoding='UTF-8'?>", "<?xml version='1.0' encoding=''?>",
+              "<?xml version='1.0' encoding='8bit'?>", "<?xml version='1.0'encoding='UTF-8'?>",
+              "<?xml version='1.0' standalone='yes' encoding='UTF-8'?>", "<?xml version='1.0?>",
+              "<?xml version='1.0'?><?xml version='1.0'?>"})
+        {
+            CAPTURE(declaration);
+            CHECK(IsRefused(declaration + "<a/>"));
+        }
+    }
+
+    TEST_CASE("a long text keeps its characters, and bytes that are no UTF-8 are refused")
+    {
+        std::string faces;
+        for (int count = 0; count < 20'000; ++count)
+        {
+            faces += "\xF0\x9F\x98\x80";
+        }
+        // Engines hand long texts over in pieces; with "x" before them the pieces end elsewhere.
+        for (const std::string& text : {faces, "x" + faces})
+        {
+            CHECK((Parse("<a b='" + text + "'>" + text + "</a>").Root().Text() == text));
+            CHECK((Parse("<a b='" + text + "'>" + text + "</a>").Root().Text("@b") == text));
+        }
+        for (const std::string text : {"<a>\xFF</a>", "<a>\xED\xA0\x80</a>", "<a b='\xC3'/>"})
+        {
+            CHECK(IsRefused(text));
+        }
+    }
+
     TEST_CASE("a byte order mark is not part of the text")
     {
         CHECK(Parse("\xEF\xBB\xBF<a>x</a>").Root().Text() == "x");

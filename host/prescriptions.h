@@ -59,4 +59,15 @@ public:
     [[nodiscard]] virtual std::unique_ptr<Record> Find(const PrescriptionKey& key) = 0;
 };
 
+// Creates the host's objects around prescriptions and hands each what its class wants.
+class PrescriptionObjects
+{
+public:
+    virtual ~PrescriptionObjects() = default;
+
+    [[nodiscard]] virtual std::shared_ptr<PrescriptionSession> CreateSession() = 0;
+    [[nodiscard]] virtual std::unique_ptr<PrescriptionData> CreatePrescriptionData(std::int32_t kind,
+                                                                                   const HostServices& services) = 0;
+};
+
 } // namespace vellumo::host

@@ -1,0 +1,38 @@
+// The host operations RegistraPrescrizione and RegistraPrescrizioneSingola: send the prescriptions of a form to SISS,
+// one request each, and keep the responses in the session. Nothing is judged or stored here; that happens when the
+// session is closed.
+#pragma once
+
+#include "host/prescriptions.h"
+#include "service/provider_context.h"
+
+#include <cstdint>
+
+namespace vellumo::prescription
+{
+
+class Registration
+{
+public:
+    Registration(const service::ProviderContext& context, host::PrescriptionObjects& objects)
+        : m_context(context)
+        , m_objects(objects)
+    {
+    }
+
+    // `numRicetta` 0: every prescription of the form. True also when nothing is to be sent (session without SISS or
+    // for validation, no settings of the practice). A fault ends the loop, is shown, and answers False; the responses
+    // kept until then stay in the session.
+    [[nodiscard]] bool Run(host::PrescriptionSession& session, const host::Value& idRicetta,
+                           const host::Value& numRicetta, std::int32_t kind) const;
+
+private:
+    void RegisterAll(host::PrescriptionSession& session, const host::PrescriptionKey& key, std::int32_t kind) const;
+    void Register(host::PrescriptionSession& session, const host::PrescriptionKey& key, std::int32_t kind,
+                  bool sendsClassC) const;
+
+    const service::ProviderContext& m_context;
+    host::PrescriptionObjects& m_objects;
+};
+
+} // namespace vellumo::prescription

@@ -1,0 +1,37 @@
+// The window in which the doctor chooses, when a prescribing session opens, the kind of form and what is printed.
+#pragma once
+
+#include "host/opzioni_ricetta.h"
+#include "ui/form.h"
+
+namespace vellumo::ui
+{
+
+class FormStampa final : public Form
+{
+public:
+    // Starts on the option of `opzioni.TipoRicetta`; the lists always start on their usual entry. `opzioni` changes
+    // only when the choice is confirmed.
+    explicit FormStampa(host::OpzioniRicetta& opzioni);
+
+    // 1 = confirmed, 2 = cancelled (also when closed by the frame).
+    [[nodiscard]] int Result() const noexcept { return m_result; }
+
+    void Clicked(Control& control) override;
+
+private:
+    void EnableLists();
+    void Confirm();
+
+    host::OpzioniRicetta& m_opzioni;
+    int m_result = 2;
+
+    OptionButton m_rur;
+    ComboBox m_comboStampaRUR;
+    OptionButton m_elettronica;
+    ComboBox m_comboStampaRE;
+    Button m_ok;
+    Button m_annulla;
+};
+
+} // namespace vellumo::ui

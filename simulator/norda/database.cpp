@@ -15,8 +15,9 @@ struct Database::Session
     odbc::Environment environment{SQL_NULL_HANDLE};
     std::unique_ptr<odbc::Connection> connection;
     bool connected = false;
+    odbc::Interface texts = odbc::Interface::Wide;
 
-    explicit Session(const std::string& connectionString)
+    Session(const std::string& connectionString, Dialect dialect)
     {
         SQLSetEnvAttr(environment.Get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3),
                       0); // NOLINT: ODBC passes numbers as pointers
@@ -26,6 +27,10 @@ struct Database::Session
                                       SQL_DRIVER_NOPROMPT),
                     SQL_HANDLE_DBC, connection->Get());
         connected = true;
+        if (dialect == Dialect::Sqlite && !TakesWideTexts())
+        {
+            texts = odbc::Interface::Narrow;
+        }
     }
     ~Session()
     {
@@ -36,6 +41,15 @@ struct Database::Session
     }
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
+
+    // Looks at what the driver makes of one accented letter; the database keeps texts in UTF-8.
+    [[nodiscard]] bool TakesWideTexts() const
+    {
+        const odbc::Statement statement(connection->Get());
+        odbc::Execute(statement, "SELECT HEX('\u00e8')", odbc::Interface::Wide);
+        SQLFetch(statement.Get());
+        return odbc::Read(statement, 0, SQL_VARCHAR, odbc::Interface::Wide).ToText() == "C3A8";
+    }
 
     void SetAutocommit(bool on) const
     {
@@ -60,8 +74,7 @@ public:
         : m_session(std::move(session))
         , m_statement(m_session->connection->Get())
     {
-        auto text = odbc::Wide(sql);
-        odbc::Check(SQLExecDirectW(m_statement.Get(), text.data(), SQL_NTS), SQL_HANDLE_STMT, m_statement.Get());
+        odbc::Execute(m_statement, sql, m_session->texts);
         m_columns = odbc::Columns(m_statement);
         if (!m_columns.empty())
         {
@@ -88,7 +101,7 @@ public:
         }
         for (std::size_t i = 0; i < m_columns.size(); ++i)
         {
-            m_row.push_back(odbc::Read(m_statement, i, m_columns[i].type));
+            m_row.push_back(odbc::Read(m_statement, i, m_columns[i].type, m_session->texts));
         }
     }
 
@@ -129,7 +142,7 @@ private:
 
 Database::Database(Dialect dialect, const std::string& connectionString)
     : m_dialect(dialect)
-    , m_session(std::make_shared<Session>(connectionString))
+    , m_session(std::make_shared<Session>(connectionString, dialect))
 {
 }
 

@@ -2,8 +2,10 @@
 
 #include "host/fault.h"
 
+#include <algorithm>
 #include <array>
 #include <iterator>
+#include <optional>
 
 namespace vellumo::norda::odbc
 {
@@ -65,35 +67,67 @@ char32_t NextUtf8(std::string_view text, std::size_t& at)
     return c;
 }
 
-std::string ReadText(const Statement& statement, SQLUSMALLINT column, bool& isNull)
+// The whole text of a column, part by part; empty for NULL.
+template <class Character>
+std::optional<std::vector<Character>> ReadCharacters(const Statement& statement, SQLUSMALLINT column, SQLSMALLINT type)
 {
-    std::string text;
-    std::vector<SQLWCHAR> all;
-    std::array<SQLWCHAR, 1024> part{};
+    std::vector<Character> all;
+    std::array<Character, 1024> part{};
     for (;;)
     {
         SQLLEN bytes = 0;
-        const auto result = SQLGetData(statement.Get(), column, SQL_C_WCHAR, part.data(),
-                                       static_cast<SQLLEN>(part.size() * sizeof(SQLWCHAR)), &bytes);
+        const auto result = SQLGetData(statement.Get(), column, type, part.data(),
+                                       static_cast<SQLLEN>(part.size() * sizeof(Character)), &bytes);
         if (result == SQL_NO_DATA)
         {
-            break;
+            return all;
         }
         Check(result, SQL_HANDLE_STMT, statement.Get());
         if (bytes == SQL_NULL_DATA)
         {
-            isNull = true;
-            return {};
+            return std::nullopt;
         }
         const bool whole = result != SQL_SUCCESS_WITH_INFO;
-        const auto count = whole ? static_cast<std::size_t>(bytes) / sizeof(SQLWCHAR) : part.size() - 1;
+        const auto count = whole ? static_cast<std::size_t>(bytes) / sizeof(Character) : part.size() - 1;
         all.insert(all.end(), part.begin(), part.begin() + static_cast<std::ptrdiff_t>(count));
         if (whole)
         {
-            break;
+            return all;
         }
     }
-    return Narrow(all.data(), all.size());
+}
+
+host::Value ReadText(const Statement& statement, SQLUSMALLINT column, Interface texts)
+{
+    if (texts == Interface::Wide)
+    {
+        const auto text = ReadCharacters<SQLWCHAR>(statement, column, SQL_C_WCHAR);
+        return text ? host::Value(Narrow(text->data(), text->size())) : host::Value();
+    }
+    const auto text = ReadCharacters<char>(statement, column, SQL_C_CHAR);
+    return text ? host::Value(std::string(text->begin(), text->end())) : host::Value();
+}
+
+std::string Message(SQLSMALLINT handleType, SQLHANDLE handle, Interface texts)
+{
+    SQLINTEGER native = 0;
+    SQLSMALLINT length = 0;
+    if (texts == Interface::Wide)
+    {
+        std::array<SQLWCHAR, 6> state{};
+        std::array<SQLWCHAR, 1024> text{};
+        const auto result = SQLGetDiagRecW(handleType, handle, 1, state.data(), &native, text.data(),
+                                           static_cast<SQLSMALLINT>(text.size()), &length);
+        const auto shown = std::min(static_cast<std::size_t>(length), text.size() - 1);
+        return SQL_SUCCEEDED(result) ? Narrow(text.data(), shown) : std::string();
+    }
+    std::array<SQLCHAR, 6> state{};
+    std::array<SQLCHAR, 2048> text{};
+    const auto result = SQLGetDiagRec(handleType, handle, 1, state.data(), &native, text.data(),
+                                      static_cast<SQLSMALLINT>(text.size()), &length);
+    const auto shown = std::min(static_cast<std::size_t>(length), text.size() - 1);
+    return SQL_SUCCEEDED(result) ? std::string(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(shown))
+                                 : std::string();
 }
 
 template <class Number>
@@ -158,23 +192,26 @@ std::string Narrow(const SQLWCHAR* text, std::size_t length)
     return out;
 }
 
-void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle)
+void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle, Interface texts)
 {
-    if (SQL_SUCCEEDED(result) || result == SQL_NO_DATA)
+    if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA)
     {
+        const auto message = Message(handleType, handle, texts);
+        throw host::Fault(message.empty() ? "Errore del database." : message, databaseError);
+    }
+}
+
+void Execute(const Statement& statement, const std::string& sql, Interface texts)
+{
+    if (texts == Interface::Wide)
+    {
+        auto text = Wide(sql);
+        Check(SQLExecDirectW(statement.Get(), text.data(), SQL_NTS), SQL_HANDLE_STMT, statement.Get());
         return;
     }
-    std::array<SQLWCHAR, 6> state{};
-    std::array<SQLWCHAR, 1024> text{};
-    SQLINTEGER native = 0;
-    SQLSMALLINT length = 0;
-    if (!SQL_SUCCEEDED(SQLGetDiagRecW(handleType, handle, 1, state.data(), &native, text.data(),
-                                      static_cast<SQLSMALLINT>(text.size()), &length)))
-    {
-        throw host::Fault("Errore del database.", databaseError);
-    }
-    const auto shown = std::min(static_cast<std::size_t>(length), text.size() - 1);
-    throw host::Fault(Narrow(text.data(), shown), databaseError);
+    std::vector<SQLCHAR> text(sql.begin(), sql.end());
+    text.push_back(0);
+    Check(SQLExecDirect(statement.Get(), text.data(), SQL_NTS), SQL_HANDLE_STMT, statement.Get(), texts);
 }
 
 std::vector<Column> Columns(const Statement& statement)
@@ -198,7 +235,7 @@ std::vector<Column> Columns(const Statement& statement)
     return columns;
 }
 
-host::Value Read(const Statement& statement, std::size_t column, SQLSMALLINT type)
+host::Value Read(const Statement& statement, std::size_t column, SQLSMALLINT type, Interface texts)
 {
     const auto position = static_cast<SQLUSMALLINT>(column + 1);
     switch (type)
@@ -235,11 +272,7 @@ host::Value Read(const Statement& statement, std::size_t column, SQLSMALLINT typ
     case SQL_TYPE_TIMESTAMP:
         return ReadDate(statement, position);
     default:
-    {
-        bool isNull = false;
-        auto text = ReadText(statement, position, isNull);
-        return isNull ? host::Value() : host::Value(std::move(text));
-    }
+        return ReadText(statement, position, texts);
     }
 }
 

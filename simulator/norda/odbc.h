@@ -1,5 +1,9 @@
-// ODBC with owners: an environment, a connection, a statement, each freed once. Texts are UTF-8 here and UTF-16 at the
-// driver. A call that fails is a fault with the driver's text.
+// ODBC with owners: an environment, a connection, a statement, each freed once. A call that fails is a fault with the
+// driver's text.
+//
+// Texts are UTF-8 here. What they are at the driver depends on how it was built: most take UTF-16 through the wide
+// interface. SQLite's on Linux has none, and what the driver manager makes of a wide text loses all that is not
+// Latin-1; it takes UTF-8 as it is through the narrow one.
 #pragma once
 
 #include "host/value.h"
@@ -20,6 +24,12 @@ namespace vellumo::norda::odbc
 
 [[nodiscard]] std::vector<SQLWCHAR> Wide(std::string_view text); // ends with a zero
 [[nodiscard]] std::string Narrow(const SQLWCHAR* text, std::size_t length);
+
+enum class Interface
+{
+    Wide,
+    Narrow
+};
 
 // One ODBC handle of the kind that `Type` names.
 template <SQLSMALLINT Type>
@@ -48,7 +58,9 @@ using Connection = Handle<SQL_HANDLE_DBC>;
 using Statement = Handle<SQL_HANDLE_STMT>;
 
 // Throws host::Fault when `result` is a failure.
-void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle);
+void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle, Interface texts = Interface::Wide);
+
+void Execute(const Statement& statement, const std::string& sql, Interface texts);
 
 struct Column
 {
@@ -58,6 +70,6 @@ struct Column
 
 [[nodiscard]] std::vector<Column> Columns(const Statement& statement);
 // Columns must be read in order.
-[[nodiscard]] host::Value Read(const Statement& statement, std::size_t column, SQLSMALLINT type);
+[[nodiscard]] host::Value Read(const Statement& statement, std::size_t column, SQLSMALLINT type, Interface texts);
 
 } // namespace vellumo::norda::odbc

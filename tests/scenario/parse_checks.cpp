@@ -144,12 +144,12 @@ bool Fits(const RowChange& expected, const RowChange& seen)
 void Parser::ReadRequests(Line& line)
 {
     const auto count = line.Number("how many");
-    AddStep(line,
-            [=, place = line.Where()](Run& run)
-            {
-                Compare(run, place, "number of requests", std::to_string(count),
-                        std::to_string(run.GetStage().Network().Exchanges().size()));
-            });
+    AddCheck(line,
+             [=, place = line.Where()](Run& run)
+             {
+                 Compare(run, place, "number of requests", std::to_string(count),
+                         std::to_string(run.GetStage().Network().Exchanges().size()));
+             });
 }
 
 void Parser::ReadRequest(Line& line)
@@ -159,7 +159,7 @@ void Parser::ReadRequest(Line& line)
     m_request->number = static_cast<std::size_t>(line.Number("which request"));
     line.Take("is");
     m_request->service = line.Word("the service");
-    AddStep(line, [check = m_request](Run& run) { check->Perform(run); });
+    AddCheck(line, [check = m_request](Run& run) { check->Perform(run); });
 }
 
 void Parser::ReadShown(Line& line)
@@ -216,7 +216,7 @@ void Parser::ReadQuery(Line& line)
     {
         m_query->sql += ' ' + more;
     }
-    AddStep(line, [check = m_query](Run& run) { check->Perform(run); });
+    AddCheck(line, [check = m_query](Run& run) { check->Perform(run); });
 }
 
 void Parser::ReadRow(Line& line)
@@ -305,7 +305,7 @@ void Parser::ReadDatabase(Line& line)
     const auto check = std::make_shared<ChangesCheck>();
     check->place = line.Where();
     m_changes = unchanged ? nullptr : check;
-    AddStep(line, [check](Run& run) { check->Perform(run); });
+    AddCheck(line, [check](Run& run) { check->Perform(run); });
 }
 
 void Parser::ReadChanged(Line& line)
@@ -359,8 +359,10 @@ void Parser::ReadLog(Line& line)
     if (line.Take("folders"))
     {
         const auto count = line.Number("how many");
-        AddStep(line, [=, place = line.Where()](Run& run)
-                { Compare(run, place, "log folders", std::to_string(count), std::to_string(LogFolders(run).size())); });
+        AddCheck(line,
+                 [=, place = line.Where()](Run& run) {
+                     Compare(run, place, "log folders", std::to_string(count), std::to_string(LogFolders(run).size()));
+                 });
         return;
     }
     if (!line.Take("folder"))
@@ -370,7 +372,7 @@ void Parser::ReadLog(Line& line)
     m_log = std::make_shared<LogCheck>();
     m_log->place = line.Where();
     m_log->folder = static_cast<std::size_t>(line.Number("which folder"));
-    AddStep(line, [check = m_log](Run& run) { check->Perform(run); });
+    AddCheck(line, [check = m_log](Run& run) { check->Perform(run); });
 }
 
 void Parser::ReadHolds(Line& line)

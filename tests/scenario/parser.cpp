@@ -101,10 +101,10 @@ void Parser::ReadLine(Line& line)
     line.End();
 }
 
-void Parser::AddStep(const Line& line, std::function<void(Run&)> perform)
+void Parser::AddStep(const Line& line, std::function<void(Run&)> perform, bool isCheck)
 {
     auto& steps = m_scenarios.empty() ? m_common : m_scenarios.back().steps;
-    steps.push_back({line.Where(), std::move(perform)});
+    steps.push_back({line.Where(), std::move(perform), isCheck});
 }
 
 void Parser::Close()

@@ -18,6 +18,7 @@ struct Step
 {
     Place place;
     std::function<void(Run&)> perform;
+    bool isCheck = false; // looks at what is so after the calls; left out when a call was made to fail
 };
 
 struct Scenario
@@ -57,7 +58,8 @@ private:
     static const std::map<std::string, Keyword>& Keywords();
 
     void ReadLine(Line& line);
-    void AddStep(const Line& line, std::function<void(Run&)> perform);
+    void AddStep(const Line& line, std::function<void(Run&)> perform, bool isCheck = false);
+    void AddCheck(const Line& line, std::function<void(Run&)> perform) { AddStep(line, std::move(perform), true); }
     // Nothing is open any more.
     void Close();
     // What the line belongs to; a syntax error when nothing of the kind is open.

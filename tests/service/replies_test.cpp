@@ -122,7 +122,7 @@ TEST_SUITE("service")
     TEST_CASE("well-formed XML that is no reply gives no response")
     {
         for (const std::string& text : {std::string("<html/>"), Envelope(""), Envelope(" <!-- vuoto --> "),
-                                       Envelope("<param/>", "soap"), Envelope("solo testo")})
+                                        Envelope("<param/>", "soap"), Envelope("solo testo")})
         {
             CAPTURE(text);
             CHECK_FALSE(Parse(text));

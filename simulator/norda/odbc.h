@@ -16,6 +16,7 @@
 #ifdef _WIN32
 #include <windows.h>
 #endif
+#define SQL_NOUNICODEMAP // which of the two interfaces is called stands in each call's name
 #include <sql.h>
 #include <sqlext.h>
 

@@ -109,11 +109,13 @@ HRESULT ProviderFace::putref_Utils(IDispatch* value)
 
 HRESULT ProviderFace::IdentificaPaziente(VARIANT idPaziente, VARIANT_BOOL* gestito, LONG* result)
 {
-    if (!gestito || !result)
+    if (!result)
     {
         return E_POINTER;
     }
     *result = 0;
+    VARIANT_BOOL unwanted = VARIANT_FALSE; // a late-bound host may leave the argument out
+    gestito = gestito ? gestito : &unwanted;
     bool handled = *gestito != VARIANT_FALSE;
     const HRESULT status =
         Guard(*this, IID_ICCEProvider,

@@ -110,9 +110,14 @@ HRESULT RemoveTree(const std::wstring& key)
 
 HRESULT RemoveTypeLibrary()
 {
-    constexpr SYSKIND system = sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32;
-    const HRESULT result = UnRegisterTypeLib(LIBID_Vellumo, majorVersion, minorVersion, LOCALE_NEUTRAL, system);
-    return result == TYPE_E_REGISTRYACCESS || result == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) ? S_OK : result;
+    constexpr bool is64 = sizeof(void*) == 8;
+    const std::wstring key = L"TypeLib\\" + Spell(LIBID_Vellumo) + L"\\1.0\\0\\" + (is64 ? L"win64" : L"win32");
+    windows::RegistryKey registered;
+    if (registered.Open(HKEY_LOCAL_MACHINE, classes + key, KEY_QUERY_VALUE) == ERROR_FILE_NOT_FOUND)
+    {
+        return S_OK;
+    }
+    return UnRegisterTypeLib(LIBID_Vellumo, majorVersion, minorVersion, LOCALE_NEUTRAL, is64 ? SYS_WIN64 : SYS_WIN32);
 }
 
 // A number for what an exception said, since there is nobody here to read a description.

@@ -1,0 +1,331 @@
+// The provider as a COM object: what it promises to any host, whatever language that is written in.
+#include "platform/windows/host_fault.h"
+#include "platform/windows/late_bound.h"
+#include "simulator/norda/windows/dispatch_face.h"
+#include "simulator/norda/windows/faces.h"
+#include "tests/com/fake_outside.h"
+#include "tests/com/library.h"
+
+#include <doctest.h>
+
+#include <ocidl.h>
+
+using namespace vellumo;
+using namespace vellumo::tests;
+using windows::Bstr;
+using windows::ComPtr;
+using windows::Variant;
+
+namespace
+{
+
+// A practice with one user, who is staff: operations that need a doctor stop before they reach the network.
+std::shared_ptr<FakeConnection> StaffConnection()
+{
+    return std::make_shared<FakeConnection>();
+}
+
+void HandOver(ICCEProvider& provider, const std::shared_ptr<host::LockSrv>& lockSrv)
+{
+    const auto database = ComPtr<ICCEProvider>(&provider).As<ICCEDatabaseProvider>(IID_ICCEDatabaseProvider);
+    REQUIRE(database);
+    REQUIRE(database->putref_Connection(norda::MakeConnectionFace(StaffConnection()).Get()) == S_OK);
+    REQUIRE(database->putref_LockSrv(norda::MakeLockSrvFace(lockSrv).Get()) == S_OK);
+    REQUIRE(provider.putref_Utils(norda::MakeUtilsFace(std::make_shared<FakeUtils>()).Get()) == S_OK);
+}
+
+// The provider's face for late-bound callers of the given interface.
+template <class Interface>
+windows::LateBound LateFace(const ComPtr<ICCEProvider>& provider, const IID& iid)
+{
+    const auto face = provider.As<Interface>(iid);
+    REQUIRE(face);
+    return {ComPtr<IDispatch>(face.Get()), L"Provider"};
+}
+
+} // namespace
+
+TEST_CASE("one object behind all interfaces, with IDispatch on the class's own")
+{
+    FakeOutside outside;
+    const Library library;
+    {
+        const auto provider = library.CreateProvider();
+        const auto identity = provider.As<IUnknown>(IID_IUnknown);
+        for (const IID& iid : {IID__SISSProvider, IID_ICCEProvider, IID_ICCEProvider2, IID_ICCEDatabaseProvider,
+                               IID_ICCEProviderContact, IID_ISupportErrorInfo, IID_IProvideClassInfo, IID_IDispatch})
+        {
+            const auto face = provider.As<IUnknown>(iid); // a pointer of that interface, seen as IUnknown
+            REQUIRE(face);
+            CHECK(face.As<IUnknown>(IID_IUnknown).Get() == identity.Get());
+            CHECK(face.As<ICCEProvider>(IID_ICCEProvider).Get() == provider.Get());
+        }
+        CHECK_FALSE(provider.As<IUnknown>(IID_IPersist));
+        CHECK(provider->QueryInterface(IID_IUnknown, nullptr) == E_POINTER);
+
+        windows::Member own(L"IsPersonaleStudio");
+        const auto dispatch = provider.As<IDispatch>(IID_IDispatch);
+        CHECK(own.IdOn(*dispatch, L"Provider") == 1);
+        windows::Member foreign(L"IsActive");
+        CHECK_THROWS_AS(foreign.IdOn(*dispatch, L"Provider"), host::Fault);
+
+        const auto errors = provider.As<ISupportErrorInfo>(IID_ISupportErrorInfo);
+        CHECK(errors->InterfaceSupportsErrorInfo(IID_ICCEProvider2) == S_OK);
+        CHECK(errors->InterfaceSupportsErrorInfo(IID_IDispatch) == S_FALSE);
+        ComPtr<ITypeInfo> classInfo;
+        CHECK(provider.As<IProvideClassInfo>(IID_IProvideClassInfo)->GetClassInfo(classInfo.Put()) == S_OK);
+        CHECK_FALSE(library.CanUnload());
+    }
+    CHECK(library.CanUnload());
+}
+
+TEST_CASE("the class factory refuses aggregation and other classes, and locks the library")
+{
+    FakeOutside outside;
+    const Library library;
+    {
+        void* object = &outside;
+        CHECK(library.GetClassObject(CLSID_OpzioniRicetta, IID_IClassFactory, &object) == CLASS_E_CLASSNOTAVAILABLE);
+        CHECK(object == nullptr);
+        object = &outside;
+        CHECK(library.GetClassObject(CLSID_SISSProvider, IID_IDispatch, &object) == E_NOINTERFACE);
+        CHECK(object == nullptr);
+        CHECK(library.GetClassObject(CLSID_SISSProvider, IID_IClassFactory, nullptr) == E_POINTER);
+
+        const auto factory = library.ProviderFactory();
+        object = &outside;
+        CHECK(factory->CreateInstance(factory.Get(), IID_IUnknown, &object) == CLASS_E_NOAGGREGATION);
+        CHECK(object == nullptr);
+        object = &outside;
+        CHECK(factory->CreateInstance(nullptr, IID_IPersist, &object) == E_NOINTERFACE);
+        CHECK(object == nullptr);
+        CHECK(factory->CreateInstance(nullptr, IID_IUnknown, nullptr) == E_POINTER);
+        CHECK(factory->LockServer(TRUE) == S_OK);
+    }
+    CHECK_FALSE(library.CanUnload());
+    CHECK(library.ProviderFactory()->LockServer(FALSE) == S_OK);
+    CHECK(library.CanUnload());
+}
+
+TEST_CASE("without the bridge there is no provider, and the host is told what to do")
+{
+    const Library library;
+    void* object = nullptr;
+    CHECK(library.ProviderFactory()->CreateInstance(nullptr, IID_ICCEProvider, &object) == CO_E_CLASSSTRING);
+    CHECK(object == nullptr);
+    const auto details = TakeErrorInfo();
+    CHECK(details.source == "Vellumo.SISSProvider");
+    for (const char* part : {"Winbridge4seb.Bean.1", "non è installato", "Installare il client SISS"})
+    {
+        CAPTURE(details.description);
+        CHECK(details.description.find(part) != std::string::npos);
+    }
+    CHECK(library.CanUnload());
+}
+
+TEST_CASE("what the host hands over comes back as it is, and is let go when it is taken away")
+{
+    FakeOutside outside;
+    const Library library;
+    {
+        const auto provider = library.CreateProvider();
+        const auto database = provider.As<ICCEDatabaseProvider>(IID_ICCEDatabaseProvider);
+        using Get = HRESULT (STDMETHODCALLTYPE ICCEDatabaseProvider::*)(IDispatch**);
+        using Set = HRESULT (STDMETHODCALLTYPE ICCEDatabaseProvider::*)(IDispatch*);
+        const std::pair<Get, Set> properties[] = {
+            {&ICCEDatabaseProvider::get_Connection, &ICCEDatabaseProvider::putref_Connection},
+            {&ICCEDatabaseProvider::get_LockSrv, &ICCEDatabaseProvider::putref_LockSrv}};
+        for (const auto& [get, set] : properties)
+        {
+            ComPtr<IDispatch> answer;
+            CHECK(((*database).*get)(answer.Put()) == S_OK);
+            CHECK_FALSE(answer);
+            {
+                const auto object = norda::MakeLockSrvFace(std::make_shared<FixedLockSrv>());
+                CHECK(((*database).*set)(object.Get()) == S_OK);
+                CHECK(((*database).*get)(answer.Put()) == S_OK);
+                CHECK(answer.Get() == object.Get());
+            }
+            answer.Reset();
+            CHECK(norda::DispatchFace::Living() == 2); // the bridge and this one
+            CHECK(((*database).*set)(nullptr) == S_OK);
+            CHECK(norda::DispatchFace::Living() == 1);
+            CHECK(((*database).*get)(nullptr) == E_POINTER);
+        }
+        HandOver(*provider, std::make_shared<FixedLockSrv>());
+        ComPtr<IDispatch> utils;
+        CHECK(provider->get_Utils(utils.Put()) == S_OK);
+        CHECK(utils);
+        for (const LONG studio : {0L, -5L, 2147483647L})
+        {
+            LONG answer = 1;
+            CHECK(database->put_Studio(studio) == S_OK);
+            CHECK(database->get_Studio(&answer) == S_OK);
+            CHECK(answer == studio);
+        }
+        CHECK(database->get_Studio(nullptr) == E_POINTER);
+        CHECK(provider->get_Utils(nullptr) == E_POINTER);
+    }
+    CHECK(norda::DispatchFace::Living() == 0);
+    CHECK(library.CanUnload());
+}
+
+TEST_CASE("a missing place for the answer is refused before anything happens")
+{
+    FakeOutside outside;
+    const Library library;
+    const auto provider = library.CreateProvider();
+    const VARIANT none = Variant::Missing().Get();
+    VARIANT_BOOL handled = VARIANT_TRUE;
+    CHECK(provider->IdentificaPaziente(none, &handled, nullptr) == E_POINTER);
+    CHECK(provider->IsActive(nullptr) == E_POINTER);
+    CHECK(provider->VerificaPaziente(none, nullptr) == E_POINTER);
+    CHECK(provider->Sincronizza(nullptr) == E_POINTER);
+    CHECK(provider->ApriSessionePrescrizione(nullptr) == E_POINTER);
+    CHECK(provider.As<_SISSProvider>(IID__SISSProvider)->IsPersonaleStudio(nullptr) == E_POINTER);
+    CHECK(outside.bridge.requests.empty());
+}
+
+TEST_CASE("practice staff keeps its patient, however the identifier is passed")
+{
+    FakeOutside outside;
+    const Library library;
+    const auto provider = library.CreateProvider();
+    HandOver(*provider, std::make_shared<FixedLockSrv>());
+
+    LONG number = 4711;
+    VARIANT byReference{};
+    V_VT(&byReference) = VT_BYREF | VT_I4;
+    V_I4REF(&byReference) = &number;
+    VARIANT outer{};
+    V_VT(&outer) = VT_BYREF | VT_VARIANT;
+    V_VARIANTREF(&outer) = &byReference;
+    VARIANT empty{};
+    const Variant plain{host::Value(4711)};
+    const Variant text = Variant::Text(std::wstring_view(L"4711"));
+    const Variant zero{host::Value(0)};
+    const Variant missing = Variant::Missing();
+    const std::pair<const VARIANT*, LONG> cases[] = {{&plain.Get(), 4711}, {&text.Get(), 4711}, {&byReference, 4711},
+                                                     {&outer, 4711},       {&zero.Get(), 0},    {&empty, 0},
+                                                     {&missing.Get(), 0}};
+    for (const auto& [argument, expected] : cases)
+    {
+        CAPTURE(V_VT(argument));
+        LONG identifier = -1;
+        VARIANT_BOOL handled = VARIANT_TRUE;
+        CHECK(provider->IdentificaPaziente(*argument, &handled, &identifier) == S_OK);
+        CHECK(identifier == expected);
+        CHECK(handled == VARIANT_FALSE);
+    }
+
+    // A value that is no identifier reaches the host as an error; the answer has been set all the same.
+    const Variant values(std::vector<host::Value>{1, 2});
+    LONG identifier = -1;
+    VARIANT_BOOL handled = VARIANT_TRUE;
+    CHECK(provider->IdentificaPaziente(values.Get(), &handled, &identifier) == DISP_E_TYPEMISMATCH);
+    CHECK(identifier == 0);
+    CHECK(TakeErrorInfo().interfaceId == IID_ICCEProvider);
+}
+
+TEST_CASE("late-bound callers reach every interface, leave arguments out and get references filled")
+{
+    FakeOutside outside;
+    const Library library;
+    const auto provider = library.CreateProvider();
+    HandOver(*provider, std::make_shared<FixedLockSrv>());
+    const auto face = LateFace<ICCEProvider>(provider, IID_ICCEProvider);
+    windows::Member identify(L"IdentificaPaziente");
+    CHECK(face.Call(identify).Value() == host::Value(0));
+    VARIANT_BOOL handled = VARIANT_TRUE;
+    Variant reference;
+    V_BOOLREF(reference.Put()) = &handled;
+    V_VT(&const_cast<VARIANT&>(reference.Get())) = VT_BYREF | VT_BOOL;
+    CHECK(face.Call(identify, Variant(host::Value(12)), reference).Value() == host::Value(12));
+    CHECK(handled == VARIANT_FALSE);
+    windows::Member isActive(L"isactive");
+    CHECK(face.Call(isActive).Value() == host::Value(true));
+
+    const auto database = LateFace<ICCEDatabaseProvider>(provider, IID_ICCEDatabaseProvider);
+    windows::Member studio(L"Studio");
+    database.Put(studio, Variant(host::Value(3)));
+    CHECK(database.Call(studio).Value() == host::Value(3));
+    windows::Member connection(L"Connection");
+    CHECK(database.Call(connection).Object());
+    database.PutObject(connection, nullptr);
+    CHECK_FALSE(database.Call(connection).Object());
+}
+
+TEST_CASE("operations of later versions say so, early-bound and late-bound")
+{
+    FakeOutside outside;
+    const Library library;
+    const auto provider = library.CreateProvider();
+    struct Operation
+    {
+        IID iid;
+        const wchar_t* name;
+        std::vector<host::Value> arguments;
+    };
+    const host::Value id = 1;
+    const Operation operations[] = {
+        {IID_ICCEProvider, L"Sincronizza", {}},
+        {IID_ICCEProvider, L"ApriSessionePrescrizione", {}},
+        {IID_ICCEProvider, L"VerificaPrescrizione", {id, id}},
+        {IID_ICCEProvider, L"AnnullaPrescrizione", {id, id, id}},
+        {IID_ICCEProvider2, L"VerificaPrescrizioneSingola", {id, id, id}},
+        {IID_ICCEProvider2, L"SincronizzaPazienti", {}},
+        {IID_ICCEProvider2, L"InviaCertificato", {id}},
+        {IID_ICCEProvider2, L"AnnullaCertificato", {id}},
+        {IID_ICCEProviderContact, L"InserisciContatto", {id}},
+    };
+    for (const Operation& operation : operations)
+    {
+        const std::string name = windows::FromWide(operation.name);
+        CAPTURE(name);
+        const auto dispatch = provider.As<IDispatch>(operation.iid);
+        windows::Member member(operation.name);
+        std::vector<Variant> owners;
+        std::vector<VARIANT> arguments;
+        for (const host::Value& value : operation.arguments)
+        {
+            arguments.push_back(owners.emplace_back(value).Get());
+        }
+        DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+        Variant answer;
+        EXCEPINFO exception{};
+        const HRESULT result = dispatch->Invoke(member.IdOn(*dispatch, L"Provider"), IID_NULL, LOCALE_USER_DEFAULT,
+                                                DISPATCH_METHOD, &parameters, answer.Put(), &exception, nullptr);
+        CHECK(result == DISP_E_EXCEPTION);
+        const auto fault = windows::MakeFault(result, exception, name);
+        CHECK(fault.Number() == E_NOTIMPL);
+        CHECK(fault.Description() == "L'operazione " + name + " non è disponibile in questa versione di Vellumo.");
+    }
+    VARIANT_BOOL answer = VARIANT_TRUE;
+    CHECK(provider->RegistraPrescrizione(nullptr, Variant(id).Get(), 1, &answer) == E_NOTIMPL);
+    CHECK(answer == VARIANT_FALSE);
+    CHECK(TakeErrorInfo().interfaceId == IID_ICCEProvider);
+}
+
+TEST_CASE("a host that lets go of the provider while it works does it no harm")
+{
+    FakeOutside outside;
+    const Library library;
+    auto provider = library.CreateProvider();
+    auto own = provider.As<_SISSProvider>(IID__SISSProvider);
+    const auto lockSrv = std::make_shared<FixedLockSrv>();
+    HandOver(*provider, lockSrv);
+    _SISSProvider* const face = own.Get();
+    bool wasInUse = false;
+    lockSrv->asked = [&]
+    {
+        own.Reset();
+        provider.Reset();
+        wasInUse = !library.CanUnload();
+    };
+    VARIANT_BOOL staff = VARIANT_FALSE;
+    CHECK(face->IsPersonaleStudio(&staff) == S_OK);
+    CHECK(staff == VARIANT_TRUE);
+    CHECK(wasInUse);
+    CHECK(library.CanUnload());
+    CHECK(norda::DispatchFace::Living() == 0);
+}

@@ -35,5 +35,5 @@ test-win32:
 	@tools/test win32
 
 clean:
-	@tools/wine-end
+	@tools/wine-end --now
 	@rm -rf build

@@ -141,7 +141,8 @@ struct Column
 {
     std::string key;
     std::string caption;
-    // Design width in twips (1440 an inch); the last column takes what is left.
+    // Design width in twips (1440 an inch). The first column keeps it, the others share the width of the window in
+    // proportion.
     int width = 1700;
 };
 

@@ -3,7 +3,6 @@
 #include "ui/search_text.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace vellumo::ui
 {
@@ -29,6 +28,7 @@ FormEsenzioni::FormEsenzioni(std::vector<SissExemption>& esenzioni, host::Connec
     , m_desktop(desktop)
     , m_stato("")
     , m_esenzioniSiss("&Esenzioni SISS del cittadino")
+    , m_dettaglio("")
     , m_cerca("Ce&rca esenzione locale:")
     , m_assegna("&Assegna")
     , m_esenzioniLocali("")
@@ -44,14 +44,11 @@ FormEsenzioni::FormEsenzioni(std::vector<SissExemption>& esenzioni, host::Connec
         ShowAssignment(m_assigned.size() - 1);
     }
     Search();
-    if (const auto row = NextUnassigned(0))
+    const auto unassigned = NextUnassigned(0);
+    m_initialFocus = unassigned ? static_cast<Control*>(&m_cerca) : &m_conferma;
+    if (!m_assigned.empty())
     {
-        m_esenzioniSiss.selected = row;
-        m_initialFocus = &m_cerca;
-    }
-    else
-    {
-        m_initialFocus = &m_conferma;
+        m_esenzioniSiss.selected = unassigned.value_or(0);
     }
     UpdateState();
 }
@@ -75,17 +72,19 @@ void FormEsenzioni::ReadLocalExemptions(host::Connection& connection)
 void FormEsenzioni::LayOut()
 {
     m_esenzioniSiss.columns = {
-        {"CODICE", "Codice", 1400}, {"DESCRIPTION", "Descrizione", 5000}, {"ASSEGNATO", "Esenzione Assegnata", 5000}};
+        {"CODICE", "Codice", 1200}, {"DESCRIPTION", "Descrizione", 6000}, {"ASSEGNATO", "Esenzione Assegnata", 6400}};
     m_esenzioniSiss.visibleRows = 6;
     m_esenzioniLocali.columns = {{"CODICE", "Codice", 1700}, {"DESCRIPTION", "Descrizione", 9000}};
     m_esenzioniLocali.visibleRows = 12;
+    m_dettaglio.lines = 2;
     m_cerca.list = &m_esenzioniLocali;
     m_assegna.sameLine = true;
     m_assegna.isDefault = true;
     m_annulla.sameLine = true;
     m_annulla.isCancel = true;
-    m_controls = {&m_stato, &m_esenzioniSiss, &m_cerca, &m_assegna, &m_esenzioniLocali, &m_conferma, &m_annulla};
-    m_designSize = {12000, 8000};
+    m_controls = {&m_stato,   &m_esenzioniSiss,   &m_dettaglio, &m_cerca,
+                  &m_assegna, &m_esenzioniLocali, &m_conferma,  &m_annulla};
+    m_designSize = {14000, 8400};
 }
 
 void FormEsenzioni::Clicked(Control& control)
@@ -215,6 +214,18 @@ std::optional<std::size_t> FormEsenzioni::NextUnassigned(std::size_t from) const
     return std::nullopt;
 }
 
+// Descriptions are long and often differ only at their end, where a column cuts them.
+std::string FormEsenzioni::Detail() const
+{
+    if (!m_esenzioniSiss.selected)
+    {
+        return "";
+    }
+    const std::size_t row = *m_esenzioniSiss.selected;
+    return "SISS: " + m_esenzioni[row].Codice + " - " + m_esenzioni[row].Descrizione +
+           "\r\nLocale: " + (IsAssigned(m_assigned[row]) ? m_esenzioniSiss.rows[row].back().text : "da assegnare");
+}
+
 void FormEsenzioni::UpdateState()
 {
     const auto missing = std::count_if(m_assigned.begin(), m_assigned.end(), [](auto id) { return !IsAssigned(id); });
@@ -224,6 +235,7 @@ void FormEsenzioni::UpdateState()
                                       : "Restano " + std::to_string(missing) + " esenzioni da assegnare.";
     m_esenzioniLocali.text =
         "Esenzioni &locali (" + std::to_string(m_found.size()) + " di " + std::to_string(m_locali.size()) + ")";
+    m_dettaglio.text = Detail();
     m_assegna.enabled = m_esenzioniSiss.selected && m_esenzioniLocali.selected;
 }
 

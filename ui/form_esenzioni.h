@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,7 @@ private:
     void Assign();
     void Confirm();
     void GoToRow(std::size_t row);
+    [[nodiscard]] std::string Detail() const;
     void UpdateState();
     [[nodiscard]] std::optional<std::size_t> NextUnassigned(std::size_t from) const;
 
@@ -67,6 +69,7 @@ private:
 
     Label m_stato;
     Grid m_esenzioniSiss;
+    Label m_dettaglio; // the whole texts of the selected row
     TextBox m_cerca;
     Button m_assegna;
     Grid m_esenzioniLocali;

@@ -70,7 +70,7 @@ FormPazienteChanges::FormPazienteChanges(NamedValues paziente, NamedValues citta
     , m_desktop(desktop)
     , m_riepilogo("")
     , m_campi("&Dati anagrafici")
-    , m_esenzioni("E&senzioni diverse")
+    , m_esenzioni("")
     , m_chkAnagrafica("Aggiorna i dati &anagrafici")
     , m_chkEsenzioni("Aggiorna le &esenzioni")
     , m_chkRimuoviEsenzioni("&Rimuovi prima tutte le esenzioni locali")
@@ -137,6 +137,7 @@ void FormPazienteChanges::FillExemptions()
 {
     AddMissing(m_paziente, m_cittadino, {.text = "Da Eliminare", .background = removedBackground});
     AddMissing(m_cittadino, m_paziente, {.text = "Da Inserire", .background = addedBackground});
+    m_esenzioni.text = "E&senzioni diverse (" + std::to_string(m_esenzioni.rows.size()) + ")";
 }
 
 // Lists the exemptions of `from` that are not `in` the other side. Two are the same when their local one is.

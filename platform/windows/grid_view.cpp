@@ -97,22 +97,33 @@ void GridView::Place(const RECT& place)
     FitColumns();
 }
 
-// The last column takes the width that the others leave.
+// The first column keeps its width, the others share the rest in proportion to theirs.
 void GridView::FitColumns()
 {
-    RECT inner{};
-    GetWindowRect(m_list.Get(), &inner);
-    int left = inner.right - inner.left - 2 * GetSystemMetrics(SM_CXEDGE);
+    RECT list{};
+    GetWindowRect(m_list.Get(), &list);
+    int left = list.right - list.left - 2 * GetSystemMetrics(SM_CXEDGE) - ColumnWidth(0);
     if (Send(m_list.Get(), LVM_GETCOUNTPERPAGE) < static_cast<LRESULT>(m_shownRows))
     {
         left -= GetSystemMetrics(SM_CXVSCROLL);
     }
-    const std::size_t last = m_grid.columns.size() - 1;
-    for (std::size_t i = 0; i < last; ++i)
+    int designed = 0;
+    for (std::size_t i = 1; i < m_grid.columns.size(); ++i)
     {
-        left -= static_cast<int>(Send(m_list.Get(), LVM_GETCOLUMNWIDTH, i));
+        designed += m_grid.columns[i].width;
     }
-    Send(m_list.Get(), LVM_SETCOLUMNWIDTH, last, std::max(left, m_surface.Pixels(60)));
+    for (std::size_t i = 1; i < m_grid.columns.size(); ++i)
+    {
+        const int width = MulDiv(left, m_grid.columns[i].width, designed); // of what those before it left
+        Send(m_list.Get(), LVM_SETCOLUMNWIDTH, i, std::max(width, m_surface.Pixels(60)));
+        left -= width;
+        designed -= m_grid.columns[i].width;
+    }
+}
+
+int GridView::ColumnWidth(std::size_t column) const
+{
+    return static_cast<int>(Send(m_list.Get(), LVM_GETCOLUMNWIDTH, column));
 }
 
 void GridView::Update()
@@ -245,7 +256,7 @@ RECT GridView::CellArea(std::size_t row, int column) const
     Send(m_list.Get(), LVM_GETSUBITEMRECT, row, reinterpret_cast<LPARAM>(&area));
     if (column == 0) // the bounds of the first cell are those of the whole row
     {
-        area.right = area.left + static_cast<LONG>(Send(m_list.Get(), LVM_GETCOLUMNWIDTH, 0));
+        area.right = area.left + ColumnWidth(0);
     }
     return area;
 }

@@ -27,6 +27,7 @@ private:
     void SetRowHeight();
     void MakeColumns();
     void FitColumns();
+    [[nodiscard]] int ColumnWidth(std::size_t column) const;
     void ShowSelection();
     void GiveText(LVITEMW& item) const;
     [[nodiscard]] LRESULT Draw(NMLVCUSTOMDRAW& drawing) const;

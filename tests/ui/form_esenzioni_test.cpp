@@ -114,6 +114,7 @@ TEST_SUITE("exemptions window")
         CHECK(window.Assigned(1).text == "C01 - Invalidità civile 100%");
         CHECK_FALSE(window.Assigned(1).background);
         CHECK(window.siss.selected == 3);
+        CHECK(window.form.Controls()[2]->text == "SISS: 013 - Diab.\r\nLocale: da assegnare");
         CHECK(window.search.value.empty());
         CHECK(window.view.focus == &window.search);
         window.form.Clicked(window.assign); // a second Enter by mistake

@@ -35,6 +35,7 @@ Robot::Robot(Operator& anOperator)
     , m_timer(SetTimer(nullptr, 0, interval, &Robot::OnTimer))
 {
     theRobot = this;
+    SetCursorPos(0, 0); // out of the way: what the mouse points at looks different
 }
 
 Robot::~Robot()

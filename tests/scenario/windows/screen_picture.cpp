@@ -21,16 +21,55 @@ struct DeleteBitmap
 };
 using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteBitmap>;
 
-// Copies the screen as it is: what covers what, frames, everything.
-Bitmap CopyScreen()
+BOOL CALLBACK AddOwnWindow(HWND window, LPARAM around) noexcept
 {
-    const int width = GetSystemMetrics(SM_CXSCREEN);
-    const int height = GetSystemMetrics(SM_CYSCREEN);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    RECT place{};
+    if (process == GetCurrentProcessId() && IsWindowVisible(window) != FALSE && GetWindowRect(window, &place) != FALSE)
+    {
+        auto& all = *reinterpret_cast<RECT*>(around);
+        UnionRect(&all, &all, &place);
+    }
+    return TRUE;
+}
+
+// Empty when this process shows nothing.
+RECT AroundOwnWindows()
+{
+    constexpr int margin = 12; // pixels
+    RECT around{};
+    EnumWindows(&AddOwnWindow, reinterpret_cast<LPARAM>(&around));
+    if (IsRectEmpty(&around) == FALSE)
+    {
+        const RECT screen{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+        InflateRect(&around, margin, margin);
+        IntersectRect(&around, &around, &screen);
+    }
+    return around;
+}
+
+// Brings to the screen what this thread's windows have drawn so far, by a look for a message that nobody sends, and
+// gives the desktop the time to paint over windows that have just gone.
+void LetScreenSettle()
+{
+    constexpr UINT never = 0xBFFF;
+    constexpr DWORD pause = 50; // milliseconds
+    MSG message;
+    PeekMessageW(&message, nullptr, never, never, PM_NOREMOVE);
+    Sleep(pause);
+}
+
+// Copies the screen as it is: what covers what, frames, everything.
+Bitmap CopyScreen(const RECT& area)
+{
+    const int width = area.right - area.left;
+    const int height = area.bottom - area.top;
     const HDC screen = GetDC(nullptr);
     const HDC copy = CreateCompatibleDC(screen);
     Bitmap bitmap(CreateCompatibleBitmap(screen, width, height));
     const HGDIOBJ before = SelectObject(copy, bitmap.get());
-    const BOOL copied = BitBlt(copy, 0, 0, width, height, screen, 0, 0, SRCCOPY | CAPTUREBLT);
+    const BOOL copied = BitBlt(copy, 0, 0, width, height, screen, area.left, area.top, SRCCOPY | CAPTUREBLT);
     SelectObject(copy, before);
     DeleteDC(copy);
     ReleaseDC(nullptr, screen);
@@ -77,7 +116,13 @@ bool WritePng(HBITMAP bitmap, const std::filesystem::path& file)
 
 bool SaveScreenPicture(const std::filesystem::path& file)
 {
-    const Bitmap bitmap = CopyScreen();
+    const RECT area = AroundOwnWindows();
+    if (IsRectEmpty(&area) != FALSE)
+    {
+        return false;
+    }
+    LetScreenSettle();
+    const Bitmap bitmap = CopyScreen(area);
     return bitmap && WritePng(bitmap.get(), file);
 }
 

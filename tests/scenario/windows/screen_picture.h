@@ -1,4 +1,5 @@
-// A picture of the whole screen as the operator sees it, frames and title bars included, as a PNG file.
+// A picture of the part of the screen where this process has windows, as the operator sees it, frames and title bars
+// included, as a PNG file.
 #pragma once
 
 #include <filesystem>
@@ -6,7 +7,7 @@
 namespace vellumo::scenario
 {
 
-// False when there is no screen or the file cannot be written.
+// False when there is no window or the file cannot be written.
 [[nodiscard]] bool SaveScreenPicture(const std::filesystem::path& file);
 
 } // namespace vellumo::scenario

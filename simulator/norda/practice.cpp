@@ -67,7 +67,10 @@ void Practice::Create() const
     {
         fs::create_directories(folder);
     }
-    fs::copy(ProgramFolder() / "templates", TemplatesFolder(), fs::copy_options::recursive);
+    for (const auto& file : fs::directory_iterator(ProgramFolder() / "templates"))
+    {
+        fs::copy_file(file.path(), TemplatesFolder() / file.path().filename());
+    }
     WriteAnsiFile(ConfigFolder() / "WINBRIDGE4SEBACTIVEX.conf", seed::bridgeConf);
     WriteAnsiFile(TablesFolder() / "master.txt", seed::masterTable);
     WriteAnsiFile(TablesFolder() / "esenzioni.txt", seed::exemptionTable);

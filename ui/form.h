@@ -54,6 +54,9 @@ public:
     [[nodiscard]] Control* InitialFocus() const noexcept { return m_initialFocus; }
     [[nodiscard]] bool IsClosed() const noexcept { return m_closed; }
 
+    // The operator chose this option button, so the others are not chosen any more. For views, before `Clicked`.
+    void Select(const Control& option) const;
+
     // A view attaches itself before it draws and detaches (null) when its window is gone.
     void Attach(FormView* view) noexcept { m_view = view; }
 

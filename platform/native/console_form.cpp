@@ -312,7 +312,7 @@ void ConsoleForm::Operate(ui::Control& control, const std::string& argument)
         m_form.Clicked(control);
         break;
     case ui::ControlKind::OptionButton:
-        SelectOption(control);
+        m_form.Select(control);
         m_form.Clicked(control);
         break;
     case ui::ControlKind::Button:
@@ -339,17 +339,6 @@ void ConsoleForm::Operate(ui::Control& control, const std::string& argument)
     case ui::ControlKind::Label:
     case ui::ControlKind::ProgressBar:
         break;
-    }
-}
-
-void ConsoleForm::SelectOption(const ui::Control& chosen)
-{
-    for (ui::Control* control : m_form.Controls())
-    {
-        if (control->kind == ui::ControlKind::OptionButton)
-        {
-            As<ui::OptionButton>(*control).selected = control == &chosen;
-        }
     }
 }
 

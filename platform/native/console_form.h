@@ -44,7 +44,6 @@ private:
     void DrawProgress();
     void Obey(const std::string& line);
     void Operate(ui::Control& control, const std::string& argument);
-    void SelectOption(const ui::Control& chosen);
     void Complain() const;
     [[nodiscard]] std::string KeyOf(const ui::Control& control) const;
     [[nodiscard]] bool ToOperate() const noexcept { return !m_operable.empty(); }

@@ -64,8 +64,9 @@ private:
     ui::Control& m_control;
 };
 
-// `id` identifies the input control within its window.
-[[nodiscard]] std::unique_ptr<ControlView> MakeControlView(ui::Control& control, const Surface& surface, int id);
+// `id` identifies the input control within its window. Within a group, the arrow keys move.
+[[nodiscard]] std::unique_ptr<ControlView> MakeControlView(ui::Control& control, const Surface& surface, int id,
+                                                           bool startsGroup);
 
 // A Windows control whose text follows a text of the form, and which is shown and enabled as the control says.
 class TextWindow

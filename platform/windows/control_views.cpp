@@ -172,16 +172,111 @@ private:
     TextWindow m_window;
 };
 
+class OptionView final : public ControlView
+{
+public:
+    OptionView(ui::OptionButton& option, const Surface& surface, int id, bool startsGroup)
+        : ControlView(option)
+        , m_option(option)
+        , m_surface(surface)
+    {
+        const DWORD style = BS_AUTORADIOBUTTON | WS_TABSTOP | (startsGroup ? WS_GROUP : 0);
+        m_window = TextWindow(surface.MakeChild(L"BUTTON", L"", style, 0, id));
+    }
+    [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        return {.size = {m_surface.TextWidth(ToWide(m_option.text), false, true) + m_surface.Pixels(24),
+                         m_surface.Pixels(checkHeight)},
+                .sameLine = m_option.sameLine,
+                .leads = true};
+    }
+    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Update() override
+    {
+        m_window.Update(m_option);
+        Send(m_window.Get(), BM_SETCHECK, m_option.selected ? BST_CHECKED : BST_UNCHECKED);
+    }
+    Event OnCommand(WORD code) override
+    {
+        // Windows says "clicked" also when the keyboard comes back to an option.
+        const bool chosen = code == BN_CLICKED && Send(m_window.Get(), BM_GETCHECK) == BST_CHECKED;
+        return chosen && !m_option.selected ? Event::Clicked : Event::None;
+    }
+
+private:
+    ui::OptionButton& m_option;
+    const Surface& m_surface;
+    TextWindow m_window;
+};
+
+class ComboBoxView final : public ControlView
+{
+public:
+    ComboBoxView(ui::ComboBox& list, const Surface& surface, int id)
+        : ControlView(list)
+        , m_list(list)
+        , m_surface(surface)
+        , m_window(surface.MakeChild(L"COMBOBOX", L"", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP | WS_GROUP, 0, id))
+    {
+        for (const std::string& entry : list.entries)
+        {
+            const std::wstring text = ToWide(entry);
+            Send(m_window.Get(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+            m_widest = std::max(m_widest, surface.TextWidth(text, false, false));
+        }
+    }
+    [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        return {
+            .size = {m_widest + GetSystemMetrics(SM_CXVSCROLL) + m_surface.Pixels(16), m_surface.Pixels(editHeight)},
+            .sameLine = m_list.sameLine,
+            .stretches = true};
+    }
+    // The height that Windows wants is the one with the list dropped down.
+    void Place(const RECT& place) override
+    {
+        m_window.Place(place.left, place.top, place.right, place.bottom + rowsDropped * m_surface.LineHeight());
+    }
+    void Update() override
+    {
+        m_window.UpdateState(m_list);
+        if (Send(m_window.Get(), CB_GETCURSEL) != m_list.index)
+        {
+            Send(m_window.Get(), CB_SETCURSEL, static_cast<WPARAM>(m_list.index));
+        }
+    }
+    Event OnCommand(WORD code) override
+    {
+        if (code != CBN_SELCHANGE)
+        {
+            return Event::None;
+        }
+        m_list.index = static_cast<int>(Send(m_window.Get(), CB_GETCURSEL));
+        return Event::Changed;
+    }
+
+private:
+    static constexpr int rowsDropped = 12;
+
+    ui::ComboBox& m_list;
+    const Surface& m_surface;
+    TextWindow m_window;
+    int m_widest = 0;
+};
+
 class ButtonView final : public ControlView
 {
 public:
-    ButtonView(ui::Button& button, const Surface& surface, int id)
+    ButtonView(ui::Button& button, const Surface& surface, int id, bool startsGroup)
         : ControlView(button)
         , m_button(button)
         , m_surface(surface)
     {
         const DWORD kind = button.isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
-        m_window = TextWindow(surface.MakeChild(L"BUTTON", L"", kind | WS_TABSTOP, 0, id));
+        m_window =
+            TextWindow(surface.MakeChild(L"BUTTON", L"", kind | WS_TABSTOP | (startsGroup ? WS_GROUP : 0), 0, id));
     }
     [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
     [[nodiscard]] LayoutItem Needs() const override
@@ -267,7 +362,7 @@ void TextWindow::UpdateState(const ui::Control& control) const noexcept
     }
 }
 
-std::unique_ptr<ControlView> MakeControlView(ui::Control& control, const Surface& surface, int id)
+std::unique_ptr<ControlView> MakeControlView(ui::Control& control, const Surface& surface, int id, bool startsGroup)
 {
     switch (control.kind)
     {
@@ -282,12 +377,13 @@ std::unique_ptr<ControlView> MakeControlView(ui::Control& control, const Surface
     case ui::ControlKind::ProgressBar:
         return std::make_unique<ProgressBarView>(dynamic_cast<ui::ProgressBar&>(control), surface);
     case ui::ControlKind::Button:
-        return std::make_unique<ButtonView>(dynamic_cast<ui::Button&>(control), surface, id);
+        return std::make_unique<ButtonView>(dynamic_cast<ui::Button&>(control), surface, id, startsGroup);
     case ui::ControlKind::OptionButton:
+        return std::make_unique<OptionView>(dynamic_cast<ui::OptionButton&>(control), surface, id, startsGroup);
     case ui::ControlKind::ComboBox:
-        break;
+        return std::make_unique<ComboBoxView>(dynamic_cast<ui::ComboBox&>(control), surface, id);
     }
-    throw host::Fault("La finestra contiene un controllo che non può essere mostrato.");
+    throw host::Fault("La finestra contiene un controllo sconosciuto.");
 }
 
 } // namespace vellumo::windows

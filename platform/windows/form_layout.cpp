@@ -10,6 +10,15 @@ FormLayout::FormLayout(std::vector<LayoutItem> items, int margin, int gap)
     , m_margin(margin)
     , m_gap(gap)
 {
+    LONG widestLead = 0;
+    for (const LayoutItem& item : m_items)
+    {
+        widestLead = std::max(widestLead, item.leads ? item.size.cx : 0);
+    }
+    for (LayoutItem& item : m_items)
+    {
+        item.size.cx = item.leads ? widestLead : item.size.cx;
+    }
     for (std::size_t i = 0; i < m_items.size(); ++i)
     {
         const LayoutItem& item = m_items[i];

@@ -18,6 +18,7 @@ struct LayoutItem
     bool stretches = false; // to the width that is left
     int growth = 0;         // share of the height that is left
     bool isButton = false;
+    bool leads = false; // begins a line of a column: all such are as wide as the widest
 };
 
 class FormLayout

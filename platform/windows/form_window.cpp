@@ -43,6 +43,36 @@ EmptyDialog DialogFor(const ui::Form& form, bool owned)
     return dialog;
 }
 
+bool IsOption(const ui::Control* control)
+{
+    return control->kind == ui::ControlKind::OptionButton;
+}
+
+// The option buttons are made one after the other, whatever stands between them in the form, so that the arrow keys
+// lead from one to the next.
+std::vector<std::size_t> OrderOfMaking(const std::vector<ui::Control*>& controls)
+{
+    std::vector<std::size_t> order;
+    bool optionsMade = false;
+    for (std::size_t i = 0; i < controls.size(); ++i)
+    {
+        if (!IsOption(controls[i]))
+        {
+            order.push_back(i);
+            continue;
+        }
+        for (std::size_t option = i; option < controls.size() && !optionsMade; ++option)
+        {
+            if (IsOption(controls[option]))
+            {
+                order.push_back(option);
+            }
+        }
+        optionsMade = true;
+    }
+    return order;
+}
+
 } // namespace
 
 FormWindow::FormWindow(ui::Form& form)
@@ -93,7 +123,10 @@ INT_PTR CALLBACK FormWindow::DialogProcedure(HWND window, UINT message, WPARAM w
     }
     catch (...)
     {
-        self->m_fault = std::current_exception();
+        if (!self->m_fault)
+        {
+            self->m_fault = std::current_exception();
+        }
         EndDialog(window, 0);
         return FALSE;
     }
@@ -161,11 +194,16 @@ void FormWindow::OnInitialize()
 
 void FormWindow::MakeControls()
 {
-    for (ui::Control* control : m_form.Controls())
+    const std::vector<ui::Control*>& controls = m_form.Controls();
+    m_views.resize(controls.size());
+    bool optionBefore = false;
+    for (const std::size_t i : OrderOfMaking(controls))
     {
-        const int id = firstId + static_cast<int>(m_views.size());
-        m_views.push_back(MakeControlView(*control, *m_surface, id));
-        const auto* const button = dynamic_cast<const ui::Button*>(control);
+        const int id = firstId + static_cast<int>(i);
+        const bool isOption = IsOption(controls[i]);
+        m_views[i] = MakeControlView(*controls[i], *m_surface, id, isOption != optionBefore);
+        optionBefore = isOption;
+        const auto* const button = dynamic_cast<const ui::Button*>(controls[i]);
         if (button != nullptr && button->isDefault)
         {
             Send(m_window, DM_SETDEFID, static_cast<WPARAM>(id));
@@ -243,6 +281,10 @@ void FormWindow::Tell(ControlView& view, Event event)
     case Event::None:
         return;
     case Event::Clicked:
+        if (view.Control().kind == ui::ControlKind::OptionButton)
+        {
+            m_form.Select(view.Control());
+        }
         m_form.Clicked(view.Control());
         break;
     case Event::Changed:

@@ -56,6 +56,21 @@ TEST_SUITE("window layout")
         CHECK(Is(places[1], 70, 160, 110, 190));
     }
 
+    TEST_CASE("what leads its line is as wide as the widest such, so that what follows stands in a column")
+    {
+        const FormLayout layout({{.size = {30, 20}, .leads = true},
+                                 {.size = {50, 20}, .sameLine = true, .stretches = true},
+                                 {.size = {60, 20}, .leads = true},
+                                 {.size = {40, 20}, .sameLine = true, .stretches = true}},
+                                margin, gap);
+        CHECK(layout.NeededSize().cx == 60 + gap + 50 + 2 * margin);
+        const auto places = layout.Place({235, 65});
+        CHECK(places[1].left == 75);
+        CHECK(places[3].left == 75);
+        CHECK(places[1].right == 225);
+        CHECK(places[3].right == 225);
+    }
+
     TEST_CASE("in too little room the grid gives way and nothing turns inside out")
     {
         const FormLayout layout(

@@ -6,6 +6,7 @@
 #include "ui/form_esenzioni.h"
 #include "ui/form_paziente_changes.h"
 #include "ui/form_progress.h"
+#include "ui/form_stampa.h"
 #include "ui/form_wait.h"
 
 #include <windows.h>
@@ -218,6 +219,45 @@ TEST_SUITE("windows on screen")
         CHECK(operatorSteps.Done());
         CHECK(form.Result() == 1);
         CHECK(form.Changes() == (update::addresses | update::personalData | update::deleteExemptions));
+    }
+
+    TEST_CASE("options and their lists are chosen by keyboard alone")
+    {
+        windows::Win32Desktop desktop;
+        host::OpzioniRicetta opzioni;
+        opzioni.TipoRicetta = host::OpzioniRicetta::paperForm;
+        FormStampa form(opzioni);
+        std::vector<Steps::Step> steps = {[](Window& window)
+                                          {
+                                              CHECK(window.Toggles().at(0).on);
+                                              const auto lists = window.Lists();
+                                              REQUIRE(lists.size() == 2);
+                                              CHECK(lists[0].enabled);
+                                              CHECK(lists[0].index == 1);
+                                              CHECK_FALSE(lists[1].enabled);
+                                              CHECK(window.Key("Down")); // to the other option, past the list
+                                          },
+                                          [](Window& window)
+                                          {
+                                              CHECK_FALSE(window.Toggles().at(0).on);
+                                              CHECK(window.Toggles().at(1).on);
+                                              CHECK_FALSE(window.Lists().at(0).enabled);
+                                              CHECK(window.Lists().at(1).enabled);
+                                              CHECK(window.Key("Tab"));
+                                          }};
+        for (const char* key : {"Down", "Enter"})
+        {
+            steps.push_back(Key(key));
+        }
+        Steps operatorSteps(steps);
+        {
+            const Robot robot(operatorSteps);
+            desktop.ShowModal(form);
+        }
+        CHECK(operatorSteps.Done());
+        CHECK(form.Result() == 1);
+        CHECK(opzioni.TipoRicetta == host::OpzioniRicetta::electronic);
+        CHECK(opzioni.ModalitaStampa == host::oreNessuna);
     }
 
     TEST_CASE("Escape cancels, a double click assigns, the frame closes")

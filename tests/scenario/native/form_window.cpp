@@ -264,10 +264,7 @@ void FormWindow::SetToggle(std::size_t toggle, bool on)
         }
         if (option != nullptr && option->enabled && on)
         {
-            for (auto* const other : All<ui::OptionButton>())
-            {
-                other->selected = other == option;
-            }
+            m_form.Select(*option);
             m_form.Clicked(*option);
         }
         return;

@@ -36,6 +36,12 @@ Value Read(VARTYPE type, Set&& set)
     return windows::ToValue(variant);
 }
 
+HRESULT STDAPICALLTYPE FillIn(EXCEPINFO* exception)
+{
+    exception->bstrDescription = Bstr(std::wstring_view(L"Riempito dopo")).Detach();
+    return S_OK;
+}
+
 // An object that fails in the ways in which real ones do.
 class Failing final : public norda::DispatchFace
 {
@@ -60,11 +66,7 @@ public:
         {
             *exception = {};
             exception->wCode = 1004;
-            exception->pfnDeferredFillIn = [](EXCEPINFO* later) -> HRESULT
-            {
-                later->bstrDescription = Bstr(std::wstring_view(L"Riempito dopo")).Detach();
-                return S_OK;
-            };
+            exception->pfnDeferredFillIn = &FillIn;
             return DISP_E_EXCEPTION;
         }
         return plain != S_OK

@@ -12,13 +12,14 @@ host::Value StoreRow(Database& database, const std::string& table, const std::st
     std::string names;
     std::string values;
     std::string assignments;
+    const char* comma = "";
     for (const auto& [name, value] : columns)
     {
         const auto literal = Literal(database.GetDialect(), value);
-        const std::string comma = names.empty() ? "" : ", ";
-        names += comma + name;
-        values += comma + literal;
-        assignments += comma + name + " = " + literal;
+        names.append(comma).append(name);
+        values.append(comma).append(literal);
+        assignments.append(comma).append(name).append(" = ").append(literal);
+        comma = ", ";
     }
     if (key.IsNull())
     {

@@ -60,6 +60,10 @@ std::string Network::CallSebMethod(const std::string& requestXml)
     }
     auto reply = Answer(body->children.front(), behaviour);
     m_exchanges.back().reply = reply;
+    if (onReply)
+    {
+        onReply(reply);
+    }
     return reply;
 }
 

@@ -44,6 +44,8 @@ public:
 
     // Runs while a call travels, before it is answered.
     std::function<void(const std::string& requestXml)> onCall;
+    // Runs with its answer, just before that is given back.
+    std::function<void(const std::string& reply)> onReply;
 
 private:
     [[nodiscard]] std::string Answer(const Element& request, const Behaviour& behaviour) const;

@@ -37,9 +37,14 @@ Shape ShapeOf(const std::string& service)
     return found == shapes.end() ? Shape{service, "param", "", ""} : *found;
 }
 
+std::string Wrapped(const std::string& name, const std::string& content)
+{
+    return '<' + name + '>' + content + "</" + name + '>';
+}
+
 std::string Leaf(const std::string& name, const std::string& text)
 {
-    return '<' + name + '>' + Escape(text) + "</" + name + '>';
+    return Wrapped(name, Escape(text));
 }
 
 // `kind` is "Eccezione" or "Warning", the word that the names of the children end in or hold.
@@ -50,15 +55,15 @@ std::string List(const std::string& listName, const std::string& entryName, cons
     {
         return {};
     }
-    std::string xml = '<' + listName + '>';
+    std::string entries;
     for (const auto& detail : details)
     {
-        xml += '<' + entryName + '>' + Leaf("codice" + kind, detail.code) + Leaf("desc" + kind, detail.message) +
-               Leaf("nomeCampo", detail.field) + Leaf("valoreCampo", detail.value) +
-               Leaf("codice" + kind + "Campo", detail.fieldCode) + Leaf("desc" + kind + "Campo", detail.fieldMessage) +
-               "</" + entryName + '>';
+        entries += Wrapped(entryName, Leaf("codice" + kind, detail.code) + Leaf("desc" + kind, detail.message) +
+                                          Leaf("nomeCampo", detail.field) + Leaf("valoreCampo", detail.value) +
+                                          Leaf("codice" + kind + "Campo", detail.fieldCode) +
+                                          Leaf("desc" + kind + "Campo", detail.fieldMessage));
     }
-    return xml + "</" + listName + '>';
+    return Wrapped(listName, entries);
 }
 
 std::string Lists(const std::vector<Detail>& exceptions, const std::vector<Detail>& warnings)

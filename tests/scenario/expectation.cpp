@@ -417,31 +417,31 @@ Look ReadKey(Line& line)
 
 struct WindowWord
 {
-    bool isAction;
+    const char* told; // of an action: how it is told, before what is written behind the keyword
     Look (*read)(Line&);
 };
 
 const std::map<std::string, WindowWord>& WindowWords()
 {
     static const std::map<std::string, WindowWord> words = {
-        {"label", {false, ReadLabel}},
-        {"button", {false, ReadButton}},
-        {"checkbox", {false, ReadToggle}},
-        {"option", {false, ReadToggle}},
-        {"textbox", {false, ReadTextBox}},
-        {"list", {false, ReadList}},
-        {"grid", {false, ReadGrid}},
-        {"progress", {false, ReadProgress}},
-        {"press", {true, ReadPress}},
-        {"select", {true, ReadSelect}},
-        {"double-click", {true, ReadDoubleClick}},
-        {"type", {true, ReadType}},
-        {"tick", {true, [](Line& line) { return ToggleAction(line.Word("the check box"), true); }}},
-        {"untick", {true, [](Line& line) { return ToggleAction(line.Word("the check box"), false); }}},
-        {"choose", {true, ReadChoose}},
-        {"key", {true, ReadKey}},
+        {"label", {"", ReadLabel}},
+        {"button", {"", ReadButton}},
+        {"checkbox", {"", ReadToggle}},
+        {"option", {"", ReadToggle}},
+        {"textbox", {"", ReadTextBox}},
+        {"list", {"", ReadList}},
+        {"grid", {"", ReadGrid}},
+        {"progress", {"", ReadProgress}},
+        {"press", {"preme ", ReadPress}},
+        {"select", {"sceglie la riga ", ReadSelect}},
+        {"double-click", {"doppio clic sulla riga ", ReadDoubleClick}},
+        {"type", {"scrive ", ReadType}},
+        {"tick", {"spunta ", [](Line& line) { return ToggleAction(line.Word("the check box"), true); }}},
+        {"untick", {"toglie la spunta a ", [](Line& line) { return ToggleAction(line.Word("the check box"), false); }}},
+        {"choose", {"sceglie ", ReadChoose}},
+        {"key", {"tasto ", ReadKey}},
         {"close",
-         {true,
+         {"chiude la finestra",
           [](Line&) -> Look
           {
               return [](Window& window) -> Difference
@@ -475,6 +475,7 @@ std::string Describe(const Window& window)
         return "the window " + Quoted(window.Title()) + " with the buttons " + Captions(buttons);
     }
     std::vector<std::string> names;
+    names.reserve(buttons.size());
     for (const auto& button : buttons)
     {
         names.push_back(button.standard ? NameOf(*button.standard) : button.caption);
@@ -490,7 +491,12 @@ std::optional<WindowItem> ReadWindowLine(const std::string& keyword, Line& line)
     {
         return std::nullopt;
     }
-    WindowItem item{line.Where(), found->second.isAction, found->second.read(line)};
+    const auto behind = line.Peek();
+    WindowItem item{line.Where(), found->second.told, found->second.read(line)};
+    if (item.IsAction())
+    {
+        item.told += behind;
+    }
     line.End();
     return item;
 }
@@ -498,7 +504,7 @@ std::optional<WindowItem> ReadWindowLine(const std::string& keyword, Line& line)
 std::vector<WindowItem> ReadBoxHeader(Line& line)
 {
     std::vector<WindowItem> items;
-    const auto look = [&](Look check) { items.push_back({line.Where(), false, std::move(check)}); };
+    const auto look = [&](Look check) { items.push_back({line.Where(), "", std::move(check)}); };
     const auto icon = line.Word("the icon (critical, exclamation, information or plain)");
     if (std::none_of(icons.begin(), icons.end(), [&](const IconName& each) { return each.name == icon; }))
     {

@@ -17,9 +17,11 @@ namespace vellumo::scenario
 struct WindowItem
 {
     Place place;
-    bool isAction = false;
+    std::string told; // of an action: what the operator does, in Italian; "" for a look
     // Empty when all is well, else what differs.
     std::function<std::optional<std::string>(Window&)> perform;
+
+    [[nodiscard]] bool IsAction() const noexcept { return !told.empty(); }
 };
 
 struct ExpectedWindow

@@ -200,7 +200,7 @@ std::vector<std::string> Line::Cells()
             // What stands between the closing quote and the next "|" belongs to the cell: its colours.
             const auto bar = std::min(m_text.find('|', m_at), m_text.size());
             const auto more = Trimmed(std::string_view(m_text).substr(m_at, bar - m_at));
-            cells.push_back(more.empty() ? cell : cell + ' ' + more);
+            cells.push_back(more.empty() ? cell : cell.append(" ").append(more));
             m_at = bar;
         }
         else

@@ -48,6 +48,8 @@ public:
     // True when the next thing is in quotes.
     [[nodiscard]] bool NextIsQuoted() const noexcept { return !AtEnd() && m_text[m_at] == '"'; }
     [[nodiscard]] std::int32_t Number(std::string_view meaning);
+    // All that is left, without taking it.
+    [[nodiscard]] std::string Peek() const { return m_text.substr(m_at); }
     // All that is left, as it stands.
     [[nodiscard]] std::string Rest();
     // All that is left, in cells between "|", each trimmed and taken out of its quotes.

@@ -2,7 +2,9 @@
 
 #include "simulator/siss/xml_text.h"
 
+#include <map>
 #include <ostream>
+#include <set>
 
 namespace vellumo::scenario
 {
@@ -19,16 +21,57 @@ std::string Indented(const std::string& text, const std::string& indent)
     return out;
 }
 
+// As the operator reads them.
+std::string Shown(const ButtonSeen& button)
+{
+    if (!button.standard)
+    {
+        return button.caption;
+    }
+    switch (*button.standard)
+    {
+    case ui::Answer::Cancel:
+        return "Annulla";
+    case ui::Answer::Retry:
+        return "Riprova";
+    case ui::Answer::Yes:
+        return "Sì";
+    default:
+        return NameOf(*button.standard);
+    }
+}
+
 std::string ButtonsOf(const Window& window)
 {
     std::string text;
     for (const auto& button : window.Buttons())
     {
         text += text.empty() ? "" : ", ";
-        text += button.standard ? NameOf(*button.standard) : button.caption;
-        text += button.isDefault ? " (predefinito)" : "";
+        text += Shown(button) + (button.isDefault ? " (predefinito)" : "");
     }
     return text;
+}
+
+// What is in a reply, in few words: its outcome, or that it is no reply at all.
+std::string OutcomeOf(const std::string& reply)
+{
+    const auto text = [&](const std::string& element)
+    {
+        const auto begin = reply.find('<' + element + '>');
+        const auto end = reply.find("</" + element + '>');
+        return begin == std::string::npos || end == std::string::npos
+                   ? std::string()
+                   : reply.substr(begin + element.size() + 2, end - begin - element.size() - 2);
+    };
+    if (const auto code = text("codiceErrore"); !code.empty())
+    {
+        return "esito negativo " + code + ", " + text("descErrore");
+    }
+    if (const auto outcome = text("esitoServizio"); !outcome.empty())
+    {
+        return "esito " + outcome + ", " + std::to_string(reply.size()) + " byte";
+    }
+    return '"' + reply.substr(0, 70) + '"';
 }
 
 std::string ServiceOf(const std::string& requestXml)
@@ -61,6 +104,11 @@ void Narrator::Begin(const std::string& title)
     m_out << "\n== " << title << '\n';
 }
 
+void Narrator::Say(const std::string& text)
+{
+    m_out << "\n  -- " << text << '\n';
+}
+
 void Narrator::CallBegins(const std::string& operation, const std::string& argument)
 {
     ++m_calls;
@@ -70,22 +118,37 @@ void Narrator::CallBegins(const std::string& operation, const std::string& argum
 void Narrator::Sent(const std::string& requestXml, const std::string& shownAs)
 {
     ++m_exchanges;
-    m_out << "    inviato al SISS    " << ServiceOf(requestXml) << ", finestra d'attesa \"" << shownAs << "\"\n";
+    m_out << "    inviato al SISS    " << ServiceOf(requestXml) << ", attesa \"" << shownAs << "\"\n";
 }
 
-void Narrator::WindowSeen(const Window& window)
+void Narrator::Received(const std::string& reply)
 {
+    m_out << "    risposta del SISS  " << OutcomeOf(reply) << '\n';
+}
+
+void Narrator::WindowSeen(const Window& window, bool isNew)
+{
+    if (!isNew)
+    {
+        m_out << "    di nuovo           \"" << window.Title() << "\"\n";
+        return;
+    }
     ++m_windows;
     m_out << "    finestra           \"" << window.Title() << '"';
     if (window.Kind() == WindowKind::Box)
     {
         m_out << "\n                       " << Indented(window.Text(), "                       ");
     }
-    for (std::size_t grid = 0; grid < window.Grids().size(); ++grid)
+    for (const auto& label : window.Labels())
     {
-        m_out << ", " << window.Grids()[grid].rowCount << " righe";
+        m_out << "\n                       " << Indented(label, "                       ");
     }
     m_out << "\n                       pulsanti: " << ButtonsOf(window) << '\n';
+}
+
+void Narrator::Did(const std::string& action)
+{
+    m_out << "    l'operatore        " << action << '\n';
 }
 
 void Narrator::CallEnds(const Outcome& outcome, const std::vector<RowChange>& stored)
@@ -108,11 +171,25 @@ void Narrator::CallEnds(const Outcome& outcome, const std::vector<RowChange>& st
     m_out << '\n';
 }
 
-void Narrator::Logged(const std::vector<std::string>& files)
+void Narrator::Logged(const std::filesystem::path& logFolder)
 {
-    for (const auto& file : files)
+    std::map<std::string, std::set<std::string>> folders;
+    std::error_code none;
+    for (const auto& folder : std::filesystem::directory_iterator(logFolder, none))
     {
-        m_out << "    registro scambi    " << file << '\n';
+        auto& files = folders[folder.path().filename().string()];
+        for (const auto& file : std::filesystem::directory_iterator(folder.path()))
+        {
+            files.insert(file.path().filename().string());
+        }
+    }
+    for (const auto& [folder, files] : folders)
+    {
+        m_out << (folder == folders.begin()->first ? "\n  Registro degli scambi\n    " : "    ") << folder << '\n';
+        for (const auto& file : files)
+        {
+            m_out << "      " << file << '\n';
+        }
     }
 }
 

@@ -6,6 +6,7 @@
 #include "tests/scenario/snapshot.h"
 
 #include <cstddef>
+#include <filesystem>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -22,11 +23,14 @@ public:
     }
 
     void Begin(const std::string& title);
+    void Say(const std::string& text);
     void CallBegins(const std::string& operation, const std::string& argument);
     void Sent(const std::string& requestXml, const std::string& shownAs);
-    void WindowSeen(const Window& window);
+    void Received(const std::string& reply);
+    void WindowSeen(const Window& window, bool isNew);
+    void Did(const std::string& action);
     void CallEnds(const Outcome& outcome, const std::vector<RowChange>& stored);
-    void Logged(const std::vector<std::string>& files);
+    void Logged(const std::filesystem::path& logFolder);
     void Summary(std::size_t scenarios, std::size_t failed);
 
 private:

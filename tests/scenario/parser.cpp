@@ -12,6 +12,7 @@ const std::map<std::string, Parser::Keyword>& Parser::Keywords()
         {"scenario", {&Parser::ReadScenario}},
         {"sweep", {&Parser::ReadSweep}},
         {"only", {&Parser::ReadTargets}},
+        {"tell", {&Parser::ReadTell}},
         // the host and its installation
         {"user", {&Parser::ReadUser}},
         {"studio", {&Parser::ReadStudio}},
@@ -159,6 +160,12 @@ void Parser::ReadTargets(Line& line)
     {
         m_scenarios.back().targets.push_back(line.Word("a target"));
     }
+}
+
+// For whoever listens with --tell.
+void Parser::ReadTell(Line& line)
+{
+    AddStep(line, [text = line.Rest()](Run& run) { run.Tell(text); });
 }
 
 std::vector<Scenario> ReadScenarios(const std::filesystem::path& file)

@@ -76,6 +76,7 @@ private:
     void ReadScenario(Line& line);
     void ReadSweep(Line& line);
     void ReadTargets(Line& line);
+    void ReadTell(Line& line);
 
     // parse_setup.cpp: the world before and between the calls
     void ReadUser(Line& line);

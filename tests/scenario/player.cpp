@@ -64,7 +64,7 @@ void Player::Play(Window& window)
     if (window.Id() != m_seenId)
     {
         m_seenId = window.Id();
-        m_onWindow(window);
+        m_onWindow(window, m_known.insert(window.Id()).second);
     }
     if (m_current != nullptr && window.Id() == m_currentId && m_item < m_current->items.size())
     {
@@ -112,12 +112,16 @@ void Player::Work(Window& window)
     while (m_item < m_current->items.size())
     {
         const auto& item = m_current->items[m_item++];
+        if (item.IsAction())
+        {
+            m_onAction(window, item.told);
+        }
         const auto difference = item.perform(window);
         if (difference)
         {
             m_report(item.place, *difference);
         }
-        if (item.isAction)
+        if (item.IsAction())
         {
             if (difference)
             {

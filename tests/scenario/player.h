@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -18,12 +19,15 @@ namespace vellumo::scenario
 class Player final : public Operator
 {
 public:
-    // `report` hears of each difference, `onWindow` of each window when it is first seen.
+    // `report` hears of each difference, `onWindow` of each window when it comes on top and whether for the first time,
+    // `onAction` of what is done to it.
     using Report = std::function<void(const Place& place, const std::string& what)>;
-    using WindowSeen = std::function<void(const Window& window)>;
-    Player(Report report, WindowSeen onWindow)
+    using WindowSeen = std::function<void(const Window& window, bool isNew)>;
+    using ActionSeen = std::function<void(const Window& window, const std::string& told)>;
+    Player(Report report, WindowSeen onWindow, ActionSeen onAction)
         : m_report(std::move(report))
         , m_onWindow(std::move(onWindow))
+        , m_onAction(std::move(onAction))
     {
     }
 
@@ -44,13 +48,15 @@ private:
 
     Report m_report;
     WindowSeen m_onWindow;
+    ActionSeen m_onAction;
     Place m_call;
     std::vector<ExpectedWindow> m_windows;
     bool m_lenient = false;
-    std::size_t m_next = 0;                  // window that is expected next
-    ExpectedWindow* m_current = nullptr;     // the one being worked
-    std::size_t m_item = 0;                  // its next line
-    std::uint64_t m_seenId = 0;              // window last looked at
+    std::size_t m_next = 0;              // window that is expected next
+    ExpectedWindow* m_current = nullptr; // the one being worked
+    std::size_t m_item = 0;              // its next line
+    std::uint64_t m_seenId = 0;          // window last looked at
+    std::set<std::uint64_t> m_known;
     std::uint64_t m_currentId = 0;           // window being worked, or worked last
     std::vector<std::uint64_t> m_unexpected; // told already
     int m_patience = 0;

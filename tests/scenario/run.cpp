@@ -57,10 +57,18 @@ Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder
     : m_options(std::move(options))
     , m_narrator(narrator)
     , m_player([this](const Place& place, const std::string& what) { Report(place, what); },
-               [this](const Window& window) { OnWindow(window); })
+               [this](const Window& window, bool isNew) { OnWindow(window, isNew); },
+               [this](const Window& window, const std::string& told) { OnAction(window, told); })
     , m_stage(std::make_unique<Stage>(model, folder, m_player))
 {
     m_stage->Network().onCall = [this](const std::string& requestXml) { OnRequest(requestXml); };
+    m_stage->Network().onReply = [this](const std::string& reply)
+    {
+        if (m_narrator != nullptr)
+        {
+            m_narrator->Received(reply);
+        }
+    };
     if (m_options.failingStatement != 0)
     {
         m_stage->AddFault({"", m_options.failingStatement, "Errore provocato del database.", 0});
@@ -74,6 +82,17 @@ std::int32_t Run::PatientId(const std::string& codiceFiscale)
         .Single("SELECT IDPaziente FROM Paziente WHERE CodiceFiscale = " +
                 norda::Literal(database.GetDialect(), codiceFiscale))
         .ToInteger();
+}
+
+// "8, Anna Ferrari"
+std::string Run::Describe(const host::Value& patient)
+{
+    auto& database = m_stage->Database();
+    const auto rows = database.Open("SELECT Nome, Cognome FROM Paziente WHERE IDPaziente = " +
+                                    norda::Literal(database.GetDialect(), patient));
+    return rows->IsAtEnd()
+               ? patient.ToText()
+               : patient.ToText() + ", " + rows->Field("Nome").ToText() + ' ' + rows->Field("Cognome").ToText();
 }
 
 void Run::Remember()
@@ -105,7 +124,7 @@ void Run::Perform(const Call& call)
     }
     if (m_narrator != nullptr)
     {
-        m_narrator->CallBegins(call.operation, argument.value.ToText());
+        m_narrator->CallBegins(call.operation, Describe(argument.value));
     }
     const auto snapshot = m_narrator != nullptr ? TakeSnapshot(m_stage->Database()) : Snapshot();
     m_player.Begin(call.place, call.windows, m_options.failingStatement != 0);
@@ -191,19 +210,46 @@ void Run::CreateProvider(const Place& place, const std::optional<std::string>& f
 
 void Run::Finish(const Place& place)
 {
+    if (m_narrator != nullptr)
+    {
+        m_narrator->Logged(m_stage->Practice().LogFolder());
+    }
     if (!m_stage->ReleaseProvider())
     {
         Report(place, "the library could not be unloaded after the provider was released: something still holds it");
     }
 }
 
-void Run::OnWindow(const Window& window)
+void Run::Tell(const std::string& text)
 {
     if (m_narrator != nullptr)
     {
-        m_narrator->WindowSeen(window);
+        m_narrator->Say(text);
+    }
+}
+
+void Run::OnWindow(const Window& window, bool isNew)
+{
+    if (m_narrator != nullptr)
+    {
+        m_narrator->WindowSeen(window, isNew);
     }
     TakeScreenshot(window.Title());
+    m_touched = false;
+}
+
+// A window that the operator has worked in is worth a picture before it goes.
+void Run::OnAction(const Window& window, const std::string& told)
+{
+    if (m_touched)
+    {
+        TakeScreenshot(window.Title());
+    }
+    m_touched = true;
+    if (m_narrator != nullptr)
+    {
+        m_narrator->Did(told);
+    }
 }
 
 // A call travels inside the wait window, which must be on screen and say so.
@@ -214,7 +260,7 @@ void Run::OnRequest(const std::string& requestXml)
     if (!window || window->Kind() != WindowKind::Form || window->Title() != "SISS Lombardia")
     {
         Report(m_place, "the request does not travel inside the wait window; on top is " +
-                            (window ? Describe(*window) : "nothing"));
+                            (window ? scenario::Describe(*window) : "nothing"));
     }
     else
     {

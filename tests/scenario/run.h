@@ -60,6 +60,7 @@ public:
     Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator* narrator);
 
     [[nodiscard]] Stage& GetStage() noexcept { return *m_stage; }
+    void Tell(const std::string& text);
     void Report(const Place& place, const std::string& what) { m_differences.push_back({place, what}); }
     [[nodiscard]] const std::vector<Difference>& Differences() const noexcept { return m_differences; }
 
@@ -77,10 +78,12 @@ public:
 
 private:
     void Compare(const Call& call, const Outcome& outcome);
-    void OnWindow(const Window& window);
+    void OnWindow(const Window& window, bool isNew);
+    void OnAction(const Window& window, const std::string& told);
     void OnRequest(const std::string& requestXml);
     void TakeScreenshot(const std::string& title);
     void Remember();
+    [[nodiscard]] std::string Describe(const host::Value& patient);
     [[nodiscard]] std::int32_t PatientId(const std::string& codiceFiscale);
 
     Options m_options;
@@ -92,6 +95,7 @@ private:
     Place m_place; // of the call being made
     std::vector<Travel> m_travels;
     int m_pictures = 0;
+    bool m_touched = false; // something was done to the window since its last picture
 };
 
 } // namespace vellumo::scenario

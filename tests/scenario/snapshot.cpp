@@ -37,7 +37,7 @@ std::string Digits(int number, std::size_t width)
 std::string DateText(const host::Date& date)
 {
     const auto day = date.ToCalendar();
-    const auto text = Digits(day.year, 4) + '-' + Digits(day.month, 2) + '-' + Digits(day.day, 2);
+    auto text = Digits(day.year, 4) + '-' + Digits(day.month, 2) + '-' + Digits(day.day, 2);
     if (day.hour == 0 && day.minute == 0 && day.second == 0)
     {
         return text;
@@ -159,7 +159,10 @@ std::string RowChange::Text() const
     const char* between = " ";
     for (const auto& [column, value] : texts)
     {
-        text += between + column + " = " + value;
+        text += between;
+        text += column;
+        text += " = ";
+        text += value;
         between = " | ";
     }
     return text;

@@ -27,6 +27,14 @@ enum class ControlKind
 // 0xRRGGBB.
 using Colour = std::uint32_t;
 
+// A small picture before a text; the platform's own for an error and a warning.
+enum class Image
+{
+    None,
+    Error,
+    Warning
+};
+
 struct Control
 {
     Control(ControlKind controlKind, std::string controlText)
@@ -57,6 +65,7 @@ struct Label final : Control
     bool strong = false;
     // Lines that the text may need; the view keeps room for them.
     int lines = 1;
+    Image image = Image::None; // of a label of one line
 };
 
 struct Grid;
@@ -121,19 +130,12 @@ struct Button final : Control
     bool isCancel = false;  // pressed by Escape
 };
 
-enum class CellImage
-{
-    None,
-    Error,
-    Warning
-};
-
 struct Cell
 {
     std::string text = {};
     std::optional<Colour> foreground = {};
     std::optional<Colour> background = {};
-    CellImage image = CellImage::None;
+    Image image = Image::None; // before the text
     bool strong = false;
 };
 
@@ -158,7 +160,10 @@ struct Grid final : Control
     std::vector<Column> columns;
     std::vector<Row> rows;
     std::optional<std::size_t> selected;
-    int visibleRows = 8; // design height
+    int visibleRows = 8; // design height, in rows of one line
+    // Texts are broken into as many lines as they need, and each row is as high as its longest cell. For some hundreds
+    // of rows: the view measures them all.
+    bool wraps = false;
 };
 
 } // namespace vellumo::ui

@@ -1,5 +1,7 @@
 #include "platform/native/console_form.h"
 
+#include "platform/native/console_text.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -13,6 +15,7 @@ namespace
 {
 
 constexpr std::size_t rowsShown = 20; // around the selected one
+constexpr std::size_t leadWidth = 9;  // what stands before the first column
 constexpr int twipsPerCharacter = 110;
 constexpr std::chrono::milliseconds drawingPause{1000}; // each drawing is a line of its own
 
@@ -42,39 +45,28 @@ std::optional<std::size_t> ToNumber(const std::string& text)
     return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
 }
 
-bool BeginsCharacter(char byte)
+std::size_t WidthOf(const ui::Column& column)
 {
-    return (static_cast<unsigned char>(byte) & 0xC0u) != 0x80;
+    return static_cast<std::size_t>(std::max(4, column.width / twipsPerCharacter));
 }
 
-// Exactly `width` characters: cut with an ellipsis or filled with blanks.
-std::string Fitted(const std::string& text, std::size_t width)
+// The lines at the terminal that show a row, or the captions; as many as its longest cell needs.
+std::vector<std::string> GridLines(const ui::Grid& grid, const std::vector<std::string>& cells)
 {
-    const auto length = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), BeginsCharacter));
-    if (length <= width)
-    {
-        return text + std::string(width - length, ' ');
-    }
-    std::size_t end = 0;
-    for (std::size_t characters = 0; end < text.size(); ++end)
-    {
-        if (BeginsCharacter(text[end]) && characters++ == width - 1)
-        {
-            break;
-        }
-    }
-    return text.substr(0, end) + "…";
-}
-
-std::string GridLine(const ui::Grid& grid, auto&& cellText)
-{
-    std::string line;
+    std::vector<std::string> lines(1);
+    std::size_t before = 0; // characters in the columns before
     for (std::size_t column = 0; column < grid.columns.size(); ++column)
     {
-        const auto width = static_cast<std::size_t>(std::max(4, grid.columns[column].width / twipsPerCharacter));
-        line += Fitted(cellText(column), width) + ' ';
+        const std::size_t width = WidthOf(grid.columns[column]);
+        const auto parts = grid.wraps ? Wrapped(cells[column], width) : std::vector{Fitted(cells[column], width)};
+        lines.resize(std::max(lines.size(), parts.size()), std::string(before, ' '));
+        for (std::size_t i = 0; i < lines.size(); ++i)
+        {
+            lines[i] += Fitted(i < parts.size() ? parts[i] : "", width) + ' ';
+        }
+        before += width + 1;
     }
-    return line;
+    return lines;
 }
 
 std::string Entries(const ui::ComboBox& list)
@@ -93,9 +85,9 @@ bool Stands(const ui::Cell& cell) // out from the others
     return cell.strong || cell.foreground || cell.background;
 }
 
-const char* Mark(ui::CellImage image)
+const char* Mark(ui::Image image)
 {
-    return image == ui::CellImage::Error ? "(X) " : image == ui::CellImage::Warning ? "(!) " : "";
+    return image == ui::Image::Error ? "(X) " : image == ui::Image::Warning ? "(!) " : "";
 }
 
 } // namespace
@@ -141,7 +133,8 @@ void ConsoleForm::ShowModal()
     }
 }
 
-// Each control that takes input gets its access key, else the first figure that is free.
+// Each control that takes input gets its access key; the first figure that is free when it has none, or when another
+// control has the same one.
 void ConsoleForm::FindOperable()
 {
     char figure = '1';
@@ -153,7 +146,10 @@ void ConsoleForm::FindOperable()
         }
         const std::size_t mark = control->text.find('&');
         const bool hasKey = mark != std::string::npos && mark + 1 < control->text.size();
-        m_operable.push_back({control, hasKey ? LowerCase(control->text[mark + 1]) : figure++});
+        const char key = hasKey ? LowerCase(control->text[mark + 1]) : '\0';
+        const bool taken =
+            std::any_of(m_operable.begin(), m_operable.end(), [=](const Operable& each) { return each.key == key; });
+        m_operable.push_back({control, hasKey && !taken ? key : figure++});
     }
 }
 
@@ -222,7 +218,7 @@ void ConsoleForm::DrawControl(const ui::Control& control) const
     switch (control.kind)
     {
     case ui::ControlKind::Label:
-        m_out << control.text << '\n';
+        m_out << Mark(As<ui::Label>(control).image) << control.text << '\n';
         return;
     case ui::ControlKind::Grid:
         m_out << line << '\n';
@@ -251,20 +247,40 @@ void ConsoleForm::DrawControl(const ui::Control& control) const
 
 void ConsoleForm::DrawGrid(const ui::Grid& grid) const
 {
-    m_out << "         " << GridLine(grid, [&](std::size_t column) { return grid.columns[column].caption; }) << '\n';
+    const auto draw = [&](const std::vector<std::string>& cells, std::string lead)
+    {
+        for (const std::string& line : GridLines(grid, cells))
+        {
+            m_out << lead << line << '\n';
+            lead.assign(lead.size(), ' ');
+        }
+    };
+    std::vector<std::string> cells;
+    for (const ui::Column& column : grid.columns)
+    {
+        cells.push_back(column.caption);
+    }
+    draw(cells, std::string(leadWidth, ' '));
     const std::size_t first = grid.selected && *grid.selected >= rowsShown ? *grid.selected - rowsShown / 2 : 0;
     const std::size_t end = std::min(grid.rows.size(), first + rowsShown);
     for (std::size_t i = first; i < end; ++i)
     {
         const ui::Row& row = grid.rows[i];
+        cells.clear();
+        for (const ui::Cell& cell : row)
+        {
+            cells.push_back(Mark(cell.image) + cell.text);
+        }
+        std::string lead = grid.selected == i ? ">" : " ";
+        lead += std::any_of(row.begin(), row.end(), Stands) ? '*' : ' ';
         const std::string number = std::to_string(i + 1);
-        m_out << (grid.selected == i ? '>' : ' ') << (std::any_of(row.begin(), row.end(), Stands) ? '*' : ' ')
-              << std::string(number.size() < 5 ? 5 - number.size() : 0, ' ') << number << "  "
-              << GridLine(grid, [&](std::size_t column) { return Mark(row[column].image) + row[column].text; }) << '\n';
+        lead.append(number.size() < 5 ? 5 - number.size() : 0, ' ').append(number).append("  ");
+        draw(cells, lead);
     }
     if (first > 0 || end < grid.rows.size())
     {
-        m_out << "         … righe " << first + 1 << "-" << end << " di " << grid.rows.size() << '\n';
+        m_out << std::string(leadWidth, ' ') << "… righe " << first + 1 << "-" << end << " di " << grid.rows.size()
+              << '\n';
     }
 }
 

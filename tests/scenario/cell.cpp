@@ -43,15 +43,15 @@ std::string Canonical(const std::string& colour)
     return found == colours.end() ? colour : Written(found->colour);
 }
 
-std::string NameOf(ui::CellImage image)
+std::string NameOf(ui::Image image)
 {
     switch (image)
     {
-    case ui::CellImage::Error:
+    case ui::Image::Error:
         return "error";
-    case ui::CellImage::Warning:
+    case ui::Image::Warning:
         return "warning";
-    case ui::CellImage::None:
+    case ui::Image::None:
         break;
     }
     return "none";
@@ -96,6 +96,16 @@ std::optional<std::string> LooksDiffer(const std::string& marks, const CellSeen&
     return std::nullopt;
 }
 
+// "\n" is written for a line break.
+std::string WithLineBreaks(std::string text)
+{
+    for (std::size_t at = 0; (at = text.find("\\n", at)) != std::string::npos; at += 2)
+    {
+        text.replace(at, 2, "\r\n");
+    }
+    return text;
+}
+
 } // namespace
 
 std::string Quoted(const std::string& text)
@@ -135,7 +145,7 @@ std::optional<std::string> CellDiffers(const std::string& expected, const CellSe
     }
     if (text != "*")
     {
-        if (auto difference = Differs("", text, seen.text))
+        if (auto difference = Differs("", WithLineBreaks(text), seen.text))
         {
             return difference;
         }

@@ -1,5 +1,6 @@
 // A cell of a grid as a scenario writes it: its text and, when they matter, its colours and image behind it in
-// brackets: `Assegna esenzione [blue on #FFEFF6]`, `[on #FFFF00]`, `[error]`, `[plain]`.
+// brackets: `Assegna esenzione [blue on #FFEFF6]`, `[on #FFFF00]`, `[error]`, `[plain]`. `\n` in the text is a line
+// break.
 #pragma once
 
 #include "tests/scenario/screen.h"

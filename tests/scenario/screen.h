@@ -75,7 +75,7 @@ struct CellSeen
     std::string text;
     std::optional<ui::Colour> foreground; // empty: the grid's own
     std::optional<ui::Colour> background;
-    ui::CellImage image = ui::CellImage::None;
+    ui::Image image = ui::Image::None;
 };
 
 class Window

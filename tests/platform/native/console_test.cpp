@@ -1,6 +1,8 @@
 // The windows at a terminal: what is written, which lines are understood, what the end of the input does.
 #include "platform/native/console_desktop.h"
+#include "platform/native/console_text.h"
 #include "ui/form_progress.h"
+#include "ui/form_ricetta_result.h"
 
 #include <doctest.h>
 
@@ -104,6 +106,27 @@ TEST_SUITE("console")
             CHECK(form.told == "c&OK ");
             CHECK(terminal.Shows("Non è possibile."));
         }
+    }
+
+    TEST_CASE("results of prescriptions: whole texts in columns, pictures as marks, a letter for each button")
+    {
+        FormRicettaResult form({{true,
+                                 "Si sono verificati i seguenti errori:\r\n - Priorità non ammessa per una prestazione "
+                                 "di quantità superiore a uno (RIC-0042)",
+                                 "Visita ( Quantità : 2 )\r\nRicercaAnticorpiAntiTireoglobulinaEAntiPerossidasi\r\n"},
+                                {false, "Breve", "Una"}});
+        Terminal terminal("1\n");
+        terminal.desktop.ShowModal(form);
+        CHECK(form.Result() == FormRicettaResult::cancelAll); // the second of the buttons that want the same letter
+        CHECK(terminal.Shows("[a] Annulla ricette errate e prosegui (Invio)\n[1] Annulla operazione\n"));
+        CHECK(terminal.Shows("(X) Rappresentano le ricette che sono state rifiutate dal SISS.\n"));
+        const std::string blank(14, ' ');
+        const auto line = [](std::string text, std::size_t width) { return native::Fitted(text, width) + ' '; };
+        CHECK(terminal.Shows(
+            "      1  (X)  " + line("Si sono verificati i seguenti errori:", 56) + line("Visita ( Quantità : 2 )", 38) +
+            '\n' + blank + line(" - Priorità non ammessa per una prestazione di quantità", 56) +
+            "RicercaAnticorpiAntiTireoglobulinaEAnt \n" + blank + line("superiore a uno (RIC-0042)", 56) +
+            line("iPerossidasi", 38) + "\n      2  (!)  " + line("Breve", 56) + line("Una", 38) + '\n'));
     }
 
     TEST_CASE("the end of the input closes by the frame")

@@ -350,7 +350,7 @@ CellSeen RealWindow::Cell(std::size_t grid, std::size_t row, std::size_t column)
     const CellColours colours = ReadCellColours(list, static_cast<int>(row), static_cast<int>(column));
     // A list view that holds no texts may answer through a buffer of its own.
     return {FromWide(std::wstring_view(item.pszText, static_cast<std::size_t>(length))), colours.foreground,
-            colours.background, ui::CellImage::None};
+            colours.background, ui::Image::None};
 }
 
 void RealWindow::Press(std::size_t button)

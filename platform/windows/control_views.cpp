@@ -1,8 +1,9 @@
-// The views of all controls but the grid, which has a file of its own.
+// The views of all controls but the grids, which have files of their own.
 #include "host/fault.h"
 #include "platform/windows/control_view.h"
 #include "platform/windows/grid_view.h"
 #include "platform/windows/text.h"
+#include "platform/windows/wrapped_grid_view.h"
 
 #include <commctrl.h>
 
@@ -19,6 +20,7 @@ constexpr int buttonWidth = 75;
 constexpr int checkHeight = 17;
 constexpr int editHeight = 21;
 constexpr int barHeight = 17;
+constexpr int imageGap = 6;
 
 class LabelView final : public ControlView
 {
@@ -31,20 +33,43 @@ public:
         const DWORD cut = label.lines > 1 ? SS_EDITCONTROL : SS_ENDELLIPSIS;
         m_window = TextWindow(surface.MakeChild(L"STATIC", L"", SS_LEFT | SS_NOPREFIX | cut, 0, -1));
         Send(m_window.Get(), WM_SETFONT, reinterpret_cast<WPARAM>(surface.FontFor(label.strong)), FALSE);
+        if (label.image != ui::Image::None)
+        {
+            m_image = surface.MakeChild(L"STATIC", L"", SS_ICON | SS_REALSIZECONTROL | WS_VISIBLE, 0, -1);
+            Send(m_image, STM_SETICON, reinterpret_cast<WPARAM>(surface.IconFor(label.image)));
+        }
     }
     [[nodiscard]] LayoutItem Needs() const override
     {
         const int width = m_label.lines > 1 ? 0 : m_surface.TextWidth(ToWide(m_label.text), m_label.strong, false);
-        return {
-            .size = {width, m_label.lines * m_surface.LineHeight()}, .sameLine = m_label.sameLine, .stretches = true};
+        const int image = m_image == nullptr ? 0 : m_surface.ImageSize();
+        return {.size = {ImageRoom() + width, std::max(image, m_label.lines * m_surface.LineHeight())},
+                .sameLine = m_label.sameLine,
+                .stretches = true};
     }
-    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Place(const RECT& place) override
+    {
+        const int height = m_label.lines * m_surface.LineHeight();
+        const LONG top = place.top + (place.bottom - place.top - height) / 2;
+        m_window.Place(place.left + ImageRoom(), top, place.right, top + height);
+        if (m_image != nullptr)
+        {
+            const int size = m_surface.ImageSize();
+            SetWindowPos(m_image, nullptr, place.left, place.top, size, size, SWP_NOZORDER | SWP_NOACTIVATE);
+        }
+    }
     void Update() override { m_window.Update(m_label); }
 
 private:
+    [[nodiscard]] int ImageRoom() const
+    {
+        return m_image == nullptr ? 0 : m_surface.ImageSize() + m_surface.Pixels(imageGap);
+    }
+
     ui::Label& m_label;
     const Surface& m_surface;
     TextWindow m_window;
+    HWND m_image = nullptr;
 };
 
 class TextBoxView final : public ControlView
@@ -373,7 +398,11 @@ std::unique_ptr<ControlView> MakeControlView(ui::Control& control, const Surface
     case ui::ControlKind::CheckBox:
         return std::make_unique<CheckBoxView>(dynamic_cast<ui::CheckBox&>(control), surface, id);
     case ui::ControlKind::Grid:
-        return std::make_unique<GridView>(dynamic_cast<ui::Grid&>(control), surface, id);
+    {
+        auto& grid = dynamic_cast<ui::Grid&>(control);
+        return grid.wraps ? std::unique_ptr<ControlView>(std::make_unique<WrappedGridView>(grid, surface, id))
+                          : std::make_unique<GridView>(grid, surface, id);
+    }
     case ui::ControlKind::ProgressBar:
         return std::make_unique<ProgressBarView>(dynamic_cast<ui::ProgressBar&>(control), surface);
     case ui::ControlKind::Button:

@@ -1,5 +1,6 @@
 #include "platform/windows/grid_view.h"
 
+#include "platform/windows/grid_columns.h"
 #include "platform/windows/text.h"
 
 #include <algorithm>
@@ -14,31 +15,13 @@ constexpr DWORD listStyle =
     LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | WS_TABSTOP;
 constexpr DWORD extendedListStyle = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
 
-COLORREF ToColorRef(ui::Colour colour)
-{
-    return RGB((colour >> 16u) & 0xFFu, (colour >> 8u) & 0xFFu, colour & 0xFFu);
-}
-
-// A quarter of the first colour over the second.
-COLORREF Mixed(COLORREF over, COLORREF under)
-{
-    const auto mix = [](int a, int b) { return (a + 3 * b) / 4; };
-    return RGB(mix(GetRValue(over), GetRValue(under)), mix(GetGValue(over), GetGValue(under)),
-               mix(GetBValue(over), GetBValue(under)));
-}
-
-void Fill(HDC context, const RECT& area, COLORREF colour)
-{
-    SetBkColor(context, colour);
-    ExtTextOutW(context, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
-}
-
 } // namespace
 
 GridView::GridView(ui::Grid& grid, const Surface& surface, int id)
     : ControlView(grid)
     , m_grid(grid)
     , m_surface(surface)
+    , m_painter(surface)
     , m_heading(surface.MakeChild(L"STATIC", L"", SS_LEFT, 0, -1))
     , m_rowHeight(surface.LineHeight() + surface.Pixels(5))
     , m_list(surface.MakeChild(WC_LISTVIEWW, L"", listStyle, WS_EX_CLIENTEDGE, id))
@@ -97,27 +80,19 @@ void GridView::Place(const RECT& place)
     FitColumns();
 }
 
-// The first column keeps its width, the others share the rest in proportion to theirs.
 void GridView::FitColumns()
 {
     RECT list{};
     GetWindowRect(m_list.Get(), &list);
-    int left = list.right - list.left - 2 * GetSystemMetrics(SM_CXEDGE) - ColumnWidth(0);
+    int width = list.right - list.left - 2 * GetSystemMetrics(SM_CXEDGE);
     if (Send(m_list.Get(), LVM_GETCOUNTPERPAGE) < static_cast<LRESULT>(m_shownRows))
     {
-        left -= GetSystemMetrics(SM_CXVSCROLL);
+        width -= GetSystemMetrics(SM_CXVSCROLL);
     }
-    int designed = 0;
-    for (std::size_t i = 1; i < m_grid.columns.size(); ++i)
+    const auto widths = FittedColumns(m_grid.columns, ColumnWidth(0), width, m_surface);
+    for (std::size_t i = 1; i < widths.size(); ++i)
     {
-        designed += m_grid.columns[i].width;
-    }
-    for (std::size_t i = 1; i < m_grid.columns.size(); ++i)
-    {
-        const int width = MulDiv(left, m_grid.columns[i].width, designed); // of what those before it left
-        Send(m_list.Get(), LVM_SETCOLUMNWIDTH, i, std::max(width, m_surface.Pixels(60)));
-        left -= width;
-        designed -= m_grid.columns[i].width;
+        Send(m_list.Get(), LVM_SETCOLUMNWIDTH, i, widths[i]);
     }
 }
 
@@ -236,9 +211,11 @@ LRESULT GridView::Draw(NMLVCUSTOMDRAW& drawing) const
         if (const ui::Cell* const cell = CellAt(row, drawing.iSubItem); cell != nullptr)
         {
             const bool selected = m_grid.selected == row;
-            if (selected || cell->foreground || cell->background || cell->strong)
+            const bool pictured = cell->image != ui::Image::None;
+            if (selected || cell->foreground || cell->background || cell->strong || pictured)
             {
-                DrawCell(drawing.nmcd.hdc, *cell, CellArea(row, drawing.iSubItem), selected);
+                const CellLook look{.selected = selected, .keyboardHere = GetFocus() == m_list.Get()};
+                m_painter.Draw(drawing.nmcd.hdc, *cell, CellArea(row, drawing.iSubItem), look);
                 return CDRF_SKIPDEFAULT;
             }
         }
@@ -259,41 +236,6 @@ RECT GridView::CellArea(std::size_t row, int column) const
         area.right = area.left + ColumnWidth(0);
     }
     return area;
-}
-
-// The selected row stands out also while the keyboard is elsewhere: it is the one that the next button works on. A
-// coloured cell keeps its colours there and gets lines in the colour of the selection, above and below.
-void GridView::DrawCell(HDC context, const ui::Cell& cell, RECT area, bool selected) const
-{
-    const COLORREF window = GetSysColor(COLOR_WINDOW);
-    const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
-    const bool coloured = cell.foreground || cell.background;
-    const bool keyboardHere = GetFocus() == m_list.Get();
-    COLORREF background = cell.background ? ToColorRef(*cell.background) : window;
-    COLORREF text = cell.foreground ? ToColorRef(*cell.foreground) : GetSysColor(COLOR_WINDOWTEXT);
-    if (selected && !coloured)
-    {
-        background = keyboardHere ? highlight : Mixed(highlight, window);
-        text = keyboardHere ? GetSysColor(COLOR_HIGHLIGHTTEXT) : text;
-    }
-
-    area.bottom -= 1; // the grid line
-    const int saved = SaveDC(context);
-    Fill(context, area, background);
-    if (selected)
-    {
-        const int line = m_surface.Pixels(1);
-        Fill(context, {area.left, area.top, area.right, area.top + line}, highlight);
-        Fill(context, {area.left, area.bottom - line, area.right, area.bottom}, highlight);
-    }
-    SelectObject(context, m_surface.FontFor(cell.strong));
-    SetTextColor(context, text);
-    SetBkMode(context, TRANSPARENT);
-    const std::wstring wide = ToWide(cell.text);
-    InflateRect(&area, -m_surface.Pixels(5), 0);
-    DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &area,
-              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
-    RestoreDC(context, saved);
 }
 
 } // namespace vellumo::windows

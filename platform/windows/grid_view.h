@@ -1,7 +1,9 @@
 // A grid as a list view that holds no rows of its own: it asks for the cells that it is about to draw, so that
-// thousands of rows cost nothing. Coloured and bold cells are drawn here, and keep their colours in the selected row.
+// thousands of rows cost nothing. Coloured and bold cells and those with a picture are drawn here, and keep their
+// colours in the selected row. All its rows are equally high; WrappedGridView is for the others.
 #pragma once
 
+#include "platform/windows/cell_painter.h"
 #include "platform/windows/control_view.h"
 
 #include <commctrl.h>
@@ -31,7 +33,6 @@ private:
     void ShowSelection();
     void GiveText(LVITEMW& item) const;
     [[nodiscard]] LRESULT Draw(NMLVCUSTOMDRAW& drawing) const;
-    void DrawCell(HDC context, const ui::Cell& cell, RECT area, bool selected) const;
     [[nodiscard]] const ui::Cell* CellAt(std::size_t row, int column) const;
     [[nodiscard]] RECT CellArea(std::size_t row, int column) const;
     [[nodiscard]] std::optional<std::size_t> ListSelection() const;
@@ -39,6 +40,7 @@ private:
 
     ui::Grid& m_grid;
     const Surface& m_surface;
+    CellPainter m_painter;
     TextWindow m_heading;
     int m_rowHeight; // pixels
     TextWindow m_list;

@@ -27,11 +27,11 @@ private:
     HDC m_context;
 };
 
-SIZE Measure(HFONT font, std::wstring_view text, UINT format)
+SIZE Measure(HFONT font, std::wstring_view text, UINT format, LONG width = 0)
 {
     const ScreenContext screen;
     const HGDIOBJ before = SelectObject(screen.Get(), font);
-    RECT area{};
+    RECT area{0, 0, width, 0};
     DrawTextW(screen.Get(), text.data(), static_cast<int>(text.size()), &area, format | DT_CALCRECT);
     SelectObject(screen.Get(), before);
     return {area.right, area.bottom};
@@ -58,6 +58,24 @@ Surface::Surface(HWND window)
 int Surface::TextWidth(std::wstring_view text, bool strong, bool accessKey) const
 {
     return Measure(FontFor(strong), text, DT_SINGLELINE | (accessKey ? 0u : DT_NOPREFIX)).cx;
+}
+
+int Surface::TextHeight(std::wstring_view text, bool strong, int width, UINT format) const
+{
+    return text.empty() ? 0 : static_cast<int>(Measure(FontFor(strong), text, format, width).cy);
+}
+
+HICON Surface::IconFor(ui::Image image) const noexcept
+{
+    constexpr WORD errorIcon = 32513; // OIC_ERROR and OIC_WARNING, which windows.h hides
+    constexpr WORD warningIcon = 32515;
+    if (image == ui::Image::None)
+    {
+        return nullptr;
+    }
+    const WORD name = image == ui::Image::Error ? errorIcon : warningIcon;
+    return static_cast<HICON>(
+        LoadImageW(nullptr, MAKEINTRESOURCEW(name), IMAGE_ICON, ImageSize(), ImageSize(), LR_SHARED));
 }
 
 HWND Surface::MakeChild(const wchar_t* windowClass, std::wstring_view text, DWORD style, DWORD extendedStyle,

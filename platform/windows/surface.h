@@ -1,6 +1,8 @@
 // What the controls of one window draw with: its fonts, its scale, how large a text comes out. Owned by the window.
 #pragma once
 
+#include "ui/controls.h"
+
 #include <windows.h>
 
 #include <memory>
@@ -38,6 +40,13 @@ public:
     [[nodiscard]] int PixelsOfTwips(int twips) const noexcept { return MulDiv(twips, m_dpi, 1440); }
     // Width of one line of text. With an access key the "&" is not counted.
     [[nodiscard]] int TextWidth(std::wstring_view text, bool strong, bool accessKey) const;
+
+    // Height of a text in that width, drawn with these DrawText flags.
+    [[nodiscard]] int TextHeight(std::wstring_view text, bool strong, int width, UINT format) const;
+
+    // The system's own icons, as large as its small ones. They belong to the system.
+    [[nodiscard]] int ImageSize() const noexcept { return GetSystemMetrics(SM_CXSMICON); }
+    [[nodiscard]] HICON IconFor(ui::Image image) const noexcept;
 
     // Makes a child control in this window, in the plain font; the window owns it. Faults when it cannot be made.
     [[nodiscard]] HWND MakeChild(const wchar_t* windowClass, std::wstring_view text, DWORD style, DWORD extendedStyle,

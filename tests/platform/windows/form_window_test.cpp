@@ -1,6 +1,7 @@
 // The windows on a real screen: worked by keyboard alone, the host's windows meanwhile, faults, and the program's end.
 #include "host/fault.h"
 #include "platform/windows/win32_desktop.h"
+#include "tests/platform/windows/steps.h"
 #include "tests/scenario/windows/robot.h"
 #include "tests/ui/local_exemptions.h"
 #include "ui/form_esenzioni.h"
@@ -18,59 +19,15 @@
 
 using namespace vellumo;
 using namespace vellumo::ui;
+using scenario::Key;
+using scenario::Keys;
 using scenario::Robot;
+using scenario::Steps;
 using scenario::Window;
 using scenario::WindowKind;
 
 namespace
 {
-
-// Does one step each time a window waits. When none is left the window should be gone; it is closed after a while.
-class Steps final : public scenario::Operator
-{
-public:
-    using Step = std::function<void(Window&)>;
-    explicit Steps(std::vector<Step> steps)
-        : m_steps(std::move(steps))
-    {
-    }
-
-    void OnScreen(Window& window) noexcept override
-    {
-        if (m_next < m_steps.size())
-        {
-            m_steps[m_next++](window);
-        }
-        else if (m_idle++ == patience)
-        {
-            FAIL_CHECK("still open: " << window.Title());
-            window.CloseByFrame();
-        }
-    }
-    [[nodiscard]] bool Done() const { return m_next == m_steps.size(); }
-
-private:
-    static constexpr int patience = 20;
-
-    std::vector<Step> m_steps;
-    std::size_t m_next = 0;
-    int m_idle = 0;
-};
-
-Steps::Step Key(const std::string& key)
-{
-    return [key](Window& window) { CHECK(window.Key(key)); };
-}
-
-std::vector<Steps::Step> Keys(const std::vector<std::string>& keys)
-{
-    std::vector<Steps::Step> steps;
-    for (const std::string& key : keys)
-    {
-        steps.push_back(Key(key));
-    }
-    return steps;
-}
 
 // A window as the host has them, on screen and active.
 class HostWindow

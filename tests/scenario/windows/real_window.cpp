@@ -1,7 +1,8 @@
 #include "tests/scenario/windows/real_window.h"
 
 #include "platform/windows/text.h"
-#include "tests/scenario/windows/cell_colours.h"
+#include "platform/windows/wrapped_grid_view.h"
+#include "tests/scenario/windows/cell_looks.h"
 #include "tests/scenario/windows/keyboard.h"
 
 #include <windows.h>
@@ -117,7 +118,7 @@ bool IsProgressBar(HWND window)
 
 bool IsGrid(HWND window)
 {
-    return HasClass(window, WC_LISTVIEWW);
+    return HasClass(window, WC_LISTVIEWW) || HasClass(window, windows::WrappedGridClass::name);
 }
 
 bool TakesInput(HWND window)
@@ -318,12 +319,13 @@ std::vector<GridSeen> RealWindow::Grids() const
     for (const HWND grid : Visible(IsGrid))
     {
         GridSeen seen;
+        const auto header = reinterpret_cast<HWND>(Send(grid, LVM_GETHEADER));
         std::array<wchar_t, 256> text{};
-        LVCOLUMNW column{};
-        column.mask = LVCF_TEXT;
+        HDITEMW column{};
+        column.mask = HDI_TEXT;
         column.pszText = text.data();
         column.cchTextMax = static_cast<int>(text.size());
-        for (WPARAM i = 0; Send(grid, LVM_GETCOLUMNW, i, reinterpret_cast<LPARAM>(&column)) != FALSE; ++i)
+        for (WPARAM i = 0; Send(header, HDM_GETITEMW, i, reinterpret_cast<LPARAM>(&column)) != FALSE; ++i)
         {
             seen.columns.push_back(FromWide(text.data()));
         }
@@ -347,10 +349,10 @@ CellSeen RealWindow::Cell(std::size_t grid, std::size_t row, std::size_t column)
     item.pszText = text.data();
     item.cchTextMax = static_cast<int>(text.size());
     const LRESULT length = Send(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(&item));
-    const CellColours colours = ReadCellColours(list, static_cast<int>(row), static_cast<int>(column));
+    const CellLooks looks = ReadCellLooks(list, static_cast<int>(row), static_cast<int>(column));
     // A list view that holds no texts may answer through a buffer of its own.
-    return {FromWide(std::wstring_view(item.pszText, static_cast<std::size_t>(length))), colours.foreground,
-            colours.background, ui::Image::None};
+    return {FromWide(std::wstring_view(item.pszText, static_cast<std::size_t>(length))), looks.foreground,
+            looks.background, looks.image};
 }
 
 void RealWindow::Press(std::size_t button)

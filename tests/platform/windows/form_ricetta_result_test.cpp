@@ -1,0 +1,154 @@
+// The results of the registration on a real screen: pictures, whole texts in rows as high as they need, the keyboard.
+#include "platform/windows/win32_desktop.h"
+#include "platform/windows/wrapped_grid_view.h"
+#include "tests/platform/windows/steps.h"
+#include "tests/scenario/windows/cell_looks.h"
+#include "tests/scenario/windows/robot.h"
+#include "ui/form_ricetta_result.h"
+
+#include <windows.h>
+
+#include <doctest.h>
+
+using namespace vellumo;
+using namespace vellumo::ui;
+using scenario::Key;
+using scenario::Robot;
+using scenario::Steps;
+using scenario::Window;
+
+namespace
+{
+
+std::string Lines(int count)
+{
+    std::string text = "Si sono verificati i seguenti errori:";
+    for (int i = 1; i < count; ++i)
+    {
+        text += "\r\n - Priorità non ammessa (RIC-" + std::to_string(i) + ")";
+    }
+    return text;
+}
+
+// Two hundred; the fifth has more lines than the window, the third one line that is wider than its column.
+std::vector<RicettaResult> ManyResults()
+{
+    std::vector<RicettaResult> results;
+    for (int i = 0; i < 200; ++i)
+    {
+        results.push_back({i % 2 == 0, Lines(2), "Amoxicillina ( Quantità : 2 )\r\n"});
+    }
+    results[2].descrizione = "La prestazione richiesta non è erogabile con il codice di esenzione indicato, scaduto";
+    results[4].descrizione = Lines(60);
+    return results;
+}
+
+HWND GridOnScreen()
+{
+    const HWND form = FindWindowW(nullptr, L"Esito della registrazione delle ricette");
+    return FindWindowExW(form, nullptr, windows::WrappedGridClass::name, nullptr);
+}
+
+int RowHeight(int row)
+{
+    const RECT area = scenario::CellArea(GridOnScreen(), row, 1);
+    return area.bottom - area.top;
+}
+
+int BottomOf(int row)
+{
+    return scenario::CellArea(GridOnScreen(), row, 1).bottom;
+}
+
+int Run(std::vector<Steps::Step> steps, const std::vector<RicettaResult>& results)
+{
+    windows::Win32Desktop desktop;
+    FormRicettaResult form(results);
+    Steps operatorSteps(std::move(steps));
+    const Robot robot(operatorSteps);
+    desktop.ShowModal(form);
+    CHECK(operatorSteps.Done());
+    return form.Result();
+}
+
+Steps::Step OnRow(std::size_t row)
+{
+    return [row](Window& window)
+    {
+        CHECK(window.Grids().at(0).selected == row);
+        RECT inner{};
+        GetClientRect(GridOnScreen(), &inner);
+        CHECK(BottomOf(static_cast<int>(row)) > 0);
+        CHECK(scenario::CellArea(GridOnScreen(), static_cast<int>(row), 1).top < inner.bottom);
+    };
+}
+
+} // namespace
+
+TEST_SUITE("results of the registration on screen")
+{
+    TEST_CASE("two hundred prescriptions: pictures, whole texts, heights that follow the width")
+    {
+        const auto results = ManyResults();
+        const int result =
+            Run({[&](Window& window)
+                 {
+                     const auto grid = window.Grids().at(0);
+                     CHECK(grid.columns == std::vector<std::string>{"", "Descrizione", "Prescrizioni"});
+                     CHECK(grid.rowCount == 200);
+                     CHECK_FALSE(grid.selected);
+                     CHECK(window.Labels().size() == 3);
+                     CHECK(window.Cell(0, 0, 0).image == Image::Error);
+                     CHECK(window.Cell(0, 1, 0).image == Image::Warning);
+                     CHECK(window.Cell(0, 1, 1).image == Image::None);
+                     CHECK_FALSE(window.Cell(0, 0, 0).foreground);
+                     CHECK_FALSE(window.Cell(0, 1, 1).foreground);
+                     CHECK(window.Cell(0, 4, 1).text == results[4].descrizione);
+                     CHECK(window.Cell(0, 199, 2).text == results[199].prescrizioni);
+                     CHECK(window.Cell(0, 199, 0).image == Image::Warning);
+
+                     const int twoLines = RowHeight(0);
+                     const int line = RowHeight(4) / 60;
+                     CHECK(RowHeight(4) > 57 * line);
+                     CHECK(twoLines >= 2 * line);
+                     CHECK(twoLines < 4 * line);
+                     CHECK(RowHeight(2) == twoLines); // its text is broken once
+                 },
+                 [](Window& window)
+                 {
+                     const int before = RowHeight(2);
+                     const int unbroken = RowHeight(4);
+                     SetWindowPos(GetParent(GridOnScreen()), nullptr, 0, 0, 1020, 600, SWP_NOZORDER | SWP_NOACTIVATE);
+                     CHECK(RowHeight(2) < before); // now on one line
+                     CHECK(RowHeight(4) == unbroken);
+                     window.CloseByFrame();
+                 }},
+                results);
+        CHECK(result == FormRicettaResult::cancelRefused);
+    }
+
+    TEST_CASE("read and answered by keyboard alone; a row taller than the window is read to its end")
+    {
+        int topOfTall = 0;
+        std::vector<Steps::Step> steps = {Key("Down"),   OnRow(0),    Key("End"),  OnRow(199),
+                                          Key("PageUp"), Key("Home"), OnRow(0),    Key("Down"),
+                                          Key("Down"),   Key("Down"), Key("Down"), OnRow(4)};
+        steps.push_back([&](Window&) { topOfTall = BottomOf(4); });
+        steps.push_back(Key("Down"));
+        steps.push_back(OnRow(4)); // still there, further down in it
+        steps.push_back([&](Window&) { CHECK(BottomOf(4) < topOfTall); });
+        steps.push_back(Key("PageDown"));
+        steps.push_back(OnRow(4));
+        steps.push_back(Key("Tab"));
+        steps.push_back(Key("Space")); // the first button
+        CHECK(Run(steps, ManyResults()) == FormRicettaResult::printWithoutIup);
+    }
+
+    TEST_CASE("Escape does nothing, Enter goes on; an empty list starts on the button that goes on")
+    {
+        const auto stillOpen = [](Window& window) { CHECK(window.Buttons().at(1).isDefault); };
+        CHECK(Run({Key("Escape"), stillOpen, Key("Enter")}, ManyResults()) == FormRicettaResult::cancelRefused);
+        CHECK(Run({[](Window& window) { CHECK(window.Grids().at(0).rowCount == 0); }, Key("Tab"), Key("Space")}, {}) ==
+              FormRicettaResult::cancelAll);
+    }
+}

@@ -121,7 +121,7 @@ TEST_SUITE("console")
         CHECK(terminal.Shows("[a] Annulla ricette errate e prosegui (Invio)\n[1] Annulla operazione\n"));
         CHECK(terminal.Shows("(X) Rappresentano le ricette che sono state rifiutate dal SISS.\n"));
         const std::string blank(14, ' ');
-        const auto line = [](std::string text, std::size_t width) { return native::Fitted(text, width) + ' '; };
+        const auto line = [](const std::string& text, std::size_t width) { return native::Fitted(text, width) + ' '; };
         CHECK(terminal.Shows(
             "      1  (X)  " + line("Si sono verificati i seguenti errori:", 56) + line("Visita ( Quantità : 2 )", 38) +
             '\n' + blank + line(" - Priorità non ammessa per una prestazione di quantità", 56) +

@@ -1,10 +1,14 @@
 #include "com/provider_face.h"
 
+#include "com/kept_objects.h"
 #include "platform/windows/ado.h"
 #include "platform/windows/dispatch_bridge.h"
+#include "platform/windows/dispatch_prescriptions.h"
 #include "platform/windows/dispatch_services.h"
 #include "platform/windows/registry_settings_store.h"
 #include "platform/windows/win32_desktop.h"
+
+#include <optional>
 
 namespace vellumo::com
 {
@@ -17,6 +21,8 @@ provider::Surroundings MakeSurroundings(std::shared_ptr<const windows::HostHandl
 {
     provider::Surroundings surroundings;
     surroundings.bridge = std::make_unique<windows::DispatchBridge>();
+    surroundings.prescriptions =
+        std::make_unique<windows::DispatchPrescriptionObjects>(handles, std::make_unique<ComKeptObjectFaces>());
     surroundings.objects = std::make_unique<windows::DispatchHostObjects>(std::move(handles));
     surroundings.settings = std::make_unique<windows::RegistrySettingsStore>();
     surroundings.clock = std::make_unique<host::SystemClock>();
@@ -48,6 +54,36 @@ HRESULT AnswerNotAvailable(VARIANT_BOOL* result, const IID& source, const char* 
     *result = VARIANT_FALSE;
     return FailAsNotAvailable(source, operation);
 }
+
+// Runs the body of a member that answers True or False.
+template <class Face, class Body>
+HRESULT AnswerBool(Face& face, const IID& source, VARIANT_BOOL* result, Body&& body)
+{
+    if (!result)
+    {
+        return E_POINTER;
+    }
+    *result = VARIANT_FALSE;
+    return Guard(face, source, [&] { *result = ToVariantBool(body()); });
+}
+
+// The session that the host passes, for one call. Empty where it passes none.
+class PassedSession
+{
+public:
+    explicit PassedSession(IDispatch* session)
+    {
+        if (session)
+        {
+            m_session.emplace(ComPtr<IDispatch>(session), m_faces);
+        }
+    }
+    [[nodiscard]] host::PrescriptionSession* Get() noexcept { return m_session ? &*m_session : nullptr; }
+
+private:
+    ComKeptObjectFaces m_faces;
+    std::optional<windows::DispatchSession> m_session;
+};
 
 // Keeps what the host handed over and gives the library its adapter; nothing takes both away. The old object is let
 // go last, when the new one is in its place: releasing it may call back into the provider.
@@ -84,12 +120,7 @@ HRESULT ProviderFace::Create(REFIID iid, void** result) noexcept
 
 HRESULT ProviderFace::IsPersonaleStudio(VARIANT_BOOL* result)
 {
-    if (!result)
-    {
-        return E_POINTER;
-    }
-    *result = VARIANT_FALSE;
-    return Guard(*this, IID__SISSProvider, [&] { *result = ToVariantBool(m_provider.IsPersonaleStudio()); });
+    return AnswerBool(*this, IID__SISSProvider, result, [&] { return m_provider.IsPersonaleStudio(); });
 }
 
 HRESULT ProviderFace::get_Utils(IDispatch** value)
@@ -184,12 +215,7 @@ HRESULT ProviderFace::put_Studio(LONG value)
     return S_OK;
 }
 
-// --- Operations of later versions ------------------------------------------------------------------------------------
-
-HRESULT ProviderFace::Sincronizza(VARIANT_BOOL* result)
-{
-    return AnswerNotAvailable(result, IID_ICCEProvider, "Sincronizza");
-}
+// --- Prescriptions ---------------------------------------------------------------------------------------------------
 
 HRESULT ProviderFace::ApriSessionePrescrizione(IDispatch** result)
 {
@@ -198,37 +224,72 @@ HRESULT ProviderFace::ApriSessionePrescrizione(IDispatch** result)
         return E_POINTER;
     }
     *result = nullptr;
-    return FailAsNotAvailable(IID_ICCEProvider, "ApriSessionePrescrizione");
+    return Guard(*this, IID_ICCEProvider,
+                 [&]
+                 {
+                     const auto session = m_provider.ApriSessionePrescrizione();
+                     if (const auto* const opened = dynamic_cast<const windows::DispatchSession*>(session.get()))
+                     {
+                         ComPtr<IDispatch>(opened->Object()).CopyTo(result);
+                     }
+                 });
 }
 
-HRESULT ProviderFace::RegistraPrescrizione(IDispatch*, VARIANT, LONG, VARIANT_BOOL* result)
+HRESULT ProviderFace::RegistraPrescrizione(IDispatch* sessione, VARIANT idRicetta, LONG tipo, VARIANT_BOOL* result)
 {
-    return AnswerNotAvailable(result, IID_ICCEProvider, "RegistraPrescrizione");
+    return AnswerBool(
+        *this, IID_ICCEProvider, result,
+        [&]
+        { return m_provider.RegistraPrescrizione(PassedSession(sessione).Get(), windows::ToValue(idRicetta), tipo); });
 }
 
-HRESULT ProviderFace::RegistraPrescrizioneSingola(IDispatch*, VARIANT, VARIANT, LONG, VARIANT_BOOL* result)
+HRESULT ProviderFace::RegistraPrescrizioneSingola(IDispatch* sessione, VARIANT idRicetta, VARIANT numRicetta, LONG tipo,
+                                                  VARIANT_BOOL* result)
 {
-    return AnswerNotAvailable(result, IID_ICCEProvider, "RegistraPrescrizioneSingola");
+    return AnswerBool(*this, IID_ICCEProvider, result,
+                      [&]
+                      {
+                          return m_provider.RegistraPrescrizioneSingola(PassedSession(sessione).Get(),
+                                                                        windows::ToValue(idRicetta),
+                                                                        windows::ToValue(numRicetta), tipo);
+                      });
 }
 
-HRESULT ProviderFace::VerificaPrescrizione(VARIANT, LONG, VARIANT_BOOL* result)
+HRESULT ProviderFace::VerificaPrescrizione(VARIANT idRicetta, LONG tipo, VARIANT_BOOL* result)
 {
-    return AnswerNotAvailable(result, IID_ICCEProvider, "VerificaPrescrizione");
+    return AnswerBool(*this, IID_ICCEProvider, result,
+                      [&] { return m_provider.VerificaPrescrizione(windows::ToValue(idRicetta), tipo); });
 }
 
-HRESULT ProviderFace::ChiudiSessionePrescrizione(IDispatch*, VARIANT_BOOL* result)
+HRESULT ProviderFace::ChiudiSessionePrescrizione(IDispatch* sessione, VARIANT_BOOL* result)
 {
-    return AnswerNotAvailable(result, IID_ICCEProvider, "ChiudiSessionePrescrizione");
+    return AnswerBool(*this, IID_ICCEProvider, result,
+                      [&] { return m_provider.ChiudiSessionePrescrizione(PassedSession(sessione).Get()); });
 }
 
-HRESULT ProviderFace::AnnullaPrescrizione(VARIANT, VARIANT, LONG, VARIANT_BOOL* result)
+HRESULT ProviderFace::AnnullaPrescrizione(VARIANT idRicetta, VARIANT numRicetta, LONG tipo, VARIANT_BOOL* result)
 {
-    return AnswerNotAvailable(result, IID_ICCEProvider, "AnnullaPrescrizione");
+    return AnswerBool(
+        *this, IID_ICCEProvider, result,
+        [&]
+        { return m_provider.AnnullaPrescrizione(windows::ToValue(idRicetta), windows::ToValue(numRicetta), tipo); });
 }
 
-HRESULT ProviderFace::VerificaPrescrizioneSingola(VARIANT, VARIANT, LONG, VARIANT_BOOL* result)
+HRESULT ProviderFace::VerificaPrescrizioneSingola(VARIANT idRicetta, VARIANT numRicetta, LONG tipo,
+                                                  VARIANT_BOOL* result)
 {
-    return AnswerNotAvailable(result, IID_ICCEProvider2, "VerificaPrescrizioneSingola");
+    return AnswerBool(*this, IID_ICCEProvider2, result,
+                      [&] {
+                          return m_provider.VerificaPrescrizioneSingola(windows::ToValue(idRicetta),
+                                                                        windows::ToValue(numRicetta), tipo);
+                      });
+}
+
+// --- Operations of later versions ------------------------------------------------------------------------------------
+
+HRESULT ProviderFace::Sincronizza(VARIANT_BOOL* result)
+{
+    return AnswerNotAvailable(result, IID_ICCEProvider, "Sincronizza");
 }
 
 HRESULT ProviderFace::SincronizzaPazienti(VARIANT_BOOL* result)

@@ -1,7 +1,12 @@
 #include "provider/siss_provider.h"
 
 #include "environment/siss_environment.h"
+#include "host/fault.h"
 #include "patient/identification.h"
+#include "prescription/prescription_check.h"
+#include "prescription/registration.h"
+#include "prescription/session_closing.h"
+#include "prescription/session_opening.h"
 #include "service/exchange_log.h"
 #include "service/practice_user.h"
 #include "service/provider_context.h"
@@ -36,6 +41,20 @@ struct SISSProvider::Parts
     bool active = true; // cleared once, never set again
 };
 
+namespace
+{
+
+host::PrescriptionSession& Require(host::PrescriptionSession* session)
+{
+    if (session == nullptr)
+    {
+        throw host::Fault("Manca la sessione di prescrizione: aprirla con ApriSessionePrescrizione.");
+    }
+    return *session;
+}
+
+} // namespace
+
 SISSProvider::SISSProvider(Surroundings surroundings)
     : m_parts(std::make_unique<Parts>(std::move(surroundings)))
 {
@@ -68,6 +87,50 @@ bool SISSProvider::IsActive() const noexcept
 bool SISSProvider::VerificaPaziente(const host::Value&) noexcept
 {
     return true;
+}
+
+std::shared_ptr<host::PrescriptionSession> SISSProvider::ApriSessionePrescrizione()
+{
+    return prescription::SessionOpening(m_parts->context, *m_parts->surroundings.prescriptions).Run();
+}
+
+bool SISSProvider::RegistraPrescrizione(host::PrescriptionSession* session, const host::Value& idRicetta,
+                                        std::int32_t kind)
+{
+    constexpr std::int32_t all = 0;
+    return RegistraPrescrizioneSingola(session, idRicetta, all, kind);
+}
+
+bool SISSProvider::RegistraPrescrizioneSingola(host::PrescriptionSession* session, const host::Value& idRicetta,
+                                               const host::Value& numRicetta, std::int32_t kind)
+{
+    return prescription::Registration(m_parts->context, *m_parts->surroundings.prescriptions)
+        .Run(Require(session), idRicetta, numRicetta, kind);
+}
+
+bool SISSProvider::ChiudiSessionePrescrizione(host::PrescriptionSession* session)
+{
+    return prescription::SessionClosing(m_parts->context, *m_parts->surroundings.prescriptions).Run(Require(session));
+}
+
+bool SISSProvider::VerificaPrescrizione(const host::Value& idRicetta, std::int32_t kind)
+{
+    return prescription::PrescriptionCheck(m_parts->context, *m_parts->surroundings.prescriptions)
+        .Verify(idRicetta, std::nullopt, kind);
+}
+
+bool SISSProvider::VerificaPrescrizioneSingola(const host::Value& idRicetta, const host::Value& numRicetta,
+                                               std::int32_t kind)
+{
+    return prescription::PrescriptionCheck(m_parts->context, *m_parts->surroundings.prescriptions)
+        .Verify(idRicetta, numRicetta, kind);
+}
+
+bool SISSProvider::AnnullaPrescrizione(const host::Value& idRicetta, const host::Value& numRicetta,
+                                       std::int32_t value) noexcept
+{
+    return prescription::PrescriptionCheck(m_parts->context, *m_parts->surroundings.prescriptions)
+        .Cancel(idRicetta, numRicetta, value);
 }
 
 bool SISSProvider::IsPersonaleStudio() noexcept

@@ -8,6 +8,7 @@
 #include "host/bridge.h"
 #include "host/clock.h"
 #include "host/host_services.h"
+#include "host/prescriptions.h"
 #include "host/records.h"
 #include "host/settings_store.h"
 #include "host/value.h"
@@ -24,6 +25,7 @@ struct Surroundings
 {
     std::unique_ptr<host::Bridge> bridge;
     std::unique_ptr<host::HostObjects> objects;
+    std::unique_ptr<host::PrescriptionObjects> prescriptions;
     std::unique_ptr<host::SettingsStore> settings;
     std::unique_ptr<host::Clock> clock;
     std::unique_ptr<ui::Desktop> desktop;
@@ -48,6 +50,23 @@ public:
     [[nodiscard]] bool IsActive() const noexcept;
     // Always True: nothing is sent and nothing is shown.
     [[nodiscard]] static bool VerificaPaziente(const host::Value& idPaziente) noexcept;
+    // Lets the doctor choose the print options and tells SISS that a prescribing phase starts. Null when the operator
+    // cancelled, or SISS refused and he did not want to go on without it.
+    [[nodiscard]] std::shared_ptr<host::PrescriptionSession> ApriSessionePrescrizione();
+    // Sends every prescription of the form, or one, to SISS and keeps the responses in the session. `kind` is 1 drugs,
+    // 2 tests. A session of null faults, here and at the close.
+    bool RegistraPrescrizione(host::PrescriptionSession* session, const host::Value& idRicetta, std::int32_t kind);
+    bool RegistraPrescrizioneSingola(host::PrescriptionSession* session, const host::Value& idRicetta,
+                                     const host::Value& numRicetta, std::int32_t kind);
+    // Shows what SISS refused or flagged, stores the codes and ends the phase. True: the host prints.
+    bool ChiudiSessionePrescrizione(host::PrescriptionSession* session);
+    // True when the form, or the one prescription, holds no valid registered prescription of that kind.
+    [[nodiscard]] bool VerificaPrescrizione(const host::Value& idRicetta, std::int32_t kind);
+    [[nodiscard]] bool VerificaPrescrizioneSingola(const host::Value& idRicetta, const host::Value& numRicetta,
+                                                   std::int32_t kind);
+    // Marks the host's row as cancelled; nothing is sent. False when there is none, or it could not be stored.
+    bool AnnullaPrescrizione(const host::Value& idRicetta, const host::Value& numRicetta, std::int32_t value) noexcept;
+
     // True when the user logged on is practice staff, not a doctor; False also when that cannot be found out.
     [[nodiscard]] bool IsPersonaleStudio() noexcept;
 

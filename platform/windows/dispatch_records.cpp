@@ -88,6 +88,11 @@ const RecordClass& ClassOf(host::RecordKind kind)
 
 } // namespace
 
+std::unique_ptr<host::Record> MakeDispatchRecord(LateBound record)
+{
+    return std::make_unique<DispatchRecord>(std::move(record));
+}
+
 void DispatchHostObjects::HandOver(const LateBound& object) const
 {
     Member connection(names::record::connection);
@@ -107,7 +112,7 @@ std::unique_ptr<host::Record> DispatchHostObjects::CreateRecord(host::RecordKind
         Member studio(names::record::studio);
         record.Put(studio, Variant(host::Value(services.studio)));
     }
-    return std::make_unique<DispatchRecord>(std::move(record));
+    return MakeDispatchRecord(std::move(record));
 }
 
 std::unique_ptr<host::PracticeSettings> DispatchHostObjects::CreateSettings(const host::HostServices&)

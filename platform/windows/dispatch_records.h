@@ -19,6 +19,9 @@ struct HostHandles
     ComPtr<IDispatch> utils;
 };
 
+// A record object that the host made and loaded itself.
+[[nodiscard]] std::unique_ptr<host::Record> MakeDispatchRecord(LateBound record);
+
 class DispatchHostObjects final : public host::HostObjects
 {
 public:

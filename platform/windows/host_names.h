@@ -128,6 +128,44 @@ inline constexpr const wchar_t* save = L"Save";
 inline constexpr const wchar_t* id = L"ID";
 } // namespace record
 
+// One row of a prescription: an object as above, already loaded; of its members only `Field`, `Save` and `ID` are used.
+
+inline constexpr const wchar_t* prescriptionDataProgId = L"Norda.DatiRicetta";
+
+// The rows of RicettaSSN of one kind. `Connection` as above, then:
+namespace prescriptionData
+{
+inline constexpr const wchar_t* self = L"DatiRicetta";
+inline constexpr const wchar_t* connection = L"Connection";
+// Property -> the query helpers that the host handed over.
+inline constexpr const wchar_t* utils = L"Utils";
+// Property -> 1 drugs, 2 tests; for a cancellation the number that the host passed [I4].
+inline constexpr const wchar_t* kind = L"Tipo";
+// (form [I4], number or 0 for all [I4]) -> Recordset with the columns IDRicetta and NumRicetta, in the host's order.
+inline constexpr const wchar_t* list = L"List";
+// (form [I4], number [I4]) -> the row as a record object; Nothing when there is none.
+inline constexpr const wchar_t* find = L"Find";
+} // namespace prescriptionData
+
+inline constexpr const wchar_t* sessionProgId = L"Norda.SessionePrescrizione";
+
+// The prescribing session that the library creates, the host keeps and passes back.
+namespace session
+{
+inline constexpr const wchar_t* self = L"SessionePrescrizione";
+// Properties, readable and writable [BOOL]; False in a fresh object.
+inline constexpr const wchar_t* withoutSiss = L"SenzaSISS";
+inline constexpr const wchar_t* toValidate = L"DaValidare";
+// Property -> Vellumo.OpzioniRicetta; set as an object.
+inline constexpr const wchar_t* options = L"OpzioniRicetta";
+// (kind [I4], response [DISPATCH]) Appends to the list of that kind. The host only keeps the object.
+inline constexpr const wchar_t* addResponse = L"AddResponse";
+// Property (kind [I4]) -> how many there are [I4].
+inline constexpr const wchar_t* responseCount = L"ResponseCount";
+// Property (kind [I4], position from 0 [I4]) -> the very object that was appended.
+inline constexpr const wchar_t* response = L"Response";
+} // namespace session
+
 // The practice's settings: `Connection` and `LockSrv` as above, then:
 namespace settings
 {

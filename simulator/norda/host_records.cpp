@@ -41,16 +41,6 @@ bool SameName(std::string_view left, std::string_view right)
         { return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b)); });
 }
 
-std::shared_ptr<Database> DatabaseOf(const host::HostServices& services)
-{
-    auto database = std::dynamic_pointer_cast<Database>(services.connection);
-    if (!database)
-    {
-        throw host::Fault("La scheda non ha ricevuto la connessione al database.");
-    }
-    return database;
-}
-
 // One row: all its columns as they were read, and which of them have been set since.
 class HostRecord final : public host::Record
 {
@@ -192,6 +182,23 @@ private:
 };
 
 } // namespace
+
+std::shared_ptr<Database> DatabaseOf(const host::HostServices& services)
+{
+    auto database = std::dynamic_pointer_cast<Database>(services.connection);
+    if (!database)
+    {
+        throw host::Fault("La scheda non ha ricevuto la connessione al database.");
+    }
+    return database;
+}
+
+std::unique_ptr<host::Record> MakeRow(const char* table, const char* key, std::shared_ptr<Database> database,
+                                      bool refuseSaves)
+{
+    return std::make_unique<HostRecord>(Table{table, key}, std::move(database), std::vector<host::ColumnValue>(),
+                                        refuseSaves);
+}
 
 std::unique_ptr<host::Record> HostObjects::CreateRecord(host::RecordKind kind, const host::HostServices& services)
 {

@@ -26,4 +26,10 @@ private:
     std::set<host::RecordKind> m_refused;
 };
 
+// The host's connection as its own classes use it; faults when the library handed none over.
+[[nodiscard]] std::shared_ptr<Database> DatabaseOf(const host::HostServices& services);
+// A record over any table with a single key column. `table` and `key` are not copied.
+[[nodiscard]] std::unique_ptr<host::Record> MakeRow(const char* table, const char* key,
+                                                    std::shared_ptr<Database> database, bool refuseSaves);
+
 } // namespace vellumo::norda

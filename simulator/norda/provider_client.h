@@ -9,6 +9,7 @@
 #include "host/records.h"
 #include "host/utils.h"
 #include "host/value.h"
+#include "simulator/norda/prescriptions.h"
 
 #include <cstdint>
 #include <memory>
@@ -25,6 +26,7 @@ struct Outside
 {
     host::Bridge* bridge = nullptr; // null: no bridge is installed, so no provider can be created
     host::HostObjects* objects = nullptr;
+    PrescriptionObjects* prescriptions = nullptr;
 };
 
 // How a variant argument is passed. A native provider knows the first three as one.
@@ -59,6 +61,22 @@ public:
     [[nodiscard]] virtual bool IsActive() = 0;
     [[nodiscard]] virtual bool VerificaPaziente(const Argument& idPaziente) = 0;
     [[nodiscard]] virtual bool IsPersonaleStudio() = 0;
+
+    // Null: no session was opened.
+    [[nodiscard]] virtual std::shared_ptr<PrescriptionSession> ApriSessionePrescrizione() = 0;
+    // The session may be null, as a careless host passes it.
+    virtual bool RegistraPrescrizione(const std::shared_ptr<PrescriptionSession>& session, const Argument& idRicetta,
+                                      std::int32_t kind) = 0;
+    virtual bool RegistraPrescrizioneSingola(const std::shared_ptr<PrescriptionSession>& session,
+                                             const Argument& idRicetta, const Argument& numRicetta,
+                                             std::int32_t kind) = 0;
+    virtual bool ChiudiSessionePrescrizione(const std::shared_ptr<PrescriptionSession>& session) = 0;
+    [[nodiscard]] virtual bool VerificaPrescrizione(const Argument& idRicetta, std::int32_t kind) = 0;
+    [[nodiscard]] virtual bool VerificaPrescrizioneSingola(const Argument& idRicetta, const Argument& numRicetta,
+                                                           std::int32_t kind) = 0;
+    virtual bool AnnullaPrescrizione(const Argument& idRicetta, const Argument& numRicetta, std::int32_t value) = 0;
+    // The print options of a session as the host reads them; faults when it has none.
+    [[nodiscard]] virtual host::OpzioniRicetta OptionsOf(const PrescriptionSession& session) = 0;
 
     // Lets go of the provider; nothing else may be called afterwards. True when the library holds nothing any more, so
     // that a host could unload it (natively there is nothing to unload: True).

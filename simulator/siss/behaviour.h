@@ -28,6 +28,8 @@ struct Refusal
     std::string message;
     std::vector<Detail> exceptions;
     std::vector<Detail> warnings;
+    // The service does its work all the same, and its data stands beside the outcome.
+    bool withData = false;
 };
 
 // A SOAP fault instead of a reply.

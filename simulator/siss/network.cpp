@@ -14,6 +14,16 @@ namespace
 // A plain text, which is how the bridge reports what went wrong before the network was reached.
 constexpr auto noSession = "ERRORE: nessuna sessione SISS attiva su questa postazione.";
 
+constexpr std::string_view prescribingServices = "m:GSSC.";
+
+// Whether the service does its work, whatever becomes of the reply.
+bool Works(const Behaviour& behaviour)
+{
+    const auto* const refusal = std::get_if<Refusal>(&behaviour.reply);
+    return behaviour.reply.index() == 0 || std::holds_alternative<LostReply>(behaviour.reply) ||
+           (refusal != nullptr && refusal->withData);
+}
+
 Behaviour Refuse(std::string code, std::string message)
 {
     Behaviour behaviour;
@@ -67,9 +77,30 @@ std::string Network::CallSebMethod(const std::string& requestXml)
     return reply;
 }
 
-std::string Network::Answer(const Element& request, const Behaviour& behaviour) const
+std::string Network::AnswerPrescribing(const Element& request, const Behaviour& behaviour)
 {
-    if (behaviour.reply.index() != 0)
+    if (request.name == "m:GSSC.inizioFasePrescrittiva")
+    {
+        return WriteReply(request.name, behaviour, m_prescribing.Begin());
+    }
+    if (!m_prescribing.IsOpen())
+    {
+        return WriteReply(request.name, Refuse("ADPT010001", "Nessuna fase prescrittiva aperta."), {});
+    }
+    if (request.name == "m:GSSC.registraPrescrizione")
+    {
+        return WriteReply(request.name, behaviour, m_prescribing.Register(request));
+    }
+    if (request.name == "m:GSSC.fineFasePrescrittiva")
+    {
+        return WriteReply(request.name, behaviour, m_prescribing.End());
+    }
+    return WriteReply(request.name, Refuse("SEBC00099", "Servizio sconosciuto."), {});
+}
+
+std::string Network::Answer(const Element& request, const Behaviour& behaviour)
+{
+    if (!Works(behaviour))
     {
         return WriteReply(request.name, behaviour, {});
     }
@@ -80,6 +111,10 @@ std::string Network::Answer(const Element& request, const Behaviour& behaviour) 
     if (!m_operatorCard)
     {
         return WriteReply(request.name, Refuse("PDCAR001", "Carta operatore non inserita."), {});
+    }
+    if (request.name.starts_with(prescribingServices))
+    {
+        return AnswerPrescribing(request, behaviour);
     }
     const bool bySissWindow = request.name == "m:ICCE.identificaCittadinoGUI";
     if (bySissWindow && m_chosen.empty())

@@ -1,11 +1,13 @@
 // The simulated SISS network, behind the one method of the client bridge. It keeps what the real one keeps: citizens,
-// whether a session is active and the operator's card is in the reader, and which citizen the operator picks in
-// SISS's own search window. Everything that was exchanged can be looked at afterwards.
+// whether a session is active and the operator's card is in the reader, which citizen the operator picks in SISS's own
+// search window, and the prescribing phase with the codes that it issued. Everything that was exchanged can be looked
+// at afterwards.
 #pragma once
 
 #include "host/bridge.h"
 #include "simulator/siss/behaviour.h"
 #include "simulator/siss/citizens.h"
+#include "simulator/siss/prescribing.h"
 #include "simulator/siss/xml_text.h"
 
 #include <cstddef>
@@ -29,6 +31,7 @@ class Network final : public host::Bridge
 public:
     [[nodiscard]] std::string CallSebMethod(const std::string& requestXml) override;
 
+    PrescribingPhase& Prescribing() noexcept { return m_prescribing; }
     Citizens& People() noexcept { return m_citizens; }
 
     // Without a session the bridge has nobody to talk to and answers with a plain text.
@@ -48,9 +51,11 @@ public:
     std::function<void(const std::string& reply)> onReply;
 
 private:
-    [[nodiscard]] std::string Answer(const Element& request, const Behaviour& behaviour) const;
+    [[nodiscard]] std::string Answer(const Element& request, const Behaviour& behaviour);
+    [[nodiscard]] std::string AnswerPrescribing(const Element& request, const Behaviour& behaviour);
 
     Citizens m_citizens;
+    PrescribingPhase m_prescribing;
     bool m_sessionActive = true;
     bool m_operatorCard = true;
     std::string m_chosen;

@@ -8,6 +8,17 @@
 
 namespace vellumo::siss
 {
+
+std::string Wrapped(const std::string& name, const std::string& content)
+{
+    return '<' + name + '>' + content + "</" + name + '>';
+}
+
+std::string Leaf(const std::string& name, const std::string& text)
+{
+    return Wrapped(name, Escape(text));
+}
+
 namespace
 {
 
@@ -24,10 +35,14 @@ constexpr std::string_view identifiedBegin = "<rispostaSingola><rispostaCittadin
                                              "<esitoServizio>OK</esitoServizio>";
 constexpr std::string_view identifiedEnd = "</rispostaCittadinoIdentificato></rispostaSingola>";
 
-constexpr std::array<Shape, 3> shapes = {{
+constexpr std::string_view registeredBegin = "<rispostaRicettaRegistrata><esitoServizio>OK</esitoServizio>";
+constexpr std::string_view registeredEnd = "</rispostaRicettaRegistrata>";
+
+constexpr std::array<Shape, 4> shapes = {{
     {"m:ICCE.identificaCittadinoGUI", "esitoIdentifica", identifiedBegin, identifiedEnd},
     {"m:ICCE.identificaCittadinoEsteso", "esitoIdentifica", identifiedBegin, identifiedEnd},
     {"m:ICCE.identificaCittadino", "esitoIdentifica", identifiedBegin, identifiedEnd},
+    {"m:GSSC.registraPrescrizione", "param", registeredBegin, registeredEnd},
 }};
 
 Shape ShapeOf(const std::string& service)
@@ -35,16 +50,6 @@ Shape ShapeOf(const std::string& service)
     const auto* const found =
         std::find_if(shapes.begin(), shapes.end(), [&](const Shape& shape) { return shape.service == service; });
     return found == shapes.end() ? Shape{service, "param", "", ""} : *found;
-}
-
-std::string Wrapped(const std::string& name, const std::string& content)
-{
-    return '<' + name + '>' + content + "</" + name + '>';
-}
-
-std::string Leaf(const std::string& name, const std::string& text)
-{
-    return Wrapped(name, Escape(text));
 }
 
 // `kind` is "Eccezione" or "Warning", the word that the names of the children end in or hold.
@@ -107,8 +112,7 @@ public:
 
     std::string operator()(const Refusal& refusal) const
     {
-        return Outcome("<esitoNegativo>" + Leaf("codiceErrore", refusal.code) + Leaf("descErrore", refusal.message) +
-                       Lists(refusal.exceptions, refusal.warnings) + "</esitoNegativo>");
+        return Outcome(NegativeOutcome(refusal) + (refusal.withData ? m_data : ""));
     }
 
     std::string operator()(const SoapFault& fault) const
@@ -167,6 +171,12 @@ private:
 };
 
 } // namespace
+
+std::string NegativeOutcome(const Refusal& refusal)
+{
+    return Wrapped("esitoNegativo", Leaf("codiceErrore", refusal.code) + Leaf("descErrore", refusal.message) +
+                                        Lists(refusal.exceptions, refusal.warnings));
+}
 
 std::string WriteReply(const std::string& service, const Behaviour& behaviour, const std::string& data)
 {

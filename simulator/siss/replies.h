@@ -13,4 +13,10 @@ namespace vellumo::siss
 // `data` is the XML of its data node, for a proper reply. A lost reply is an empty one.
 [[nodiscard]] std::string WriteReply(const std::string& service, const Behaviour& behaviour, const std::string& data);
 
+// An element with this content as it stands, and one with this text.
+[[nodiscard]] std::string Wrapped(const std::string& name, const std::string& content);
+[[nodiscard]] std::string Leaf(const std::string& name, const std::string& text);
+// The element esitoNegativo.
+[[nodiscard]] std::string NegativeOutcome(const Refusal& refusal);
+
 } // namespace vellumo::siss

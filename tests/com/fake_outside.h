@@ -63,7 +63,8 @@ struct FakeOutside
 {
     FakeBridge bridge;
     FakeObjects objects;
-    norda::HostClasses classes{norda::Outside{&bridge, &objects}};
+    norda::PrescriptionObjects prescriptions;
+    norda::HostClasses classes{norda::Outside{&bridge, &objects, &prescriptions}};
 };
 
 } // namespace vellumo::tests

@@ -269,10 +269,6 @@ TEST_CASE("operations of later versions say so, early-bound and late-bound")
     const host::Value id = 1;
     const Operation operations[] = {
         {IID_ICCEProvider, L"Sincronizza", {}},
-        {IID_ICCEProvider, L"ApriSessionePrescrizione", {}},
-        {IID_ICCEProvider, L"VerificaPrescrizione", {id, id}},
-        {IID_ICCEProvider, L"AnnullaPrescrizione", {id, id, id}},
-        {IID_ICCEProvider2, L"VerificaPrescrizioneSingola", {id, id, id}},
         {IID_ICCEProvider2, L"SincronizzaPazienti", {}},
         {IID_ICCEProvider2, L"InviaCertificato", {id}},
         {IID_ICCEProvider2, L"AnnullaCertificato", {id}},
@@ -300,10 +296,43 @@ TEST_CASE("operations of later versions say so, early-bound and late-bound")
         CHECK(fault.Number() == E_NOTIMPL);
         CHECK(fault.Description() == "L'operazione " + name + " non è disponibile in questa versione di Vellumo.");
     }
-    VARIANT_BOOL answer = VARIANT_TRUE;
-    CHECK(provider->RegistraPrescrizione(nullptr, Variant(id).Get(), 1, &answer) == E_NOTIMPL);
-    CHECK(answer == VARIANT_FALSE);
-    CHECK(TakeErrorInfo().interfaceId == IID_ICCEProvider);
+}
+
+TEST_CASE("a prescribing session carries the library's objects through the host's hands")
+{
+    FakeOutside outside;
+    const Library library;
+    {
+        const auto provider = library.CreateProvider();
+        HandOver(*provider, std::make_shared<FixedLockSrv>());
+        ComPtr<IDispatch> session;
+        REQUIRE(provider->ApriSessionePrescrizione(session.Put()) == S_OK);
+        REQUIRE(session);
+
+        // The host writes the options late-bound; who asks again gets the very object, and what was written.
+        const windows::LateBound face(session, L"Session");
+        windows::Member member(L"OpzioniRicetta");
+        const auto options = face.Call(member).Object();
+        REQUIRE(options);
+        const windows::LateBound late(options, L"OpzioniRicetta");
+        windows::Member type(L"TipoRicetta");
+        late.Put(type, Variant(host::Value(2)));
+        const auto again = face.Call(member).Object();
+        CHECK(again.As<IUnknown>(IID_IUnknown).Get() == options.As<IUnknown>(IID_IUnknown).Get());
+        LONG read = 0;
+        CHECK(again.As<_OpzioniRicetta>(IID__OpzioniRicetta)->get_TipoRicetta(&read) == S_OK);
+        CHECK(read == 2);
+
+        VARIANT_BOOL answer = VARIANT_FALSE;
+        CHECK(provider->RegistraPrescrizione(session.Get(), Variant(host::Value(1)).Get(), 1, &answer) == S_OK);
+        CHECK(answer == VARIANT_TRUE); // it waits for validation: nothing is sent
+        answer = VARIANT_TRUE;
+        CHECK(provider->RegistraPrescrizione(nullptr, Variant(host::Value(1)).Get(), 1, &answer) ==
+              MAKE_HRESULT(SEVERITY_ERROR, FACILITY_ITF, 0x0200));
+        CHECK(answer == VARIANT_FALSE);
+        CHECK(TakeErrorInfo().interfaceId == IID_ICCEProvider);
+    }
+    CHECK(library.CanUnload());
 }
 
 TEST_CASE("a host that lets go of the provider while it works does it no harm")

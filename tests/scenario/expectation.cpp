@@ -184,12 +184,17 @@ Look ReadList(Line& line)
 {
     const auto list = Position(line, "number of the list");
     const auto entry = line.Word("the entry that shows");
+    const bool enabled = !line.Take("disabled");
     return [=](Window& window) -> Difference
     {
         const auto lists = window.Lists();
         if (list >= lists.size())
         {
             return "there are only " + std::to_string(lists.size()) + " lists";
+        }
+        if (lists[list].enabled != enabled)
+        {
+            return "list " + std::to_string(list + 1) + (enabled ? " is disabled" : " is enabled");
         }
         const auto index = lists[list].index;
         return Differs("list " + std::to_string(list + 1), entry,

@@ -32,14 +32,6 @@ struct ExpectedWindow
     std::vector<WindowItem> items;
 };
 
-// The result of a call.
-struct Outcome
-{
-    std::string returned; // "" when it faulted
-    std::optional<bool> gestito;
-    std::optional<std::string> fault; // the description
-};
-
 // "Yes", "No" …: how scenarios name the answers of a box.
 [[nodiscard]] std::string NameOf(ui::Answer answer);
 [[nodiscard]] std::string NameOf(ui::Icon icon);

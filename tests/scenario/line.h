@@ -47,6 +47,7 @@ public:
     bool Take(std::string_view word);
     // True when the next thing is in quotes.
     [[nodiscard]] bool NextIsQuoted() const noexcept { return !AtEnd() && m_text[m_at] == '"'; }
+    [[nodiscard]] bool NextIsDigit() const noexcept { return !AtEnd() && m_text[m_at] >= '0' && m_text[m_at] <= '9'; }
     [[nodiscard]] std::int32_t Number(std::string_view meaning);
     // All that is left, without taking it.
     [[nodiscard]] std::string Peek() const { return m_text.substr(m_at); }

@@ -21,6 +21,19 @@ std::string Indented(const std::string& text, const std::string& indent)
     return out;
 }
 
+std::string OnOneLine(std::string_view text)
+{
+    std::string line;
+    for (const char c : text)
+    {
+        if (c != '\r')
+        {
+            line += c == '\n' ? ' ' : c;
+        }
+    }
+    return line;
+}
+
 // As the operator reads them.
 std::string Shown(const ButtonSeen& button)
 {
@@ -52,6 +65,36 @@ std::string ButtonsOf(const Window& window)
     return text;
 }
 
+// Short grids whole, of long ones only how many rows there are.
+std::vector<std::string> RowsOf(const Window& window)
+{
+    constexpr std::size_t few = 4;
+    std::vector<std::string> lines;
+    const auto grids = window.Grids();
+    for (std::size_t grid = 0; grid < grids.size(); ++grid)
+    {
+        if (grids[grid].rowCount > few)
+        {
+            lines.push_back(std::to_string(grids[grid].rowCount) + " righe");
+            continue;
+        }
+        for (std::size_t row = 0; row < grids[grid].rowCount; ++row)
+        {
+            std::string line;
+            for (std::size_t column = 0; column < grids[grid].columns.size(); ++column)
+            {
+                const auto cell = window.Cell(grid, row, column);
+                line += column == 0 ? "" : " | ";
+                line += cell.image == ui::Image::Error     ? "(errore)"
+                        : cell.image == ui::Image::Warning ? "(avviso)"
+                                                           : OnOneLine(cell.text);
+            }
+            lines.push_back(line);
+        }
+    }
+    return lines;
+}
+
 // What is in a reply, in few words: its outcome, or that it is no reply at all.
 std::string OutcomeOf(const std::string& reply)
 {
@@ -71,7 +114,8 @@ std::string OutcomeOf(const std::string& reply)
     {
         return "esito " + outcome + ", " + std::to_string(reply.size()) + " byte";
     }
-    return '"' + reply.substr(0, 70) + '"';
+    return reply.find("Response>") != std::string::npos ? std::to_string(reply.size()) + " byte"
+                                                        : '"' + reply.substr(0, 70) + '"';
 }
 
 std::string ServiceOf(const std::string& requestXml)
@@ -142,6 +186,10 @@ void Narrator::WindowSeen(const Window& window, bool isNew)
     for (const auto& label : window.Labels())
     {
         m_out << "\n                       " << Indented(label, "                       ");
+    }
+    for (const auto& line : RowsOf(window))
+    {
+        m_out << "\n                       " << line;
     }
     m_out << "\n                       pulsanti: " << ButtonsOf(window) << '\n';
 }

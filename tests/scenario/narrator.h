@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tests/scenario/expectation.h"
+#include "tests/scenario/operations.h"
 #include "tests/scenario/snapshot.h"
 
 #include <cstddef>

@@ -1,9 +1,6 @@
 // The lines of a call: its argument, its windows, its result.
 #include "tests/scenario/parser.h"
 
-#include <array>
-#include <charconv>
-
 namespace vellumo::scenario
 {
 namespace
@@ -58,7 +55,14 @@ bool ReadBoolean(Line& line)
     return value;
 }
 
-constexpr std::array operations = {"IdentificaPaziente", "IsActive", "VerificaPaziente", "IsPersonaleStudio", "Studio"};
+std::int32_t ReadKind(Line& line)
+{
+    if (line.Take("drugs"))
+    {
+        return host::kindDrugs;
+    }
+    return line.Take("tests") ? host::kindTests : line.Number("drugs, tests or a number");
+}
 
 } // namespace
 
@@ -78,13 +82,22 @@ void Parser::ReadCall(Line& line)
     m_call = std::make_shared<Call>();
     m_call->place = line.Where();
     m_call->operation = line.Word("the operation");
-    if (std::find(operations.begin(), operations.end(), m_call->operation) == operations.end())
+    const auto* const operation = FindOperation(m_call->operation);
+    if (operation == nullptr)
     {
         line.Fail("the host cannot call " + m_call->operation);
     }
+    const bool onForm = operation->arguments == Arguments::Form;
+    const bool onPrescription = operation->arguments == Arguments::Prescription;
     if (line.Take("with"))
     {
         m_call->argument = ReadArgument(line);
+        m_call->second = onPrescription ? ReadArgument(line) : CallArgument();
+        m_call->kind = onForm || onPrescription ? ReadKind(line) : 0;
+    }
+    else if (onForm || onPrescription)
+    {
+        line.Fail("expected \"with\" and the prescription");
     }
     AddStep(line, [call = m_call](Run& run) { run.Perform(*call); });
 }

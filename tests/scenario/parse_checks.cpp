@@ -207,6 +207,54 @@ void Parser::RequestCheck::Perform(Run& run) const
     }
 }
 
+// The session as the host has it: `opened SenzaSISS True`, `opened TipoRicetta 2`, `opened holds 3 drugs`.
+void Parser::ReadOpened(Line& line)
+{
+    const auto what = line.Word("SenzaSISS, DaValidare, TipoRicetta, ModalitaStampa or holds");
+    const auto expected = line.Word("the value");
+    std::function<std::string(Run&, const norda::PrescriptionSession&)> read;
+    const auto text = [](bool value) { return std::string(value ? "True" : "False"); };
+    if (what == "SenzaSISS")
+    {
+        read = [=](Run&, const auto& session) { return text(session.SenzaSISS()); };
+    }
+    else if (what == "DaValidare")
+    {
+        read = [=](Run&, const auto& session) { return text(session.DaValidare()); };
+    }
+    else if (what == "TipoRicetta" || what == "ModalitaStampa")
+    {
+        read = [=](Run& run, const auto& session)
+        {
+            const auto options = run.GetStage().Provider().OptionsOf(session);
+            return std::to_string(what == "TipoRicetta" ? options.TipoRicetta : options.ModalitaStampa);
+        };
+    }
+    else if (what == "holds")
+    {
+        const auto kind = line.Take("drugs") ? host::kindDrugs : host::kindTests;
+        if (kind == host::kindTests && !line.Take("tests"))
+        {
+            line.Fail("expected drugs or tests");
+        }
+        read = [=](Run&, const auto& session) { return std::to_string(session.ResponseCount(kind)); };
+    }
+    else
+    {
+        line.Fail("expected SenzaSISS, DaValidare, TipoRicetta, ModalitaStampa or holds");
+    }
+    AddCheck(line,
+             [=, place = line.Where()](Run& run)
+             {
+                 const auto* const session = run.Session();
+                 const auto seen = session == nullptr ? "no session" : read(run, *session);
+                 if (seen != expected)
+                 {
+                     run.Report(place, what + " of the session\n  expected: " + expected + "\n  seen:     " + seen);
+                 }
+             });
+}
+
 void Parser::ReadQuery(Line& line)
 {
     m_query = std::make_shared<QueryCheck>();

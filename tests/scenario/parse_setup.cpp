@@ -195,10 +195,16 @@ void Parser::ReadRefuse(Line& line)
                                                                   {"specialist", host::RecordKind::Specialist}};
     line.Take("to");
     line.Take("save");
-    const auto kind = kinds.find(line.Word("patient, asl or specialist"));
+    const auto name = line.Word("patient, asl, specialist or prescription");
+    if (name == "prescription")
+    {
+        AddStep(line, [](Run& run) { run.GetStage().Prescriptions().RefuseSaves(); });
+        return;
+    }
+    const auto kind = kinds.find(name);
     if (kind == kinds.end())
     {
-        line.Fail("expected patient, asl or specialist");
+        line.Fail("expected patient, asl, specialist or prescription");
     }
     AddStep(line, [kind = kind->second](Run& run) { run.GetStage().Objects().RefuseSaves(kind); });
 }

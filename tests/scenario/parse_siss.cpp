@@ -167,11 +167,15 @@ void Parser::ReadBridge(Line& line)
     AddStep(line, [](Run& run) { run.GetStage().RemoveBridge(); });
 }
 
-// `reply 2 …` is for the second call of the scenario, `reply every …` for each that has none of its own.
+// `reply 2 …` is for the second call of the scenario, `reply next …` for the next one from here, `reply next 2 …` for
+// the one behind it, `reply every …` for each that has none of its own.
 void Parser::ReadReply(Line& line)
 {
     const bool every = line.Take("every");
-    const auto number = every ? 0 : line.Number("which call, or every");
+    const bool fromHere = !every && line.Take("next");
+    const auto number = every                             ? 0
+                        : fromHere && !line.NextIsDigit() ? 1
+                                                          : line.Number("which call, next or every");
     auto script = std::make_shared<ReplyScript>();
     auto& reply = script->behaviour.reply;
     if (line.Take("refuses"))
@@ -179,6 +183,11 @@ void Parser::ReadReply(Line& line)
         siss::Refusal refusal;
         refusal.code = line.Word("the code");
         refusal.message = line.Word("the message");
+        refusal.withData = line.Take("with");
+        if (refusal.withData && !line.Take("data"))
+        {
+            line.Fail("expected \"with data\"");
+        }
         reply = refusal;
     }
     else if (line.Take("faults"))
@@ -234,8 +243,40 @@ void Parser::ReadReply(Line& line)
         line.Take("ms");
     }
     m_reply = script;
-    AddStep(line, [script, number](Run& run)
-            { run.GetStage().Network().Behave(static_cast<std::size_t>(number), script->behaviour); });
+    AddStep(line,
+            [script, fromHere, number](Run& run)
+            {
+                auto& network = run.GetStage().Network();
+                const auto before = fromHere ? network.Exchanges().size() : 0;
+                network.Behave(before + static_cast<std::size_t>(number), script->behaviour);
+            });
+}
+
+// How the end of the prescribing phase reports the N-th registration: `final 2 says KO "text"`, `final 2 refuses CODE
+// "text"`, `final 2 empty`.
+void Parser::ReadFinal(Line& line)
+{
+    const auto number = static_cast<std::size_t>(line.Number("which registration of the phase"));
+    siss::FinalOutcome outcome;
+    if (line.Take("says"))
+    {
+        outcome.esito = line.Word("the text of esitoRegistrazione");
+        outcome.messaggio = line.Word("the message");
+    }
+    else if (line.Take("refuses"))
+    {
+        outcome.refusal.code = line.Word("the code");
+        outcome.refusal.message = line.Word("the message");
+        if (!line.AtEnd())
+        {
+            outcome.refusal.exceptions.push_back(ReadDetail(line));
+        }
+    }
+    else if (!line.Take("empty"))
+    {
+        line.Fail("expected says, refuses or empty");
+    }
+    AddStep(line, [=](Run& run) { run.GetStage().Network().Prescribing().SetOutcome(number, outcome); });
 }
 
 void Parser::ReadException(Line& line)

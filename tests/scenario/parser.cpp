@@ -36,6 +36,7 @@ const std::map<std::string, Parser::Keyword>& Parser::Keywords()
         {"card", {&Parser::ReadCard}},
         {"bridge", {&Parser::ReadBridge}},
         {"reply", {&Parser::ReadReply}},
+        {"final", {&Parser::ReadFinal}},
         {"exception", {&Parser::ReadException, true}},
         {"warning", {&Parser::ReadWarning, true}},
         // the calls
@@ -51,6 +52,7 @@ const std::map<std::string, Parser::Keyword>& Parser::Keywords()
         {"request", {&Parser::ReadRequest}},
         {"shown", {&Parser::ReadShown, true}},
         {"at", {&Parser::ReadAt, true}},
+        {"opened", {&Parser::ReadOpened}},
         {"query", {&Parser::ReadQuery}},
         {"row", {&Parser::ReadRow, true}},
         {"no", {&Parser::ReadNoRows, true}},

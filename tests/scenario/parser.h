@@ -102,6 +102,7 @@ private:
     void ReadCard(Line& line);
     void ReadBridge(Line& line);
     void ReadReply(Line& line);
+    void ReadFinal(Line& line);
     void ReadException(Line& line);
     void ReadWarning(Line& line);
 
@@ -119,6 +120,7 @@ private:
     void ReadRequest(Line& line);
     void ReadShown(Line& line);
     void ReadAt(Line& line);
+    void ReadOpened(Line& line);
     void ReadQuery(Line& line);
     void ReadRow(Line& line);
     void ReadNoRows(Line& line);

@@ -5,40 +5,15 @@
 
 #include <algorithm>
 #include <cctype>
-#include <map>
 
 namespace vellumo::scenario
 {
 namespace
 {
 
-using Operation = void (*)(norda::ProviderClient& provider, const norda::Argument& argument, Outcome& outcome);
-
 std::string Text(bool value)
 {
     return value ? "True" : "False";
-}
-
-const std::map<std::string, Operation>& Operations()
-{
-    static const std::map<std::string, Operation> operations = {
-        {"IdentificaPaziente",
-         [](norda::ProviderClient& provider, const norda::Argument& argument, Outcome& outcome)
-         {
-             bool gestito = false;
-             outcome.returned = std::to_string(provider.IdentificaPaziente(argument, gestito));
-             outcome.gestito = gestito;
-         }},
-        {"IsActive", [](norda::ProviderClient& provider, const norda::Argument&, Outcome& outcome)
-         { outcome.returned = Text(provider.IsActive()); }},
-        {"VerificaPaziente", [](norda::ProviderClient& provider, const norda::Argument& argument, Outcome& outcome)
-         { outcome.returned = Text(provider.VerificaPaziente(argument)); }},
-        {"IsPersonaleStudio", [](norda::ProviderClient& provider, const norda::Argument&, Outcome& outcome)
-         { outcome.returned = Text(provider.IsPersonaleStudio()); }},
-        {"Studio", [](norda::ProviderClient& provider, const norda::Argument&, Outcome& outcome)
-         { outcome.returned = std::to_string(provider.Studio()); }},
-    };
-    return operations;
 }
 
 std::string FileName(const std::string& title)
@@ -84,15 +59,31 @@ std::int32_t Run::PatientId(const std::string& codiceFiscale)
         .ToInteger();
 }
 
-// "8, Anna Ferrari"
-std::string Run::Describe(const host::Value& patient)
+// "8, Anna Ferrari" or "101, 2, farmaci"
+std::string Run::Describe(const Call& call, const Asked& asked)
 {
-    auto& database = m_stage->Database();
-    const auto rows = database.Open("SELECT Nome, Cognome FROM Paziente WHERE IDPaziente = " +
-                                    norda::Literal(database.GetDialect(), patient));
-    return rows->IsAtEnd()
-               ? patient.ToText()
-               : patient.ToText() + ", " + rows->Field("Nome").ToText() + ' ' + rows->Field("Cognome").ToText();
+    const auto first = asked.argument.value.ToText();
+    const auto kind = asked.kind == host::kindDrugs   ? ", farmaci"
+                      : asked.kind == host::kindTests ? ", accertamenti"
+                                                      : "";
+    switch (FindOperation(call.operation)->arguments)
+    {
+    case Arguments::None:
+        break;
+    case Arguments::Form:
+        return first + kind;
+    case Arguments::Prescription:
+        return first + ", " + asked.second.value.ToText() + kind;
+    case Arguments::Patient:
+    {
+        auto& database = m_stage->Database();
+        const auto rows = database.Open("SELECT Nome, Cognome FROM Paziente WHERE IDPaziente = " +
+                                        norda::Literal(database.GetDialect(), asked.argument.value));
+        return rows->IsAtEnd() ? first
+                               : first + ", " + rows->Field("Nome").ToText() + ' ' + rows->Field("Cognome").ToText();
+    }
+    }
+    return "";
 }
 
 void Run::Remember()
@@ -112,11 +103,15 @@ void Run::Perform(const Call& call)
 {
     Remember();
     m_place = call.place;
-    norda::Argument argument{call.argument.passing, call.argument.value};
+    Asked asked{m_stage->Provider(),
+                m_session,
+                {call.argument.passing, call.argument.value},
+                {call.second.passing, call.second.value},
+                call.kind};
     if (!call.argument.patient.empty())
     {
-        argument.value = PatientId(call.argument.patient);
-        if (argument.value.ToInteger() == 0)
+        asked.argument.value = PatientId(call.argument.patient);
+        if (asked.argument.value.ToInteger() == 0)
         {
             Report(call.place, "the practice has no patient " + call.argument.patient);
             return;
@@ -124,14 +119,14 @@ void Run::Perform(const Call& call)
     }
     if (m_narrator != nullptr)
     {
-        m_narrator->CallBegins(call.operation, Describe(argument.value));
+        m_narrator->CallBegins(call.operation, Describe(call, asked));
     }
     const auto snapshot = m_narrator != nullptr ? TakeSnapshot(m_stage->Database()) : Snapshot();
     m_player.Begin(call.place, call.windows, m_options.failingStatement != 0);
     Outcome outcome;
     try
     {
-        Operations().at(call.operation)(m_stage->Provider(), argument, outcome);
+        FindOperation(call.operation)->perform(asked, outcome);
     }
     catch (const host::Fault& fault)
     {
@@ -214,6 +209,7 @@ void Run::Finish(const Place& place)
     {
         m_narrator->Logged(m_stage->Practice().LogFolder());
     }
+    m_session.reset();
     if (!m_stage->ReleaseProvider())
     {
         Report(place, "the library could not be unloaded after the provider was released: something still holds it");

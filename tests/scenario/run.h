@@ -3,6 +3,7 @@
 
 #include "tests/scenario/expectation.h"
 #include "tests/scenario/narrator.h"
+#include "tests/scenario/operations.h"
 #include "tests/scenario/player.h"
 #include "tests/scenario/snapshot.h"
 #include "tests/scenario/stage.h"
@@ -36,6 +37,8 @@ struct Call
     Place place;
     std::string operation;
     CallArgument argument;
+    CallArgument second;
+    std::int32_t kind = 0; // of a prescription: 1 drugs, 2 tests
     std::vector<ExpectedWindow> windows;
     std::optional<std::string> returns; // "12", "True", "patient …", "new patient"
     std::optional<bool> gestito;
@@ -59,6 +62,8 @@ public:
     };
     Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator* narrator);
 
+    // Null before the first is opened.
+    [[nodiscard]] const norda::PrescriptionSession* Session() const noexcept { return m_session.get(); }
     [[nodiscard]] Stage& GetStage() noexcept { return *m_stage; }
     void Tell(const std::string& text);
     void Report(const Place& place, const std::string& what) { m_differences.push_back({place, what}); }
@@ -83,7 +88,7 @@ private:
     void OnRequest(const std::string& requestXml);
     void TakeScreenshot(const std::string& title);
     void Remember();
-    [[nodiscard]] std::string Describe(const host::Value& patient);
+    [[nodiscard]] std::string Describe(const Call& call, const Asked& asked);
     [[nodiscard]] std::int32_t PatientId(const std::string& codiceFiscale);
 
     Options m_options;
@@ -91,6 +96,7 @@ private:
     std::vector<Difference> m_differences;
     Player m_player;
     std::unique_ptr<Stage> m_stage;
+    std::shared_ptr<norda::PrescriptionSession> m_session; // that the host keeps
     std::optional<Snapshot> m_before;
     Place m_place; // of the call being made
     std::vector<Travel> m_travels;

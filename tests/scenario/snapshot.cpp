@@ -25,6 +25,9 @@ constexpr std::array tables = {"Norda..Regione",
                                "Paziente",
                                "Residenza",
                                "EsenzionePerPaziente",
+                               "Ricetta",
+                               "RicettaPrestazione",
+                               "RicettaSSN",
                                "SincronizzazioneTabella",
                                "GiornaleServizi"};
 

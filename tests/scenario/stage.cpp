@@ -106,7 +106,7 @@ norda::ProviderClient& Stage::Provider()
 {
     if (!m_provider)
     {
-        m_provider = m_target->CreateProvider({m_bridgeInstalled ? &m_network : nullptr, &m_objects});
+        m_provider = m_target->CreateProvider({m_bridgeInstalled ? &m_network : nullptr, &m_objects, &m_prescriptions});
         HandOver();
     }
     return *m_provider;

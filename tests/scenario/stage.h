@@ -40,6 +40,7 @@ public:
     [[nodiscard]] norda::Practice& Practice() noexcept { return m_practice; }
     [[nodiscard]] siss::Network& Network() noexcept { return m_network; }
     [[nodiscard]] norda::HostObjects& Objects() noexcept { return m_objects; }
+    [[nodiscard]] norda::PrescriptionObjects& Prescriptions() noexcept { return m_prescriptions; }
     [[nodiscard]] Target& GetTarget() noexcept { return *m_target; }
     // A second connection, which sees what is stored and is never made to fail.
     [[nodiscard]] norda::Database& Database() noexcept { return *m_own; }
@@ -66,6 +67,7 @@ private:
     norda::Practice m_practice;
     siss::Network m_network;
     norda::HostObjects m_objects;
+    norda::PrescriptionObjects m_prescriptions;
     std::unique_ptr<Target> m_target;
     std::shared_ptr<norda::Database> m_own;
     std::shared_ptr<norda::Database> m_hosts;

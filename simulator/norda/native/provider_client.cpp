@@ -51,6 +51,27 @@ private:
     host::HostObjects& m_objects;
 };
 
+class PrescriptionsProxy final : public host::PrescriptionObjects
+{
+public:
+    explicit PrescriptionsProxy(host::PrescriptionObjects& objects)
+        : m_objects(objects)
+    {
+    }
+    [[nodiscard]] std::shared_ptr<host::PrescriptionSession> CreateSession() override
+    {
+        return m_objects.CreateSession();
+    }
+    [[nodiscard]] std::unique_ptr<host::PrescriptionData>
+    CreatePrescriptionData(std::int32_t kind, const host::HostServices& services) override
+    {
+        return m_objects.CreatePrescriptionData(kind, services);
+    }
+
+private:
+    host::PrescriptionObjects& m_objects;
+};
+
 class NativeProviderClient final : public ProviderClient
 {
 public:
@@ -81,6 +102,43 @@ public:
         return provider::SISSProvider::VerificaPaziente(ValueOf(idPaziente));
     }
     [[nodiscard]] bool IsPersonaleStudio() override { return m_provider->IsPersonaleStudio(); }
+
+    [[nodiscard]] std::shared_ptr<PrescriptionSession> ApriSessionePrescrizione() override
+    {
+        return std::dynamic_pointer_cast<PrescriptionSession>(m_provider->ApriSessionePrescrizione());
+    }
+    bool RegistraPrescrizione(const std::shared_ptr<PrescriptionSession>& session, const Argument& idRicetta,
+                              std::int32_t kind) override
+    {
+        return m_provider->RegistraPrescrizione(session.get(), ValueOf(idRicetta), kind);
+    }
+    bool RegistraPrescrizioneSingola(const std::shared_ptr<PrescriptionSession>& session, const Argument& idRicetta,
+                                     const Argument& numRicetta, std::int32_t kind) override
+    {
+        return m_provider->RegistraPrescrizioneSingola(session.get(), ValueOf(idRicetta), ValueOf(numRicetta), kind);
+    }
+    bool ChiudiSessionePrescrizione(const std::shared_ptr<PrescriptionSession>& session) override
+    {
+        return m_provider->ChiudiSessionePrescrizione(session.get());
+    }
+    [[nodiscard]] bool VerificaPrescrizione(const Argument& idRicetta, std::int32_t kind) override
+    {
+        return m_provider->VerificaPrescrizione(ValueOf(idRicetta), kind);
+    }
+    [[nodiscard]] bool VerificaPrescrizioneSingola(const Argument& idRicetta, const Argument& numRicetta,
+                                                   std::int32_t kind) override
+    {
+        return m_provider->VerificaPrescrizioneSingola(ValueOf(idRicetta), ValueOf(numRicetta), kind);
+    }
+    bool AnnullaPrescrizione(const Argument& idRicetta, const Argument& numRicetta, std::int32_t value) override
+    {
+        return m_provider->AnnullaPrescrizione(ValueOf(idRicetta), ValueOf(numRicetta), value);
+    }
+    [[nodiscard]] host::OpzioniRicetta OptionsOf(const PrescriptionSession& session) override
+    {
+        const auto options = session.Options();
+        return options ? *options : throw host::Fault("La sessione non ha opzioni di stampa.");
+    }
 
     [[nodiscard]] bool Release() override
     {
@@ -152,6 +210,7 @@ std::unique_ptr<ProviderClient> CreateNativeProvider(const Outside& outside, std
     provider::Surroundings surroundings;
     surroundings.bridge = std::make_unique<BridgeProxy>(*outside.bridge);
     surroundings.objects = std::make_unique<ObjectsProxy>(*outside.objects);
+    surroundings.prescriptions = std::make_unique<PrescriptionsProxy>(*outside.prescriptions);
     surroundings.settings = std::make_unique<platform::FileSettingsStore>(settingsFile);
     surroundings.clock = std::make_unique<host::SystemClock>();
     surroundings.desktop = std::move(desktop);

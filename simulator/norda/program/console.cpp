@@ -216,7 +216,7 @@ ProviderClient& Console::Provider()
 {
     if (!m_provider)
     {
-        m_provider = m_workstation.CreateProvider({&m_network, &m_objects});
+        m_provider = m_workstation.CreateProvider({&m_network, &m_objects, &m_prescriptions});
         m_provider->SetConnection(m_database);
         m_provider->SetUtils(m_utils);
         m_provider->SetStudio(Practice::studio);

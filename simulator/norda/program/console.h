@@ -65,6 +65,7 @@ private:
     std::ostream& m_out;
     siss::Network m_network;
     HostObjects m_objects;
+    PrescriptionObjects m_prescriptions;
     std::shared_ptr<Database> m_database;
     std::shared_ptr<HostUtils> m_utils;
     User m_user;

@@ -107,6 +107,55 @@ CREATE TABLE EsenzionePerPaziente (
   Scadenza DATETIME NULL
 );
 CREATE INDEX IX_EsenzionePerPaziente ON EsenzionePerPaziente (IDPaziente, IDEsenzione);
+CREATE TABLE Ricetta (
+  IDRigaRicetta INT IDENTITY(1,1) PRIMARY KEY,
+  IDRicetta INT NOT NULL,
+  NumRicetta INT NOT NULL,
+  IDPaziente INT NOT NULL,
+  DataRicetta DATETIME NOT NULL,
+  EtaPaziente INT NOT NULL,
+  TipoRicetta NVARCHAR(2) NOT NULL,
+  IDFormatoRicetta INT NOT NULL,
+  IDTipoRichiesta INT NOT NULL,
+  IDPrioritaRicetta INT NULL,
+  TipoRaggruppamento INT NOT NULL,
+  IDPartecipazioneSpesa INT NULL,
+  GruppoEsenzione NVARCHAR(2) NULL,
+  CodiceEsenzione NVARCHAR(20) NULL,
+  NumeroEsenzione NVARCHAR(20) NULL,
+  Annotazioni NVARCHAR(255) NULL,
+  MotivoRicetta NVARCHAR(1000) NULL,
+  CodiceAIC_1 NVARCHAR(9) NULL,
+  Farmaco_1 NVARCHAR(100) NULL,
+  Quantita_1 FLOAT NULL,
+  Classe_1 NVARCHAR(2) NULL,
+  Posologia_1 NVARCHAR(100) NULL,
+  NotaCuf_1 NVARCHAR(10) NULL,
+  CodiceAIC_2 NVARCHAR(9) NULL,
+  Farmaco_2 NVARCHAR(100) NULL,
+  Quantita_2 FLOAT NULL,
+  Classe_2 NVARCHAR(2) NULL,
+  Posologia_2 NVARCHAR(100) NULL,
+  NotaCuf_2 NVARCHAR(10) NULL
+);
+CREATE INDEX IX_Ricetta ON Ricetta (IDRicetta, NumRicetta);
+CREATE TABLE RicettaPrestazione (
+  IDRicettaPrestazione INT IDENTITY(1,1) PRIMARY KEY,
+  IDRicetta INT NOT NULL,
+  NumRicetta INT NOT NULL,
+  Codice NVARCHAR(12) NULL,
+  Prestazione NVARCHAR(100) NULL,
+  Quantita INT NULL
+);
+CREATE TABLE RicettaSSN (
+  IDRicettaSSN INT IDENTITY(1,1) PRIMARY KEY,
+  IDRicetta INT NOT NULL,
+  NumRicetta INT NOT NULL,
+  IDMenuItem INT NOT NULL,
+  CodiceIUP NVARCHAR(20) NULL,
+  NumeroProtocollo NVARCHAR(20) NULL,
+  Annullata BIT NOT NULL
+);
 CREATE TABLE SincronizzazioneTabella (
   IDSincronizzazioneTabella INT IDENTITY(1,1) PRIMARY KEY,
   Tabella NVARCHAR(60) NOT NULL,

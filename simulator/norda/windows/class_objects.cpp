@@ -24,6 +24,8 @@ namespace
 constexpr CLSID patientClass{0xefc74dbd, 0xb718, 0x475d, {0x9d, 0x92, 0xbb, 0x69, 0xde, 0x96, 0x9b, 0xde}};
 constexpr CLSID aslClass{0x8172c88b, 0xb2c1, 0x4743, {0x8d, 0x64, 0x64, 0x29, 0xea, 0x4c, 0xdf, 0x00}};
 constexpr CLSID specialistClass{0x5aec6df5, 0x2390, 0x41aa, {0x88, 0x8a, 0x38, 0x5b, 0xb5, 0x2f, 0x31, 0x5d}};
+constexpr CLSID sessionClass{0x2e4f7a61, 0x51c8, 0x4d6b, {0xa3, 0x0f, 0x8c, 0x3d, 0x92, 0x17, 0x5e, 0xb4}};
+constexpr CLSID prescriptionDataClass{0xb16c0d94, 0x7a3e, 0x4f25, {0x8e, 0x61, 0x0b, 0xd7, 0x49, 0xa8, 0x23, 0xfc}};
 constexpr CLSID settingsClass{0x69df90c1, 0x048e, 0x417d, {0xb9, 0xb7, 0x48, 0xaf, 0x83, 0x45, 0x41, 0x8a}};
 
 const std::wstring classes = L"Software\\Classes\\";
@@ -176,6 +178,13 @@ HostClasses::HostClasses(const Outside& outside)
             Offer(names::aslProgId, aslClass, record(host::RecordKind::Asl));
             Offer(names::specialistProgId, specialistClass, record(host::RecordKind::Specialist));
             Offer(names::settingsProgId, settingsClass, [objects] { return MakeSettingsFace(*objects); });
+        }
+        if (PrescriptionObjects* prescriptions = outside.prescriptions)
+        {
+            Offer(names::sessionProgId, sessionClass,
+                  [] { return MakeSessionFace(PrescriptionObjects::NewSession()); });
+            Offer(names::prescriptionDataProgId, prescriptionDataClass,
+                  [prescriptions] { return MakePrescriptionDataFace(*prescriptions); });
         }
     }
     catch (...)

@@ -152,6 +152,74 @@ public:
         return Ask([&](VARIANT_BOOL* answer) { return m_own->IsPersonaleStudio(answer); });
     }
 
+    [[nodiscard]] std::shared_ptr<PrescriptionSession> ApriSessionePrescrizione() override
+    {
+        ComPtr<IDispatch> opened;
+        Check(m_provider->ApriSessionePrescrizione(opened.Put()), "ApriSessionePrescrizione");
+        return opened ? SessionOf(opened.Get()) : nullptr;
+    }
+    bool RegistraPrescrizione(const std::shared_ptr<PrescriptionSession>& session, const Argument& idRicetta,
+                              std::int32_t kind) override
+    {
+        const PassedArgument form(idRicetta);
+        return Ask([&](VARIANT_BOOL* answer)
+                   { return m_provider->RegistraPrescrizione(FaceOf(session).Get(), form.Get(), kind, answer); });
+    }
+    bool RegistraPrescrizioneSingola(const std::shared_ptr<PrescriptionSession>& session, const Argument& idRicetta,
+                                     const Argument& numRicetta, std::int32_t kind) override
+    {
+        const PassedArgument form(idRicetta);
+        const PassedArgument number(numRicetta);
+        return Ask(
+            [&](VARIANT_BOOL* answer) {
+                return m_provider->RegistraPrescrizioneSingola(FaceOf(session).Get(), form.Get(), number.Get(), kind,
+                                                               answer);
+            });
+    }
+    bool ChiudiSessionePrescrizione(const std::shared_ptr<PrescriptionSession>& session) override
+    {
+        return Ask([&](VARIANT_BOOL* answer)
+                   { return m_provider->ChiudiSessionePrescrizione(FaceOf(session).Get(), answer); });
+    }
+    [[nodiscard]] bool VerificaPrescrizione(const Argument& idRicetta, std::int32_t kind) override
+    {
+        const PassedArgument form(idRicetta);
+        return Ask([&](VARIANT_BOOL* answer) { return m_provider->VerificaPrescrizione(form.Get(), kind, answer); });
+    }
+    [[nodiscard]] bool VerificaPrescrizioneSingola(const Argument& idRicetta, const Argument& numRicetta,
+                                                   std::int32_t kind) override
+    {
+        const PassedArgument form(idRicetta);
+        const PassedArgument number(numRicetta);
+        const auto second = m_provider.As<ICCEProvider2>(IID_ICCEProvider2);
+        return Ask([&](VARIANT_BOOL* answer)
+                   { return second->VerificaPrescrizioneSingola(form.Get(), number.Get(), kind, answer); });
+    }
+    bool AnnullaPrescrizione(const Argument& idRicetta, const Argument& numRicetta, std::int32_t value) override
+    {
+        const PassedArgument form(idRicetta);
+        const PassedArgument number(numRicetta);
+        return Ask([&](VARIANT_BOOL* answer)
+                   { return m_provider->AnnullaPrescrizione(form.Get(), number.Get(), value, answer); });
+    }
+    [[nodiscard]] host::OpzioniRicetta OptionsOf(const PrescriptionSession& session) override
+    {
+        const auto object = ObjectOf(session.KeptOptions());
+        const auto options = object.As<_OpzioniRicetta>(IID__OpzioniRicetta);
+        if (!options)
+        {
+            throw host::Fault("La sessione non ha opzioni di stampa.");
+        }
+        LONG print = 0;
+        LONG type = 0;
+        Check(options->get_ModalitaStampa(&print), "ModalitaStampa");
+        Check(options->get_TipoRicetta(&type), "TipoRicetta");
+        host::OpzioniRicetta read;
+        read.ModalitaStampa = static_cast<std::int32_t>(print);
+        read.TipoRicetta = static_cast<std::int32_t>(type);
+        return read;
+    }
+
     [[nodiscard]] bool Release() override
     {
         m_own.Reset();
@@ -162,6 +230,12 @@ public:
     }
 
 private:
+    // A host that keeps the session in a variable of its own passes another reference each time.
+    static ComPtr<IDispatch> FaceOf(const std::shared_ptr<PrescriptionSession>& session)
+    {
+        return session ? MakeSessionFace(session) : nullptr;
+    }
+
     template <class Call>
     static bool Ask(Call&& call)
     {

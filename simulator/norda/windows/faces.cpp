@@ -216,7 +216,6 @@ protected:
         return services;
     }
 
-private:
     void AddObject(const wchar_t* name, ComPtr<IDispatch>& object)
     {
         AddMember(
@@ -228,6 +227,7 @@ private:
             });
     }
 
+private:
     ComPtr<IDispatch> m_connection;
     ComPtr<IDispatch> m_lockSrv;
 };
@@ -235,10 +235,11 @@ private:
 class RecordFace final : public ServicedFace
 {
 public:
-    RecordFace(host::HostObjects& objects, host::RecordKind kind)
+    using Maker = std::function<std::unique_ptr<host::Record>(const host::HostServices&)>;
+
+    explicit RecordFace(Maker make)
         : ServicedFace(names::record::self)
-        , m_objects(objects)
-        , m_kind(kind)
+        , m_make(std::move(make))
     {
         AddMember(
             names::record::studio, [this](const Arguments&) { return Variant(host::Value(m_studio)); },
@@ -267,6 +268,13 @@ public:
         AddMember(names::record::id, [this](const Arguments&) { return Variant(host::Value(Record().Id())); });
     }
 
+    // Over a record that is loaded already.
+    explicit RecordFace(std::unique_ptr<host::Record> record)
+        : RecordFace(Maker())
+    {
+        m_record = std::move(record);
+    }
+
 private:
     host::Record& Record()
     {
@@ -274,15 +282,166 @@ private:
         {
             host::HostServices services = Services();
             services.studio = m_studio;
-            m_record = m_objects.CreateRecord(m_kind, services);
+            m_record = m_make(services);
         }
         return *m_record;
     }
 
-    host::HostObjects& m_objects;
-    host::RecordKind m_kind;
+    Maker m_make;
     std::int32_t m_studio = 0;
     std::unique_ptr<host::Record> m_record;
+};
+
+// The keys of a list of prescriptions, as a result of the database.
+class KeyRows final : public host::Recordset
+{
+public:
+    explicit KeyRows(std::vector<host::PrescriptionKey> keys)
+        : m_keys(std::move(keys))
+    {
+    }
+    [[nodiscard]] bool IsAtEnd() const override { return m_row >= m_keys.size(); }
+    void MoveNext() override { ++m_row; }
+    [[nodiscard]] std::size_t ColumnCount() const override { return 2; }
+    [[nodiscard]] std::string ColumnName(std::size_t column) const override
+    {
+        return column == 0 ? "IDRicetta" : "NumRicetta";
+    }
+    [[nodiscard]] host::Value Field(std::size_t column) const override
+    {
+        const host::PrescriptionKey& key = m_keys.at(m_row);
+        return column == 0 ? key.IDRicetta : key.NumRicetta;
+    }
+    [[nodiscard]] host::Value Field(std::string_view name) const override
+    {
+        return Field(name == "IDRicetta" ? 0U : 1U);
+    }
+
+private:
+    std::vector<host::PrescriptionKey> m_keys;
+    std::size_t m_row = 0;
+};
+
+class PrescriptionDataFace final : public ServicedFace
+{
+public:
+    explicit PrescriptionDataFace(host::PrescriptionObjects& objects)
+        : ServicedFace(names::prescriptionData::self)
+        , m_objects(objects)
+    {
+        AddObject(names::prescriptionData::utils, m_utils);
+        AddMember(
+            names::prescriptionData::kind, [this](const Arguments&) { return Variant(host::Value(m_kind)); },
+            [this](const Arguments& arguments)
+            {
+                m_kind = arguments.Integer(0);
+                return Variant();
+            });
+        AddMember(names::prescriptionData::list,
+                  [this](const Arguments& arguments)
+                  {
+                      return Variant(MakeRecordsetFace(std::make_unique<KeyRows>(
+                                                           Data().List(arguments.Integer(0), arguments.Integer(1))))
+                                         .Get());
+                  });
+        AddMember(names::prescriptionData::find,
+                  [this](const Arguments& arguments)
+                  {
+                      auto row = Data().Find({arguments.Integer(0), arguments.Integer(1)});
+                      return row ? Variant(MakeFace<RecordFace>(std::move(row)).Get())
+                                 : Variant(static_cast<IDispatch*>(nullptr));
+                  });
+    }
+
+private:
+    host::PrescriptionData& Data()
+    {
+        if (!m_utils)
+        {
+            throw host::Fault("I dati delle ricette non hanno ricevuto l'oggetto Utils.");
+        }
+        if (!m_data)
+        {
+            m_data = m_objects.CreatePrescriptionData(m_kind, Services());
+        }
+        return *m_data;
+    }
+
+    host::PrescriptionObjects& m_objects;
+    ComPtr<IDispatch> m_utils;
+    std::int32_t m_kind = 0;
+    std::unique_ptr<host::PrescriptionData> m_data;
+};
+
+// An object of the library in the hands of the host.
+struct HeldObject final : host::KeptObject
+{
+    explicit HeldObject(ComPtr<IDispatch> held)
+        : object(std::move(held))
+    {
+    }
+    ComPtr<IDispatch> object;
+};
+
+class SessionFace final : public DispatchFace
+{
+public:
+    explicit SessionFace(std::shared_ptr<PrescriptionSession> session)
+        : DispatchFace(names::session::self)
+        , m_session(std::move(session))
+    {
+        AddMember(
+            names::session::withoutSiss,
+            [this](const Arguments&) { return Variant(host::Value(m_session->SenzaSISS())); },
+            [this](const Arguments& arguments)
+            {
+                m_session->SetSenzaSISS(arguments.Value(0).ToBoolean());
+                return Variant();
+            });
+        AddMember(
+            names::session::toValidate,
+            [this](const Arguments&) { return Variant(host::Value(m_session->DaValidare())); },
+            [this](const Arguments& arguments)
+            {
+                m_session->SetDaValidare(arguments.Value(0).ToBoolean());
+                return Variant();
+            });
+        AddMember(
+            names::session::options,
+            [this](const Arguments&) { return Variant(ObjectOf(m_session->KeptOptions()).Get()); },
+            [this](const Arguments& arguments)
+            {
+                m_session->KeepOptions(std::make_shared<HeldObject>(arguments.Object(0)));
+                return Variant();
+            });
+        AddResponses();
+    }
+
+    [[nodiscard]] const std::shared_ptr<PrescriptionSession>& Native() const noexcept { return m_session; }
+
+private:
+    void AddResponses()
+    {
+        AddMember(names::session::addResponse,
+                  [this](const Arguments& arguments)
+                  {
+                      m_session->AddResponse(arguments.Integer(0), std::make_shared<HeldObject>(arguments.Object(1)));
+                      return Variant();
+                  });
+        AddMember(names::session::responseCount,
+                  [this](const Arguments& arguments) {
+                      return Variant(
+                          host::Value(static_cast<std::int32_t>(m_session->ResponseCount(arguments.Integer(0)))));
+                  });
+        AddMember(names::session::response,
+                  [this](const Arguments& arguments)
+                  {
+                      const auto position = static_cast<std::size_t>(arguments.Integer(1));
+                      return Variant(ObjectOf(m_session->Response(arguments.Integer(0), position)).Get());
+                  });
+    }
+
+    std::shared_ptr<PrescriptionSession> m_session;
 };
 
 class SettingsFace final : public ServicedFace
@@ -336,12 +495,35 @@ ComPtr<IDispatch> MakeBridgeFace(host::Bridge& bridge)
 
 ComPtr<IDispatch> MakeRecordFace(host::HostObjects& objects, host::RecordKind kind)
 {
-    return MakeFace<RecordFace>(objects, kind);
+    return MakeFace<RecordFace>(RecordFace::Maker([&objects, kind](const host::HostServices& services)
+                                                  { return objects.CreateRecord(kind, services); }));
 }
 
 ComPtr<IDispatch> MakeSettingsFace(host::HostObjects& objects)
 {
     return MakeFace<SettingsFace>(objects);
+}
+
+ComPtr<IDispatch> MakePrescriptionDataFace(host::PrescriptionObjects& objects)
+{
+    return MakeFace<PrescriptionDataFace>(objects);
+}
+
+ComPtr<IDispatch> MakeSessionFace(std::shared_ptr<PrescriptionSession> session)
+{
+    return MakeFace<SessionFace>(std::move(session));
+}
+
+std::shared_ptr<PrescriptionSession> SessionOf(IDispatch* face)
+{
+    const auto* const session = dynamic_cast<SessionFace*>(DispatchFace::From(face));
+    return session ? session->Native() : nullptr;
+}
+
+ComPtr<IDispatch> ObjectOf(const std::shared_ptr<host::KeptObject>& kept)
+{
+    const auto held = std::dynamic_pointer_cast<HeldObject>(kept);
+    return held ? held->object : nullptr;
 }
 
 } // namespace vellumo::norda

@@ -8,6 +8,7 @@
 #include "host/records.h"
 #include "host/utils.h"
 #include "platform/windows/com_ptr.h"
+#include "simulator/norda/prescriptions.h"
 
 #include <memory>
 
@@ -27,5 +28,15 @@ namespace vellumo::norda
 // makes the record.
 [[nodiscard]] windows::ComPtr<IDispatch> MakeRecordFace(host::HostObjects& objects, host::RecordKind kind);
 [[nodiscard]] windows::ComPtr<IDispatch> MakeSettingsFace(host::HostObjects& objects);
+
+[[nodiscard]] windows::ComPtr<IDispatch> MakePrescriptionDataFace(host::PrescriptionObjects& objects);
+
+// The session as the library creates it. What it is given to keep are the library's COM objects; it holds each one
+// and gives the same back.
+[[nodiscard]] windows::ComPtr<IDispatch> MakeSessionFace(std::shared_ptr<PrescriptionSession> session);
+// Null for an object that is no such face.
+[[nodiscard]] std::shared_ptr<PrescriptionSession> SessionOf(IDispatch* face);
+// The COM object in a slot of the session; null when there is none.
+[[nodiscard]] windows::ComPtr<IDispatch> ObjectOf(const std::shared_ptr<host::KeptObject>& kept);
 
 } // namespace vellumo::norda

@@ -1,0 +1,42 @@
+// The host operation ChiudiSessionePrescrizione: shows what SISS refused or flagged, stores the codes that it gave,
+// and ends the prescribing phase, whose answer carries the final result of every prescription.
+//
+// A code that SISS gave and that could not be stored goes to the host's journal of service errors.
+#pragma once
+
+#include "host/prescriptions.h"
+#include "prescription/sent_response.h"
+#include "service/provider_context.h"
+
+#include <memory>
+
+namespace vellumo::prescription
+{
+
+class SessionClosing
+{
+public:
+    SessionClosing(const service::ProviderContext& context, host::PrescriptionObjects& objects)
+        : m_context(context)
+        , m_objects(objects)
+    {
+    }
+
+    // The answer tells the host whether to print. Faults of the two steps are trapped there and answer False; a fault
+    // of the session object itself goes through.
+    [[nodiscard]] bool Run(host::PrescriptionSession& session) const;
+
+private:
+    [[nodiscard]] bool Close(host::PrescriptionSession& session) const;
+    // The results window and the storing of the codes returned at registration. False: the operator cancelled all,
+    // nothing is written.
+    [[nodiscard]] bool ReviewRegistrationResults(const host::PrescriptionSession& session) const;
+    [[nodiscard]] bool EndPrescribingPhase(const host::PrescriptionSession& session) const;
+    // Null when the host has no such row.
+    [[nodiscard]] std::unique_ptr<host::Record> FindRow(const SentPrescription& prescription) const;
+
+    const service::ProviderContext& m_context;
+    host::PrescriptionObjects& m_objects;
+};
+
+} // namespace vellumo::prescription

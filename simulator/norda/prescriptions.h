@@ -1,0 +1,58 @@
+// The simulated host's own classes around prescriptions: the session that it keeps, and its access to RicettaSSN.
+#pragma once
+
+#include "host/prescriptions.h"
+#include "simulator/norda/database.h"
+
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace vellumo::norda
+{
+
+// Keeps what it is given and gives the same back.
+class PrescriptionSession final : public host::PrescriptionSession
+{
+public:
+    [[nodiscard]] bool SenzaSISS() const override { return m_withoutSiss; }
+    void SetSenzaSISS(bool value) override { m_withoutSiss = value; }
+    [[nodiscard]] bool DaValidare() const override { return m_toValidate; }
+    void SetDaValidare(bool value) override { m_toValidate = value; }
+
+    // Null also when the options are not an object of this program.
+    [[nodiscard]] std::shared_ptr<host::OpzioniRicetta> Options() const override;
+    void SetOptions(const std::shared_ptr<host::OpzioniRicetta>& options) override { m_options = options; }
+    [[nodiscard]] const std::shared_ptr<host::KeptObject>& KeptOptions() const noexcept { return m_options; }
+    void KeepOptions(std::shared_ptr<host::KeptObject> options) { m_options = std::move(options); }
+
+    void AddResponse(std::int32_t kind, const std::shared_ptr<host::KeptObject>& response) override;
+    [[nodiscard]] std::size_t ResponseCount(std::int32_t kind) const override;
+    [[nodiscard]] std::shared_ptr<host::KeptObject> Response(std::int32_t kind, std::size_t position) const override;
+
+private:
+    bool m_withoutSiss = false;
+    bool m_toValidate = false;
+    std::shared_ptr<host::KeptObject> m_options;
+    std::map<std::int32_t, std::vector<std::shared_ptr<host::KeptObject>>> m_responses; // by kind
+};
+
+class PrescriptionObjects final : public host::PrescriptionObjects
+{
+public:
+    [[nodiscard]] std::shared_ptr<host::PrescriptionSession> CreateSession() override { return NewSession(); }
+    [[nodiscard]] static std::shared_ptr<PrescriptionSession> NewSession()
+    {
+        return std::make_shared<PrescriptionSession>();
+    }
+    [[nodiscard]] std::unique_ptr<host::PrescriptionData>
+    CreatePrescriptionData(std::int32_t kind, const host::HostServices& services) override;
+
+    // From now on rows of RicettaSSN answer False to `Save` and store nothing.
+    void RefuseSaves() noexcept { m_refuseSaves = true; }
+
+private:
+    bool m_refuseSaves = false;
+};
+
+} // namespace vellumo::norda

@@ -1,0 +1,66 @@
+#include "simulator/siss/prescribing.h"
+
+#include "simulator/siss/replies.h"
+
+namespace vellumo::siss
+{
+namespace
+{
+
+constexpr std::string_view drugs = "01"; // tipologiaPrescrizione
+
+std::string Numbered(const std::string& prefix, int number, std::size_t digits)
+{
+    const auto text = std::to_string(number);
+    return prefix + std::string(digits - text.size(), '0') + text;
+}
+
+} // namespace
+
+std::string PrescribingPhase::Begin()
+{
+    m_open = true;
+    m_registered.clear();
+    return "<datiRisposta><esitoServizio>OK</esitoServizio></datiRisposta>";
+}
+
+std::string PrescribingPhase::Register(const Element& request)
+{
+    ++m_issued;
+    const auto kind =
+        request.TextAt("param/nuovaPrescrizione/datiAmministrativiPrescrizione/tipologiaPrescrizione").value_or("");
+    m_registered.push_back({Numbered("0300A4", m_issued, 9), Numbered("030", m_issued, 12), kind == drugs});
+    return Wrapped("datiRisposta",
+                   Wrapped("datiAmministrativiPrescrizione", Leaf("identificativoUnivoco", m_registered.back().code)));
+}
+
+std::string PrescribingPhase::End()
+{
+    std::string ofDrugs;
+    std::string ofOthers;
+    for (std::size_t i = 0; i < m_registered.size(); ++i)
+    {
+        (m_registered[i].isDrugs ? ofDrugs : ofOthers) += Wrapped("risultatoRegistrazione", ResultOf(i));
+    }
+    m_open = false;
+    return Wrapped("datiRisposta", Wrapped("elencoRisultati", ofDrugs + ofOthers));
+}
+
+std::string PrescribingPhase::ResultOf(std::size_t position) const
+{
+    const auto own = m_outcomes.find(position + 1);
+    if (own == m_outcomes.end())
+    {
+        const Registered& registered = m_registered[position];
+        return Leaf("esitoRegistrazione", "OK") + Leaf("idModulo", registered.module) +
+               Leaf("identificativoUnivoco", registered.code) + Leaf("messaggioRegistrazione", "");
+    }
+    const FinalOutcome& outcome = own->second;
+    if (!outcome.esito.empty())
+    {
+        return Leaf("esitoRegistrazione", outcome.esito) + Leaf("messaggioRegistrazione", outcome.messaggio);
+    }
+    return outcome.refusal.code.empty() ? std::string() : NegativeOutcome(outcome.refusal);
+}
+
+} // namespace vellumo::siss

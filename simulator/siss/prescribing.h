@@ -1,0 +1,57 @@
+// The prescribing phase of the simulated SISS: opened, filled with registrations, ended with the final result of each.
+#pragma once
+
+#include "simulator/siss/behaviour.h"
+#include "simulator/siss/xml_text.h"
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace vellumo::siss
+{
+
+// How a registration of the phase comes out when the phase is ended, other than well.
+struct FinalOutcome
+{
+    std::string esito;     // text of esitoRegistrazione; "" leaves the element out
+    std::string messaggio; // text of messaggioRegistrazione
+    // Without `esito`: what esitoNegativo holds; a code of "" leaves that out, too.
+    Refusal refusal;
+};
+
+class PrescribingPhase
+{
+public:
+    [[nodiscard]] bool IsOpen() const noexcept { return m_open; }
+
+    // Each answers the data node of its reply.
+    std::string Begin();
+    // Gives the prescription its unique code ("0300A4" and nine digits).
+    std::string Register(const Element& request);
+    // One result for each prescription that was registered in the phase: drugs, then all others, each in the order of
+    // registration.
+    std::string End();
+
+    // For the registration with this number within the phase, counted from 1.
+    void SetOutcome(std::size_t registration, FinalOutcome outcome) { m_outcomes[registration] = std::move(outcome); }
+
+private:
+    struct Registered
+    {
+        std::string code;
+        std::string module; // number of the form: 15 digits
+        bool isDrugs = false;
+    };
+
+    // What stands in the result of the registration at this position.
+    [[nodiscard]] std::string ResultOf(std::size_t position) const;
+
+    bool m_open = false;
+    std::vector<Registered> m_registered;
+    std::map<std::size_t, FinalOutcome> m_outcomes;
+    int m_issued = 0; // codes given by this network so far
+};
+
+} // namespace vellumo::siss

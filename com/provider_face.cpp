@@ -1,6 +1,7 @@
 #include "com/provider_face.h"
 
 #include "com/kept_objects.h"
+#include "host/fault.h"
 #include "platform/windows/ado.h"
 #include "platform/windows/dispatch_bridge.h"
 #include "platform/windows/dispatch_prescriptions.h"
@@ -176,6 +177,47 @@ HRESULT ProviderFace::VerificaPaziente(VARIANT, VARIANT_BOOL* result)
     return S_OK;
 }
 
+HRESULT ProviderFace::OnCertificate(VARIANT certificato, VARIANT_BOOL* result, CertificateOperation operation)
+{
+    if (!result)
+    {
+        return E_POINTER;
+    }
+    *result = VARIANT_FALSE;
+    return Guard(*this, IID_ICCEProvider2,
+                 [&]
+                 {
+                     const auto record = windows::RecordIn(certificato);
+                     *result = ToVariantBool((m_provider.*operation)(record.get()));
+                 });
+}
+
+HRESULT ProviderFace::InviaCertificato(VARIANT certificato, VARIANT_BOOL* result)
+{
+    return OnCertificate(certificato, result, &provider::SISSProvider::InviaCertificato);
+}
+
+HRESULT ProviderFace::AnnullaCertificato(VARIANT certificato, VARIANT_BOOL* result)
+{
+    return OnCertificate(certificato, result, &provider::SISSProvider::AnnullaCertificato);
+}
+
+HRESULT ProviderFace::InserisciContatto(VARIANT idPaziente, VARIANT_BOOL* result)
+{
+    if (!result)
+    {
+        return E_POINTER;
+    }
+    *result = VARIANT_FALSE;
+    return Guard(*this, IID_ICCEProviderContact,
+                 [&]
+                 {
+                     host::Value id; // what cannot be read is nobody's identifier
+                     host::PassOver([&] { id = windows::ToValue(idPaziente); });
+                     *result = ToVariantBool(m_provider.InserisciContatto(id));
+                 });
+}
+
 HRESULT ProviderFace::get_Connection(IDispatch** value)
 {
     return HandBack(m_handles->connection, value);
@@ -295,21 +337,6 @@ HRESULT ProviderFace::Sincronizza(VARIANT_BOOL* result)
 HRESULT ProviderFace::SincronizzaPazienti(VARIANT_BOOL* result)
 {
     return AnswerNotAvailable(result, IID_ICCEProvider2, "SincronizzaPazienti");
-}
-
-HRESULT ProviderFace::InviaCertificato(VARIANT, VARIANT_BOOL* result)
-{
-    return AnswerNotAvailable(result, IID_ICCEProvider2, "InviaCertificato");
-}
-
-HRESULT ProviderFace::AnnullaCertificato(VARIANT, VARIANT_BOOL* result)
-{
-    return AnswerNotAvailable(result, IID_ICCEProvider2, "AnnullaCertificato");
-}
-
-HRESULT ProviderFace::InserisciContatto(VARIANT, VARIANT_BOOL* result)
-{
-    return AnswerNotAvailable(result, IID_ICCEProviderContact, "InserisciContatto");
 }
 
 } // namespace vellumo::com

@@ -73,6 +73,9 @@ public:
 private:
     ~ProviderFace() override = default;
 
+    using CertificateOperation = bool (provider::SISSProvider::*)(host::Record* certificato);
+    HRESULT OnCertificate(VARIANT certificato, VARIANT_BOOL* result, CertificateOperation operation);
+
     std::shared_ptr<windows::HostHandles> m_handles;
     provider::SISSProvider m_provider;
 };

@@ -1,5 +1,7 @@
 #include "provider/siss_provider.h"
 
+#include "certificate/certificates.h"
+#include "certificate/contacts.h"
 #include "environment/siss_environment.h"
 #include "host/fault.h"
 #include "patient/identification.h"
@@ -131,6 +133,21 @@ bool SISSProvider::AnnullaPrescrizione(const host::Value& idRicetta, const host:
 {
     return prescription::PrescriptionCheck(m_parts->context, *m_parts->surroundings.prescriptions)
         .Cancel(idRicetta, numRicetta, value);
+}
+
+bool SISSProvider::InviaCertificato(host::Record* certificato) noexcept
+{
+    return certificate::Certificates(m_parts->context).Send(certificato);
+}
+
+bool SISSProvider::AnnullaCertificato(host::Record* certificato) noexcept
+{
+    return certificate::Certificates(m_parts->context).Cancel(certificato);
+}
+
+bool SISSProvider::InserisciContatto(const host::Value& idPaziente) noexcept
+{
+    return certificate::Contacts(m_parts->context).Insert(idPaziente);
 }
 
 bool SISSProvider::IsPersonaleStudio() noexcept

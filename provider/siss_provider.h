@@ -67,6 +67,10 @@ public:
     // Marks the host's row as cancelled; nothing is sent. False when there is none, or it could not be stored.
     bool AnnullaPrescrizione(const host::Value& idRicetta, const host::Value& numRicetta, std::int32_t value) noexcept;
 
+    // These answer False whatever happens: the operator has been told the outcome. `certificato` null: nothing is done.
+    bool InviaCertificato(host::Record* certificato) noexcept;      // NOLINT(modernize-use-nodiscard)
+    bool AnnullaCertificato(host::Record* certificato) noexcept;    // NOLINT(modernize-use-nodiscard)
+    bool InserisciContatto(const host::Value& idPaziente) noexcept; // NOLINT(modernize-use-nodiscard)
     // True when the user logged on is practice staff, not a doctor; False also when that cannot be found out.
     [[nodiscard]] bool IsPersonaleStudio() noexcept;
 

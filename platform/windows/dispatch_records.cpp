@@ -3,6 +3,9 @@
 #include "host/fault.h"
 #include "platform/windows/host_names.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 namespace vellumo::windows
 {
 namespace
@@ -86,11 +89,30 @@ const RecordClass& ClassOf(host::RecordKind kind)
     throw host::Fault("Tipo di record non previsto.");
 }
 
+bool HasMembers(IDispatch& object, std::initializer_list<const wchar_t*> members)
+{
+    return std::ranges::all_of(members,
+                               [&](const wchar_t* member)
+                               {
+                                   auto* name = const_cast<wchar_t*>(member); // the function does not write to it
+                                   DISPID id = DISPID_UNKNOWN;
+                                   return SUCCEEDED(object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id));
+                               });
+}
+
 } // namespace
 
 std::unique_ptr<host::Record> MakeDispatchRecord(LateBound record)
 {
     return std::make_unique<DispatchRecord>(std::move(record));
+}
+
+std::unique_ptr<host::Record> RecordIn(const VARIANT& variant)
+{
+    const ComPtr<IDispatch> object = V_ISBYREF(&variant) ? nullptr : ToObject(variant);
+    return object && HasMembers(*object.Get(), {names::record::field, names::record::save})
+               ? MakeDispatchRecord(LateBound(object, names::record::self))
+               : nullptr;
 }
 
 void DispatchHostObjects::HandOver(const LateBound& object) const

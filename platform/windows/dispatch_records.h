@@ -40,4 +40,8 @@ private:
     std::shared_ptr<const HostHandles> m_handles;
 };
 
+// The record that the host passed as a late-bound object: null for a variant that holds anything but an object that has
+// a record's members, and for every by-reference form.
+[[nodiscard]] std::unique_ptr<host::Record> RecordIn(const VARIANT& variant);
+
 } // namespace vellumo::windows

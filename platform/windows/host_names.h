@@ -103,6 +103,7 @@ inline constexpr const wchar_t* write = L"Write";
 } // namespace serviceLog
 
 // --- Record objects, created by the library -----------------------------------------------------------------------
+// A sickness certificate, which the host hands over, has `field` and `save` of a record; by these it is known.
 
 inline constexpr const wchar_t* patientProgId = L"Norda.Paziente";
 inline constexpr const wchar_t* aslProgId = L"Norda.Asl";

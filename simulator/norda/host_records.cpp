@@ -211,6 +211,18 @@ std::unique_ptr<host::Record> HostObjects::CreateRecord(host::RecordKind kind, c
                                         m_refused.count(kind) != 0);
 }
 
+std::shared_ptr<host::Record> HostObjects::LoadCertificate(std::shared_ptr<Database> database, std::int32_t id) const
+{
+    auto certificate =
+        std::make_shared<HostRecord>(Table{"CertificatoMalattia", "IDCertificatoMalattia"}, std::move(database),
+                                     std::vector<host::ColumnValue>(), m_refusesCertificates);
+    if (!certificate->Load(id))
+    {
+        throw host::Fault("Il certificato " + std::to_string(id) + " non esiste.");
+    }
+    return certificate;
+}
+
 std::unique_ptr<host::PracticeSettings> HostObjects::CreateSettings(const host::HostServices& services)
 {
     return std::make_unique<HostSettings>(DatabaseOf(services));

@@ -5,6 +5,7 @@
 #include "host/records.h"
 #include "simulator/norda/database.h"
 
+#include <cstdint>
 #include <memory>
 #include <set>
 
@@ -18,12 +19,18 @@ public:
                                                              const host::HostServices& services) override;
     [[nodiscard]] std::unique_ptr<host::PracticeSettings> CreateSettings(const host::HostServices& services) override;
 
+    // A sickness certificate of the practice, which the library is handed and never creates. Faults when there is none.
+    [[nodiscard]] std::shared_ptr<host::Record> LoadCertificate(std::shared_ptr<Database> database,
+                                                                std::int32_t id) const;
+
     // From now on records of this kind answer False to `Save` and store nothing, as when one of the host's own rules
     // forbids it.
     void RefuseSaves(host::RecordKind kind) { m_refused.insert(kind); }
+    void RefuseCertificateSaves() noexcept { m_refusesCertificates = true; }
 
 private:
     std::set<host::RecordKind> m_refused;
+    bool m_refusesCertificates = false;
 };
 
 // The host's connection as its own classes use it; faults when the library handed none over.

@@ -53,7 +53,7 @@ void Practice::Create() const
         // Every statement on its own would wait for the disk.
         const auto database = Database::OpenSqlite(PracticeFile(), SharedFile());
         database->BeginTransaction();
-        for (const auto script : {seed::schema, seed::shared, seed::practice})
+        for (const auto script : {seed::schema, seed::shared, seed::practice, seed::certificates})
         {
             database->ExecuteScript(script);
         }

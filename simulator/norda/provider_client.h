@@ -29,20 +29,23 @@ struct Outside
     PrescriptionObjects* prescriptions = nullptr;
 };
 
-// How a variant argument is passed. A native provider knows the first three as one.
+// How a variant argument is passed. A native provider knows those without a value as one.
 enum class Passing
 {
-    Missing,    // left out by the caller
-    Empty,      // a variant without a value
-    Null,       // a database NULL
-    ByValue,    // `value`
-    ByReference // a variant that refers to another one, which holds `value`
+    Missing,     // left out by the caller
+    Empty,       // a variant without a value
+    Null,        // a database NULL
+    NoObject,    // an object variable that holds no object
+    OtherObject, // an object of the host that is no record
+    ByValue,     // `record` where there is one, else `value`
+    ByReference  // a variant that refers to another one, which holds the same
 };
 
 struct Argument
 {
     Passing passing = Passing::Missing;
     host::Value value;
+    std::shared_ptr<host::Record> record = nullptr;
 };
 
 class ProviderClient
@@ -77,6 +80,10 @@ public:
     virtual bool AnnullaPrescrizione(const Argument& idRicetta, const Argument& numRicetta, std::int32_t value) = 0;
     // The print options of a session as the host reads them; faults when it has none.
     [[nodiscard]] virtual host::OpzioniRicetta OptionsOf(const PrescriptionSession& session) = 0;
+
+    [[nodiscard]] virtual bool InviaCertificato(const Argument& certificato) = 0;
+    [[nodiscard]] virtual bool AnnullaCertificato(const Argument& certificato) = 0;
+    [[nodiscard]] virtual bool InserisciContatto(const Argument& idPaziente) = 0;
 
     // Lets go of the provider; nothing else may be called afterwards. True when the library holds nothing any more, so
     // that a host could unload it (natively there is nothing to unload: True).

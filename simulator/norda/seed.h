@@ -7,10 +7,11 @@ namespace vellumo::norda::seed
 {
 
 // SQL scripts for Database::ExecuteScript.
-extern const std::string_view schema;   // tables of both databases
-extern const std::string_view views;    // run at every opening
-extern const std::string_view shared;   // rows of the shared database
-extern const std::string_view practice; // rows of the practice
+extern const std::string_view schema;       // tables of both databases
+extern const std::string_view views;        // run at every opening
+extern const std::string_view shared;       // rows of the shared database
+extern const std::string_view practice;     // rows of the practice
+extern const std::string_view certificates; // its sickness certificates
 
 // Files of the SISS client.
 extern const std::string_view bridgeConf;

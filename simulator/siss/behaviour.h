@@ -64,6 +64,12 @@ struct DataText
     std::string text;
 };
 
+// The proper reply with this data node, whatever was asked: its XML.
+struct DataXml
+{
+    std::string xml;
+};
+
 // Replies made to do harm. `size` is bytes, or levels of elements.
 struct Hostile
 {
@@ -85,7 +91,8 @@ struct LostReply
 
 struct Behaviour
 {
-    std::variant<std::monostate, Refusal, SoapFault, Verbatim, Raise, NoOutcome, DataText, Hostile, LostReply> reply;
+    std::variant<std::monostate, Refusal, SoapFault, Verbatim, Raise, NoOutcome, DataText, DataXml, Hostile, LostReply>
+        reply;
     // Put into a proper reply, beside its data: a good answer that still has something to say.
     std::vector<Detail> warnings;
     std::vector<Detail> exceptions;

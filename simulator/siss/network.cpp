@@ -98,6 +98,23 @@ std::string Network::AnswerPrescribing(const Element& request, const Behaviour& 
     return WriteReply(request.name, Refuse("SEBC00099", "Servizio sconosciuto."), {});
 }
 
+std::optional<ServiceAnswer> Network::TakeIn(const Element& request)
+{
+    if (request.name == Certificates::service)
+    {
+        return m_certificates.Receive(request);
+    }
+    if (request.name == Contacts::insertion)
+    {
+        return m_contacts.Insert(request);
+    }
+    if (request.name == Contacts::modification)
+    {
+        return m_contacts.Modify(request);
+    }
+    return std::nullopt;
+}
+
 std::string Network::Answer(const Element& request, const Behaviour& behaviour)
 {
     if (!Works(behaviour))
@@ -115,6 +132,16 @@ std::string Network::Answer(const Element& request, const Behaviour& behaviour)
     if (request.name.starts_with(prescribingServices))
     {
         return AnswerPrescribing(request, behaviour);
+    }
+    if (const auto answer = TakeIn(request))
+    {
+        Behaviour served = behaviour;
+        if (const auto* const refusal = std::get_if<Refusal>(&*answer); refusal != nullptr && served.reply.index() == 0)
+        {
+            served.reply = *refusal;
+        }
+        const auto* const data = std::get_if<std::string>(&*answer);
+        return WriteReply(request.name, served, data == nullptr ? std::string() : *data);
     }
     const bool bySissWindow = request.name == "m:ICCE.identificaCittadinoGUI";
     if (bySissWindow && m_chosen.empty())

@@ -6,7 +6,9 @@
 
 #include "host/bridge.h"
 #include "simulator/siss/behaviour.h"
+#include "simulator/siss/certificates.h"
 #include "simulator/siss/citizens.h"
+#include "simulator/siss/contacts.h"
 #include "simulator/siss/prescribing.h"
 #include "simulator/siss/xml_text.h"
 
@@ -33,6 +35,7 @@ public:
 
     PrescribingPhase& Prescribing() noexcept { return m_prescribing; }
     Citizens& People() noexcept { return m_citizens; }
+    Contacts& KnownContacts() noexcept { return m_contacts; }
 
     // Without a session the bridge has nobody to talk to and answers with a plain text.
     void SetSessionActive(bool active) noexcept { m_sessionActive = active; }
@@ -53,9 +56,13 @@ public:
 private:
     [[nodiscard]] std::string Answer(const Element& request, const Behaviour& behaviour);
     [[nodiscard]] std::string AnswerPrescribing(const Element& request, const Behaviour& behaviour);
+    // What the services make of a certificate or a contact; empty for any other request.
+    [[nodiscard]] std::optional<ServiceAnswer> TakeIn(const Element& request);
 
     Citizens m_citizens;
     PrescribingPhase m_prescribing;
+    Certificates m_certificates;
+    Contacts m_contacts;
     bool m_sessionActive = true;
     bool m_operatorCard = true;
     std::string m_chosen;

@@ -38,11 +38,13 @@ constexpr std::string_view identifiedEnd = "</rispostaCittadinoIdentificato></ri
 constexpr std::string_view registeredBegin = "<rispostaRicettaRegistrata><esitoServizio>OK</esitoServizio>";
 constexpr std::string_view registeredEnd = "</rispostaRicettaRegistrata>";
 
-constexpr std::array<Shape, 4> shapes = {{
+constexpr std::array<Shape, 6> shapes = {{
     {"m:ICCE.identificaCittadinoGUI", "esitoIdentifica", identifiedBegin, identifiedEnd},
     {"m:ICCE.identificaCittadinoEsteso", "esitoIdentifica", identifiedBegin, identifiedEnd},
     {"m:ICCE.identificaCittadino", "esitoIdentifica", identifiedBegin, identifiedEnd},
     {"m:GSSC.registraPrescrizione", "param", registeredBegin, registeredEnd},
+    {"m:ICCE.inserisciDatiContatto", "esitoInserisciContatto", "", ""},
+    {"m:ICCE.modificaDatiContatto", "esitoModificaContatto", "", ""},
 }};
 
 Shape ShapeOf(const std::string& service)
@@ -105,6 +107,7 @@ public:
     {
         return Proper("<datiRisposta>" + Escape(data.text) + "</datiRisposta>");
     }
+    std::string operator()(const DataXml& data) const { return Proper(data.xml); }
     std::string operator()(const Verbatim& verbatim) const { return verbatim.text; }
     std::string operator()(const LostReply&) const { return {}; }
     std::string operator()(const Raise& raise) const { throw host::Fault(raise.message); }

@@ -227,6 +227,82 @@ TEST_CASE("practice staff keeps its patient, however the identifier is passed")
     CHECK(TakeErrorInfo().interfaceId == IID_ICCEProvider);
 }
 
+TEST_CASE("only an object with a record's members is a certificate, and no fault of one reaches the host")
+{
+    FakeOutside outside;
+    const Library library;
+    {
+        const auto provider = library.CreateProvider();
+        HandOver(*provider, std::make_shared<FixedLockSrv>());
+        const auto second = provider.As<ICCEProvider2>(IID_ICCEProvider2);
+        const auto contact = provider.As<ICCEProviderContact>(IID_ICCEProviderContact);
+        REQUIRE(second);
+        REQUIRE(contact);
+
+        class AskedRecord final : public host::Record
+        {
+        public:
+            bool Load(std::int32_t) override { return true; }
+            void StartNew() override {}
+            [[nodiscard]] host::Value Get(std::string_view) const override
+            {
+                ++asked;
+                throw host::Fault("Campo non leggibile.");
+            }
+            void Set(std::string_view, const host::Value&) override {}
+            bool Save() override { return true; }
+            [[nodiscard]] std::int32_t Id() const override { return 1; }
+
+            mutable int asked = 0;
+        };
+        const auto asked = std::make_shared<AskedRecord>();
+        const auto record = norda::MakeRecordFace(asked);
+        const auto other = norda::MakeLockSrvFace(std::make_shared<FixedLockSrv>());
+        IDispatch* plain = record.Get();
+        const Variant byValue(record.Get());
+        VARIANT unknown{};
+        V_VT(&unknown) = VT_UNKNOWN;
+        V_UNKNOWN(&unknown) = record.Get();
+        VARIANT reference{};
+        V_VT(&reference) = VT_BYREF | VT_DISPATCH;
+        V_DISPATCHREF(&reference) = &plain;
+        VARIANT outer{};
+        V_VT(&outer) = VT_BYREF | VT_VARIANT;
+        V_VARIANTREF(&outer) = const_cast<VARIANT*>(&byValue.Get());
+        VARIANT null{};
+        V_VT(&null) = VT_NULL;
+        const VARIANT empty{};
+        const Variant noObject(static_cast<IDispatch*>(nullptr));
+        const Variant otherObject(other.Get());
+        const Variant number{host::Value(1)};
+        const Variant values(std::vector<host::Value>{1});
+        const std::pair<const VARIANT*, int> cases[] = {
+            {&byValue.Get(), 1}, {&unknown, 1},        {&reference, 0},    {&outer, 0},        {&null, 0},
+            {&empty, 0},         {&noObject.Get(), 0}, {&number.Get(), 0}, {&values.Get(), 0}, {&otherObject.Get(), 0}};
+        for (const auto& [argument, expected] : cases)
+        {
+            CAPTURE(V_VT(argument));
+            asked->asked = 0;
+            VARIANT_BOOL answer = VARIANT_TRUE;
+            CHECK(second->InviaCertificato(*argument, &answer) == S_OK);
+            CHECK(answer == VARIANT_FALSE);
+            answer = VARIANT_TRUE;
+            CHECK(second->AnnullaCertificato(*argument, &answer) == S_OK);
+            CHECK(answer == VARIANT_FALSE);
+            CHECK(asked->asked == 2 * expected);
+        }
+        VARIANT_BOOL answer = VARIANT_TRUE;
+        CHECK(contact->InserisciContatto(values.Get(), &answer) == S_OK); // no identifier at all
+        CHECK(answer == VARIANT_FALSE);
+        CHECK(second->InviaCertificato(empty, nullptr) == E_POINTER);
+        CHECK(second->AnnullaCertificato(empty, nullptr) == E_POINTER);
+        CHECK(contact->InserisciContatto(empty, nullptr) == E_POINTER);
+        CHECK(outside.bridge.requests.empty());
+    }
+    CHECK(norda::DispatchFace::Living() == 0);
+    CHECK(library.CanUnload());
+}
+
 TEST_CASE("late-bound callers reach every interface, leave arguments out and get references filled")
 {
     FakeOutside outside;
@@ -270,9 +346,6 @@ TEST_CASE("operations of later versions say so, early-bound and late-bound")
     const Operation operations[] = {
         {IID_ICCEProvider, L"Sincronizza", {}},
         {IID_ICCEProvider2, L"SincronizzaPazienti", {}},
-        {IID_ICCEProvider2, L"InviaCertificato", {id}},
-        {IID_ICCEProvider2, L"AnnullaCertificato", {id}},
-        {IID_ICCEProviderContact, L"InserisciContatto", {id}},
     };
     for (const Operation& operation : operations)
     {

@@ -4,13 +4,10 @@
 #include "prescription/payload.h"
 #include "service/service_factory.h"
 #include "tests/support/fake_host.h"
-#include "tests/support/installation.h"
+#include "tests/support/golden.h"
 
 #include <doctest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 using namespace vellumo;
@@ -85,13 +82,7 @@ RicettaRecord RecordOf(const Columns& columns)
 xml::Document Fill(const Case& input)
 {
     Installation installation;
-    for (const auto& file : std::filesystem::directory_iterator(VELLUMO_TEMPLATES))
-    {
-        std::ifstream in(file.path());
-        std::stringstream text;
-        text << in.rdbuf();
-        installation.Write("host\\SISS\\Templates\\" + file.path().filename().string(), text.str());
-    }
+    InstallTemplates(installation);
     const auto utils = std::make_shared<FakeUtils>();
     utils->valueOf = [&](const std::string& sql, const host::Parameters& parameters) -> Value
     {
@@ -130,13 +121,7 @@ xml::Node Prescription(const xml::Document& document)
 
 std::string Golden(const std::string& name)
 {
-    std::ifstream in(std::string(VELLUMO_GOLDEN) + "/" + name + ".xml");
-    REQUIRE(in);
-    std::stringstream text;
-    text << in.rdbuf();
-    const auto document = xml::Document::FromText(text.str());
-    REQUIRE(document);
-    return document->Xml();
+    return tests::Golden("prescription", name);
 }
 
 const Columns twoDrugs = {{"DetailCount", 2},

@@ -2,9 +2,11 @@
 
 #include "simulator/siss/xml_text.h"
 
+#include <cstdlib>
 #include <map>
 #include <ostream>
 #include <set>
+#include <utility>
 
 namespace vellumo::scenario
 {
@@ -114,6 +116,10 @@ std::string OutcomeOf(const std::string& reply)
     {
         return "esito " + outcome + ", " + std::to_string(reply.size()) + " byte";
     }
+    if (const auto protocol = text("protocolloINPS"); !protocol.empty())
+    {
+        return "protocollo INPS " + protocol + ", " + std::to_string(reply.size()) + " byte";
+    }
     return reply.find("Response>") != std::string::npos ? std::to_string(reply.size()) + " byte"
                                                         : '"' + reply.substr(0, 70) + '"';
 }
@@ -221,20 +227,21 @@ void Narrator::CallEnds(const Outcome& outcome, const std::vector<RowChange>& st
 
 void Narrator::Logged(const std::filesystem::path& logFolder)
 {
-    std::map<std::string, std::set<std::string>> folders;
+    std::map<std::string, std::set<std::pair<int, std::string>>> folders; // by the number that a name begins with
     std::error_code none;
     for (const auto& folder : std::filesystem::directory_iterator(logFolder, none))
     {
         auto& files = folders[folder.path().filename().string()];
         for (const auto& file : std::filesystem::directory_iterator(folder.path()))
         {
-            files.insert(file.path().filename().string());
+            const auto name = file.path().filename().string();
+            files.emplace(std::atoi(name.c_str()), name);
         }
     }
     for (const auto& [folder, files] : folders)
     {
         m_out << (folder == folders.begin()->first ? "\n  Registro degli scambi\n    " : "    ") << folder << '\n';
-        for (const auto& file : files)
+        for (const auto& [number, file] : files)
         {
             m_out << "      " << file << '\n';
         }

@@ -40,6 +40,15 @@ const std::map<std::string, Operation>& Operations()
         {"Studio",
          {Arguments::None,
           [](Asked& asked, Outcome& outcome) { outcome.returned = std::to_string(asked.provider.Studio()); }}},
+        {"InviaCertificato",
+         {Arguments::Certificate, [](Asked& asked, Outcome& outcome)
+          { outcome.returned = Text(asked.provider.InviaCertificato(asked.argument)); }}},
+        {"AnnullaCertificato",
+         {Arguments::Certificate, [](Asked& asked, Outcome& outcome)
+          { outcome.returned = Text(asked.provider.AnnullaCertificato(asked.argument)); }}},
+        {"InserisciContatto",
+         {Arguments::Patient, [](Asked& asked, Outcome& outcome)
+          { outcome.returned = Text(asked.provider.InserisciContatto(asked.argument)); }}},
         {"ApriSessionePrescrizione", {Arguments::None, ApriSessionePrescrizione}},
         {"RegistraPrescrizione",
          {Arguments::Form,

@@ -37,6 +37,7 @@ enum class Arguments
     Patient,      // a value
     Form,         // IDRicetta and the kind
     Prescription, // IDRicetta, NumRicetta and the kind
+    Certificate,  // a certificate, or a value in its place
 };
 
 struct Operation

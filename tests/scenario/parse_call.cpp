@@ -23,6 +23,16 @@ CallArgument ReadArgument(Line& line)
         argument.passing = norda::Passing::Null;
         return argument;
     }
+    if (line.Take("nothing"))
+    {
+        argument.passing = norda::Passing::NoObject;
+        return argument;
+    }
+    if (line.Take("object"))
+    {
+        argument.passing = norda::Passing::OtherObject;
+        return argument;
+    }
     if (line.Take("reference"))
     {
         argument = ReadArgument(line);
@@ -33,6 +43,10 @@ CallArgument ReadArgument(Line& line)
     if (line.Take("patient"))
     {
         argument.patient = line.Word("the fiscal code");
+    }
+    else if (line.Take("certificate"))
+    {
+        argument.certificate = line.Number("its number");
     }
     else if (line.NextIsQuoted())
     {

@@ -190,12 +190,17 @@ void Parser::ReadRegistry(Line& line)
 
 void Parser::ReadRefuse(Line& line)
 {
+    line.Take("to");
+    line.Take("save");
+    if (line.Take("certificate"))
+    {
+        AddStep(line, [](Run& run) { run.GetStage().Objects().RefuseCertificateSaves(); });
+        return;
+    }
     static const std::map<std::string, host::RecordKind> kinds = {{"patient", host::RecordKind::Patient},
                                                                   {"asl", host::RecordKind::Asl},
                                                                   {"specialist", host::RecordKind::Specialist}};
-    line.Take("to");
-    line.Take("save");
-    const auto name = line.Word("patient, asl, specialist or prescription");
+    const auto name = line.Word("patient, asl, specialist, prescription or certificate");
     if (name == "prescription")
     {
         AddStep(line, [](Run& run) { run.GetStage().Prescriptions().RefuseSaves(); });
@@ -204,7 +209,7 @@ void Parser::ReadRefuse(Line& line)
     const auto kind = kinds.find(name);
     if (kind == kinds.end())
     {
-        line.Fail("expected patient, asl, specialist or prescription");
+        line.Fail("expected patient, asl, specialist, prescription or certificate");
     }
     AddStep(line, [kind = kind->second](Run& run) { run.GetStage().Objects().RefuseSaves(kind); });
 }

@@ -127,6 +127,13 @@ void Parser::ReadNoExemptions(Line& line)
     AddStep(line, [code = m_citizen](Run& run) { run.GetStage().Network().People().At(code).esenzioni.clear(); });
 }
 
+// `contact CF`: somebody has registered that contact already.
+void Parser::ReadContact(Line& line)
+{
+    AddStep(line,
+            [code = line.Word("the fiscal code")](Run& run) { run.GetStage().Network().KnownContacts().Add(code); });
+}
+
 void Parser::ReadOperator(Line& line)
 {
     if (!line.Take("picks"))
@@ -211,6 +218,15 @@ void Parser::ReadReply(Line& line)
     {
         reply = siss::DataText{line.Word("the text of the data node")};
     }
+    else if (line.Take("receipt"))
+    {
+        const auto protocol = line.Word("the protocol number");
+        reply = siss::DataXml{siss::Certificates::Receipt(protocol, line.Word("the date of reception"))};
+    }
+    else if (line.Take("result"))
+    {
+        reply = siss::DataXml{siss::Contacts::Result(line.Word("the outcome"))};
+    }
     else if (line.Take("empty"))
     {
         reply = siss::Verbatim{};
@@ -235,7 +251,8 @@ void Parser::ReadReply(Line& line)
     else if (!line.Take("answers"))
     {
         line.Fail(
-            "expected answers, refuses, faults, raises, hostile, data, empty, lost, without outcome, file or text");
+            "expected answers, refuses, faults, raises, hostile, data, receipt, result, empty, lost, without outcome, "
+            "file or text");
     }
     if (line.Take("after"))
     {

@@ -31,6 +31,7 @@ const std::map<std::string, Parser::Keyword>& Parser::Keywords()
         {"lacks", {&Parser::ReadLacks, true}},
         {"exemption", {&Parser::ReadExemption, true}},
         {"exempt", {&Parser::ReadNoExemptions, true}},
+        {"contact", {&Parser::ReadContact}},
         {"operator", {&Parser::ReadOperator}},
         {"session", {&Parser::ReadSession}},
         {"card", {&Parser::ReadCard}},

@@ -97,6 +97,7 @@ private:
     void ReadLacks(Line& line);
     void ReadExemption(Line& line);
     void ReadNoExemptions(Line& line);
+    void ReadContact(Line& line);
     void ReadOperator(Line& line);
     void ReadSession(Line& line);
     void ReadCard(Line& line);

@@ -59,7 +59,7 @@ std::int32_t Run::PatientId(const std::string& codiceFiscale)
         .ToInteger();
 }
 
-// "8, Anna Ferrari" or "101, 2, farmaci"
+// "8, Anna Ferrari", "101, 2, farmaci" or "certificato 1, Elena Colombo"
 std::string Run::Describe(const Call& call, const Asked& asked)
 {
     const auto first = asked.argument.value.ToText();
@@ -75,15 +75,24 @@ std::string Run::Describe(const Call& call, const Asked& asked)
     case Arguments::Prescription:
         return first + ", " + asked.second.value.ToText() + kind;
     case Arguments::Patient:
-    {
-        auto& database = m_stage->Database();
-        const auto rows = database.Open("SELECT Nome, Cognome FROM Paziente WHERE IDPaziente = " +
-                                        norda::Literal(database.GetDialect(), asked.argument.value));
-        return rows->IsAtEnd() ? first
-                               : first + ", " + rows->Field("Nome").ToText() + ' ' + rows->Field("Cognome").ToText();
-    }
+        return first + NameOf(asked.argument.value);
+    case Arguments::Certificate:
+        return call.argument.certificate == 0
+                   ? first
+                   : "certificato " + std::to_string(call.argument.certificate) +
+                         NameOf(m_stage->Database().Single(
+                             "SELECT IDPaziente FROM CertificatoMalattia WHERE IDCertificatoMalattia = " +
+                             std::to_string(call.argument.certificate)));
     }
     return "";
+}
+
+std::string Run::NameOf(const host::Value& patient)
+{
+    auto& database = m_stage->Database();
+    const auto rows = database.Open("SELECT Nome, Cognome FROM Paziente WHERE IDPaziente = " +
+                                    norda::Literal(database.GetDialect(), patient));
+    return rows->IsAtEnd() ? "" : ", " + rows->Field("Nome").ToText() + ' ' + rows->Field("Cognome").ToText();
 }
 
 void Run::Remember()
@@ -126,6 +135,10 @@ void Run::Perform(const Call& call)
     Outcome outcome;
     try
     {
+        if (call.argument.certificate != 0)
+        {
+            asked.argument.record = m_stage->LoadCertificate(call.argument.certificate);
+        }
         FindOperation(call.operation)->perform(asked, outcome);
     }
     catch (const host::Fault& fault)

@@ -23,13 +23,14 @@ struct Difference
     std::string what;
 };
 
-// A value of a call, written "12", "null", "patient RSSMRA45C12F205C", "reference 12" …; a patient is looked up when
-// the call is made.
+// A value of a call, written "12", "null", "patient RSSMRA45C12F205C", "certificate 3", "reference 12" …; a patient is
+// looked up and a certificate loaded when the call is made.
 struct CallArgument
 {
     norda::Passing passing = norda::Passing::Missing;
     host::Value value;
-    std::string patient; // fiscal code; "" for none
+    std::string patient;          // fiscal code; "" for none
+    std::int32_t certificate = 0; // its number; 0 for none
 };
 
 struct Call
@@ -89,6 +90,8 @@ private:
     void TakeScreenshot(const std::string& title);
     void Remember();
     [[nodiscard]] std::string Describe(const Call& call, const Asked& asked);
+    // ", Anna Ferrari"; "" for nobody of the practice.
+    [[nodiscard]] std::string NameOf(const host::Value& patient);
     [[nodiscard]] std::int32_t PatientId(const std::string& codiceFiscale);
 
     Options m_options;

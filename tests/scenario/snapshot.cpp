@@ -28,6 +28,7 @@ constexpr std::array tables = {"Norda..Regione",
                                "Ricetta",
                                "RicettaPrestazione",
                                "RicettaSSN",
+                               "CertificatoMalattia",
                                "SincronizzazioneTabella",
                                "GiornaleServizi"};
 

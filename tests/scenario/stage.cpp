@@ -102,6 +102,21 @@ void Stage::Withhold(const std::string& part)
     HandOver();
 }
 
+std::shared_ptr<host::Record> Stage::LoadCertificate(std::int32_t id)
+{
+    // What the host reads for itself is no statement of the library's.
+    if (m_hosts)
+    {
+        m_hosts->SetObserver({});
+    }
+    auto certificate = m_objects.LoadCertificate(m_hosts ? m_hosts : m_own, id);
+    if (m_hosts)
+    {
+        m_hosts->SetObserver([this](const std::string& sql) { BeforeStatement(sql); });
+    }
+    return certificate;
+}
+
 norda::ProviderClient& Stage::Provider()
 {
     if (!m_provider)

@@ -52,6 +52,8 @@ public:
     void Withhold(const std::string& part);
     void RemoveBridge() noexcept { m_bridgeInstalled = false; }
     void AddFault(StatementFault fault) { m_faults.push_back(std::move(fault)); }
+    // As the host would before it hands the certificate over. Faults when there is none.
+    [[nodiscard]] std::shared_ptr<host::Record> LoadCertificate(std::int32_t id);
     // Statements of the library so far.
     [[nodiscard]] std::size_t StatementCount() const noexcept { return m_statements; }
 

@@ -139,6 +139,18 @@ public:
         const auto options = session.Options();
         return options ? *options : throw host::Fault("La sessione non ha opzioni di stampa.");
     }
+    [[nodiscard]] bool InviaCertificato(const Argument& certificato) override
+    {
+        return m_provider->InviaCertificato(RecordOf(certificato));
+    }
+    [[nodiscard]] bool AnnullaCertificato(const Argument& certificato) override
+    {
+        return m_provider->AnnullaCertificato(RecordOf(certificato));
+    }
+    [[nodiscard]] bool InserisciContatto(const Argument& idPaziente) override
+    {
+        return m_provider->InserisciContatto(ValueOf(idPaziente));
+    }
 
     [[nodiscard]] bool Release() override
     {
@@ -151,6 +163,11 @@ private:
     {
         const bool given = argument.passing == Passing::ByValue || argument.passing == Passing::ByReference;
         return given ? argument.value : host::Value();
+    }
+
+    static host::Record* RecordOf(const Argument& argument)
+    {
+        return argument.passing == Passing::ByValue ? argument.record.get() : nullptr;
     }
 
     std::unique_ptr<provider::SISSProvider> m_provider;

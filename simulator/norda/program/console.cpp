@@ -61,6 +61,10 @@ const std::map<std::string, Console::Command>& Console::Commands()
         {"pazienti", {&Console::ListPatients, "[TESTO]", "i pazienti, o quelli il cui nome o codice contiene TESTO"}},
         {"scheda", {&Console::ShowPatient, "NUMERO", "la scheda di un paziente con indirizzi ed esenzioni"}},
         {"identifica", {&Console::Identify, "[NUMERO]", "identifica sul SISS un cittadino, o il paziente NUMERO"}},
+        {"certificati", {&Console::ListCertificates, "", "i certificati di malattia con i loro protocolli INPS"}},
+        {"invia", {&Console::SendCertificate, "NUMERO", "invia un certificato all'INPS, o lo rettifica"}},
+        {"annulla", {&Console::CancelCertificate, "NUMERO", "annulla un certificato inviato"}},
+        {"contatto", {&Console::InsertContact, "NUMERO", "registra sul SISS i dati di contatto di un paziente"}},
         {"attivo", {&Console::IsActive, "", "se il collegamento al SISS è attivo"}},
         {"cittadini", {&Console::ListCitizens, "[TESTO]", "SISS: i cittadini che la rete conosce"}},
         {"sessione", {&Console::SetSession, "attiva|inattiva", "SISS: la sessione di questa postazione"}},
@@ -241,6 +245,32 @@ void Console::Identify(const std::string& argument)
     bool gestito = false;
     const auto id = Provider().IdentificaPaziente(patient, gestito);
     m_out << "Risposta: paziente " << id << ", Gestito " << (gestito ? "True" : "False") << '\n';
+}
+
+void Console::ListCertificates(const std::string&)
+{
+    Print("SELECT IDCertificatoMalattia AS Numero, Cognome, Nome, DataInizio, CertificatoMalattia.DataScadenza, "
+          "NumeroProtocollo, DataRicezione FROM CertificatoMalattia "
+          "LEFT JOIN Paziente ON Paziente.IDPaziente = CertificatoMalattia.IDPaziente "
+          "ORDER BY IDCertificatoMalattia");
+}
+
+// The outcome is in the windows; the answers say nothing about it.
+void Console::SendCertificate(const std::string& argument)
+{
+    const auto record = m_objects.LoadCertificate(m_database, host::Value(argument).ToInteger());
+    static_cast<void>(Provider().InviaCertificato({Passing::ByValue, {}, record}));
+}
+
+void Console::CancelCertificate(const std::string& argument)
+{
+    const auto record = m_objects.LoadCertificate(m_database, host::Value(argument).ToInteger());
+    static_cast<void>(Provider().AnnullaCertificato({Passing::ByValue, {}, record}));
+}
+
+void Console::InsertContact(const std::string& argument)
+{
+    static_cast<void>(Provider().InserisciContatto({Passing::ByValue, host::Value(argument).ToInteger()}));
 }
 
 void Console::IsActive(const std::string&)

@@ -47,6 +47,10 @@ private:
     void ListPatients(const std::string& argument);
     void ShowPatient(const std::string& argument);
     void Identify(const std::string& argument);
+    void ListCertificates(const std::string& argument);
+    void SendCertificate(const std::string& argument);
+    void CancelCertificate(const std::string& argument);
+    void InsertContact(const std::string& argument);
     void IsActive(const std::string& argument);
     void ListCitizens(const std::string& argument);
     void SetSession(const std::string& argument);

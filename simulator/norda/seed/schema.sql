@@ -167,3 +167,31 @@ CREATE TABLE GiornaleServizi (
   Data DATETIME NOT NULL,
   Riga NVARCHAR(1000) NOT NULL
 );
+CREATE TABLE CertificatoMalattia (
+  IDCertificatoMalattia INT IDENTITY(1,1) PRIMARY KEY,
+  IDSpecialista INT NULL,
+  IDPaziente INT NULL,
+  NumeroASL NVARCHAR(3) NULL,
+  CodiceRegione NVARCHAR(3) NULL,
+  IndirizzoDomicilio NVARCHAR(120) NULL,
+  CapDomicilio NVARCHAR(10) NULL,
+  IDComuneDomicilio INT NULL,
+  ComuneDomicilio NVARCHAR(60) NULL,
+  ProvinciaDomicilio NVARCHAR(2) NULL,
+  IndirizzoResidenza NVARCHAR(120) NULL,
+  CapResidenza NVARCHAR(10) NULL,
+  IDComuneResidenza INT NULL,
+  ComuneResidenza NVARCHAR(60) NULL,
+  ProvinciaResidenza NVARCHAR(2) NULL,
+  DataCertificato DATETIME NULL,
+  DataInizio DATETIME NULL,
+  DataScadenza DATETIME NULL,
+  CodicePatologia NVARCHAR(10) NULL,
+  Annotazioni NVARCHAR(255) NULL,
+  IDTipoCertificato INT NULL,
+  IDCategoriaVisita INT NULL,
+  NumeroProtocollo NVARCHAR(30) NULL,
+  NumeroProtocolloOrigine NVARCHAR(30) NULL,
+  NumeroProtocolloAnnullamento NVARCHAR(30) NULL,
+  DataRicezione DATETIME NULL
+);

@@ -57,7 +57,7 @@ class PassedArgument
 {
 public:
     explicit PassedArgument(const Argument& argument)
-        : m_value(argument.value)
+        : m_value(argument.record ? Variant(MakeRecordFace(argument.record).Get()) : Variant(argument.value))
     {
         switch (argument.passing)
         {
@@ -68,6 +68,13 @@ public:
             break;
         case Passing::Null:
             V_VT(&m_plain) = VT_NULL;
+            break;
+        case Passing::NoObject:
+            V_VT(&m_plain) = VT_DISPATCH;
+            break;
+        case Passing::OtherObject:
+            m_value = Variant(MakeLockSrvFace(nullptr).Get());
+            m_plain = m_value.Get();
             break;
         case Passing::ByValue:
             m_plain = m_value.Get();
@@ -98,8 +105,10 @@ public:
         Check(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_ICCEProvider, m_provider.PutVoid()),
               "Vellumo.SISSProvider");
         m_database = m_provider.As<ICCEDatabaseProvider>(IID_ICCEDatabaseProvider);
+        m_second = m_provider.As<ICCEProvider2>(IID_ICCEProvider2);
+        m_contact = m_provider.As<ICCEProviderContact>(IID_ICCEProviderContact);
         m_own = m_provider.As<_SISSProvider>(IID__SISSProvider);
-        if (!m_database || !m_own)
+        if (!m_database || !m_second || !m_contact || !m_own)
         {
             throw host::Fault("La libreria non ha tutte le interfacce.");
         }
@@ -219,10 +228,27 @@ public:
         read.TipoRicetta = static_cast<std::int32_t>(type);
         return read;
     }
+    [[nodiscard]] bool InviaCertificato(const Argument& certificato) override
+    {
+        const PassedArgument passed(certificato);
+        return Ask([&](VARIANT_BOOL* answer) { return m_second->InviaCertificato(passed.Get(), answer); });
+    }
+    [[nodiscard]] bool AnnullaCertificato(const Argument& certificato) override
+    {
+        const PassedArgument passed(certificato);
+        return Ask([&](VARIANT_BOOL* answer) { return m_second->AnnullaCertificato(passed.Get(), answer); });
+    }
+    [[nodiscard]] bool InserisciContatto(const Argument& idPaziente) override
+    {
+        const PassedArgument passed(idPaziente);
+        return Ask([&](VARIANT_BOOL* answer) { return m_contact->InserisciContatto(passed.Get(), answer); });
+    }
 
     [[nodiscard]] bool Release() override
     {
         m_own.Reset();
+        m_contact.Reset();
+        m_second.Reset();
         m_database.Reset();
         m_provider.Reset();
         m_classes.reset();
@@ -247,6 +273,8 @@ private:
     std::unique_ptr<HostClasses> m_classes;
     ComPtr<ICCEProvider> m_provider;
     ComPtr<ICCEDatabaseProvider> m_database;
+    ComPtr<ICCEProvider2> m_second;
+    ComPtr<ICCEProviderContact> m_contact;
     ComPtr<_SISSProvider> m_own;
 };
 

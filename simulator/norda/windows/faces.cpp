@@ -8,6 +8,8 @@
 
 #include <kelnordaccelib.h>
 
+#include <functional>
+
 namespace vellumo::norda
 {
 namespace
@@ -235,8 +237,8 @@ private:
 class RecordFace final : public ServicedFace
 {
 public:
-    using Maker = std::function<std::unique_ptr<host::Record>(const host::HostServices&)>;
-
+    // Makes the record when it is first used, of what it has been handed until then.
+    using Maker = std::function<std::shared_ptr<host::Record>(const host::HostServices& services)>;
     explicit RecordFace(Maker make)
         : ServicedFace(names::record::self)
         , m_make(std::move(make))
@@ -269,7 +271,7 @@ public:
     }
 
     // Over a record that is loaded already.
-    explicit RecordFace(std::unique_ptr<host::Record> record)
+    explicit RecordFace(std::shared_ptr<host::Record> record)
         : RecordFace(Maker())
     {
         m_record = std::move(record);
@@ -289,7 +291,7 @@ private:
 
     Maker m_make;
     std::int32_t m_studio = 0;
-    std::unique_ptr<host::Record> m_record;
+    std::shared_ptr<host::Record> m_record;
 };
 
 // The keys of a list of prescriptions, as a result of the database.
@@ -481,6 +483,11 @@ ComPtr<IDispatch> MakeConnectionFace(std::shared_ptr<host::Connection> connectio
 ComPtr<IDispatch> MakeLockSrvFace(std::shared_ptr<host::LockSrv> lockSrv)
 {
     return MakeFace<LockSrvFace>(std::move(lockSrv));
+}
+
+ComPtr<IDispatch> MakeRecordFace(std::shared_ptr<host::Record> record)
+{
+    return MakeFace<RecordFace>(std::move(record));
 }
 
 ComPtr<IDispatch> MakeUtilsFace(std::shared_ptr<host::Utils> utils)

@@ -20,6 +20,7 @@ namespace vellumo::norda
 // Each answers a new object that the caller owns.
 [[nodiscard]] windows::ComPtr<IDispatch> MakeConnectionFace(std::shared_ptr<host::Connection> connection);
 [[nodiscard]] windows::ComPtr<IDispatch> MakeLockSrvFace(std::shared_ptr<host::LockSrv> lockSrv);
+[[nodiscard]] windows::ComPtr<IDispatch> MakeRecordFace(std::shared_ptr<host::Record> record);
 [[nodiscard]] windows::ComPtr<IDispatch> MakeUtilsFace(std::shared_ptr<host::Utils> utils);
 
 // These only refer to what they wrap.

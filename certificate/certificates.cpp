@@ -1,0 +1,269 @@
+#include "certificate/certificates.h"
+
+#include "certificate/municipality.h"
+#include "host/fault.h"
+#include "service/service_failure.h"
+#include "service/siss_date_time.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace vellumo::certificate
+{
+namespace
+{
+
+using host::Record;
+using service::ServiceRequest;
+
+constexpr const char* sendFailed = "Si è verificato un errore in fase di invio del certificato.";
+constexpr const char* cancelFailed = "Si è verificato un errore in fase di annullamento del certificato.";
+
+struct FieldMapping
+{
+    const char* path;
+    const char* column;
+};
+
+constexpr std::array<FieldMapping, 3> doctorFields = {{
+    {"medico/nome", "Nome"},
+    {"medico/cognome", "Cognome"},
+    {"medico/codiceFiscale", "CodiceFiscale"},
+}};
+
+constexpr std::array<FieldMapping, 2> practiceFields = {{
+    {"medico/codiceASL", "NumeroASL"},
+    {"medico/regione", "CodiceRegione"},
+}};
+
+constexpr std::array<FieldMapping, 4> workerFields = {{
+    {"lavoratore/codiceFiscale", "CodiceFiscale"},
+    {"lavoratore/nome", "Nome"},
+    {"lavoratore/cognome", "Cognome"},
+    {"lavoratore/sesso", "Sesso"},
+}};
+
+// INPS calls the domicile during the illness the usual residence, and the residence the one to be found at.
+struct ResidenceMapping
+{
+    const char* node;
+    const char* suffix; // of the certificate's columns
+};
+
+constexpr std::array<ResidenceMapping, 2> residences = {{
+    {"residenzaAbituale", "Domicilio"},
+    {"residenzaReperibilita", "Residenza"},
+}};
+
+struct CodeMapping
+{
+    std::int32_t id;
+    const char* code;
+};
+
+constexpr std::array<CodeMapping, 3> certificateTypes = {{{1, "I"}, {2, "C"}, {3, "R"}}};
+// SISS takes home and surgery visits only.
+constexpr std::array<CodeMapping, 2> visitCategories = {{{1, "A"}, {6, "D"}}};
+
+template <std::size_t count>
+void Fill(const std::array<FieldMapping, count>& fields, const Record& record, ServiceRequest& request)
+{
+    for (const FieldMapping& field : fields)
+    {
+        request.SetData(field.path, record.Get(field.column));
+    }
+}
+
+// An identifier without a code leaves the template's content.
+template <std::size_t count>
+void FillCode(const std::array<CodeMapping, count>& codes, const host::Value& id, const char* path,
+              ServiceRequest& request)
+{
+    const auto* row = std::ranges::find(codes, id.ToInteger(), &CodeMapping::id);
+    if (row != codes.end())
+    {
+        request.SetData(path, row->code);
+    }
+}
+
+// A certificate without its doctor or its worker must not go out.
+std::unique_ptr<Record> Load(const service::ProviderContext& context, host::RecordKind kind, const host::Value& id)
+{
+    auto record = context.objects.CreateRecord(kind, context.services);
+    if (!record->Load(id.ToInteger()))
+    {
+        throw host::Fault("Il medico o il paziente del certificato non esiste.");
+    }
+    return record;
+}
+
+} // namespace
+
+bool Certificates::Send(Record* certificate) const noexcept
+{
+    Run(certificate, &Certificates::SendOrRectify);
+    return false;
+}
+
+bool Certificates::Cancel(Record* certificate) const noexcept
+{
+    Run(certificate, &Certificates::CancelSent);
+    return false;
+}
+
+void Certificates::Run(Record* certificate, void (Certificates::*operation)(const Subject&) const) const noexcept
+{
+    if (certificate == nullptr)
+    {
+        return;
+    }
+    m_context.log.Prepare();
+    host::PassOver([&] { (this->*operation)(LoadSubject(*certificate)); });
+    m_context.log.End();
+}
+
+Certificates::Subject Certificates::LoadSubject(Record& certificate) const
+{
+    return {certificate, Load(m_context, host::RecordKind::Specialist, certificate.Get("IDSpecialista")),
+            Load(m_context, host::RecordKind::Patient, certificate.Get("IDPaziente"))};
+}
+
+void Certificates::SendOrRectify(const Subject& subject) const
+{
+    if (subject.certificate.Get("NumeroProtocollo").ToText().empty())
+    {
+        SendNew(subject);
+    }
+    else
+    {
+        Rectify(subject);
+    }
+}
+
+ServiceRequest Certificates::MakeRequest(service::RequestTypes type, const Subject& subject) const
+{
+    auto request = m_context.factory.GetRequest(type);
+    if (!request)
+    {
+        throw host::Fault("Il servizio non è disponibile.");
+    }
+    Fill(doctorFields, *subject.doctor, *request);
+    Fill(practiceFields, subject.certificate, *request);
+    return std::move(*request);
+}
+
+void Certificates::SendNew(const Subject& subject) const
+{
+    Record& certificate = subject.certificate;
+    auto request = MakeRequest(service::rtInviaCertificato, subject);
+    WriteWorker(*subject.patient, request);
+    WriteResidences(certificate, request);
+    request.SetData("certificato/dataRilascio", service::StoredDate(certificate.Get("DataCertificato")));
+    request.SetData("certificato/dataInizio", service::StoredDate(certificate.Get("DataInizio")));
+    request.SetData("certificato/dataFine", service::StoredDate(certificate.Get("DataScadenza")));
+    request.SetData("certificato/codiceDiagnosi", certificate.Get("CodicePatologia"));
+    request.SetData("certificato/noteDiagnosi", certificate.Get("Annotazioni"));
+    FillCode(certificateTypes, certificate.Get("IDTipoCertificato"), "certificato/tipoCertificato", request);
+    FillCode(visitCategories, certificate.Get("IDCategoriaVisita"), "certificato/tipoVisita", request);
+
+    if (const auto reception = Exchange(request, sendFailed))
+    {
+        certificate.Set("NumeroProtocollo", reception->protocol);
+        certificate.Set("DataRicezione", reception->date);
+        SaveAndTell(certificate, "Certificato inviato con successo.");
+    }
+}
+
+void Certificates::WriteWorker(const Record& patient, ServiceRequest& request) const
+{
+    Fill(workerFields, patient, request);
+    request.SetData("lavoratore/dataNascita", service::StoredDate(patient.Get("DataNascita")));
+    const host::Value town = patient.Get("IDComuneNascita");
+    request.SetData("lavoratore/idComuneNascita", IstatCodeOf(m_context.services, town));
+    request.SetData("lavoratore/comuneNascita", NameOf(m_context.services, town));
+    request.SetData("lavoratore/provinciaNascita", ProvinceOf(m_context.services, town));
+}
+
+void Certificates::WriteResidences(const Record& certificate, ServiceRequest& request) const
+{
+    for (const auto& [node, suffix] : residences)
+    {
+        const auto column = [&, columnSuffix = suffix](const char* name)
+        { return certificate.Get(std::string(name) + columnSuffix); };
+        const std::string path = std::string("lavoratore/") + node;
+        const host::Value town = column("IDComune");
+        if (town.ToInteger() == 0)
+        {
+            request.Data().Select(path).Remove();
+            continue;
+        }
+        request.SetData(path + "/indirizzo", column("Indirizzo"));
+        request.SetData(path + "/CAP", column("Cap"));
+        request.SetData(path + "/idComune", IstatCodeOf(m_context.services, town));
+        request.SetData(path + "/comune", column("Comune"));
+        request.SetData(path + "/provincia", column("Provincia"));
+    }
+}
+
+void Certificates::Rectify(const Subject& subject) const
+{
+    Record& certificate = subject.certificate;
+    auto request = MakeRequest(service::rtRettificaCertificato, subject);
+    request.SetData("lavoratore/codiceFiscale", subject.patient->Get("CodiceFiscale"));
+    request.SetData("certificato/dataFine", service::StoredDate(certificate.Get("DataScadenza")));
+    request.SetData("certificato/protocolloDaRettificare", certificate.Get("NumeroProtocollo"));
+
+    if (const auto reception = Exchange(request, sendFailed))
+    {
+        certificate.Set("NumeroProtocolloOrigine", certificate.Get("NumeroProtocollo"));
+        certificate.Set("NumeroProtocollo", reception->protocol);
+        certificate.Set("DataRicezione", reception->date);
+        SaveAndTell(certificate, "Certificato rettificato con successo.");
+    }
+}
+
+void Certificates::CancelSent(const Subject& subject) const
+{
+    Record& certificate = subject.certificate;
+    auto request = MakeRequest(service::rtAnnullaCertificato, subject);
+    request.SetData("lavoratore/codiceFiscale", subject.patient->Get("CodiceFiscale"));
+    request.SetData("certificato/protocolloDaCancellare", certificate.Get("NumeroProtocollo"));
+
+    if (const auto reception = Exchange(request, cancelFailed))
+    {
+        certificate.Set("NumeroProtocolloAnnullamento", reception->protocol);
+        certificate.Set("DataRicezione", reception->date);
+        SaveAndTell(certificate, "Certificato annullato con successo.");
+    }
+}
+
+std::optional<Certificates::Reception> Certificates::Exchange(const ServiceRequest& request,
+                                                              const char* failureText) const
+{
+    const auto response = m_context.sender.SendServiceRequest(request);
+    if (response && response->FailedResult && !response->FailedResult->Code.empty())
+    {
+        service::ReportServiceFailure(*response, m_context.services, m_context.desktop);
+        return std::nullopt;
+    }
+    const std::string protocol = response ? response->GetData("datiINPS/protocolloINPS") : std::string();
+    if (protocol.empty())
+    {
+        m_context.desktop.Show({failureText, "Errore!!", ui::Icon::Critical, ui::Buttons::Ok});
+        return std::nullopt;
+    }
+    const auto received = service::ConvertSissDateTime(response->GetData("datiINPS/dataRicezione"));
+    return Reception{protocol, host::Value::DateOrNull(received)};
+}
+
+void Certificates::SaveAndTell(Record& certificate, const char* successText) const
+{
+    if (!certificate.Save())
+    {
+        throw host::Fault("Impossibile salvare il certificato.");
+    }
+    m_context.desktop.Show({successText, "Informazione", ui::Icon::Information, ui::Buttons::Ok});
+}
+
+} // namespace vellumo::certificate

@@ -1,0 +1,138 @@
+#include "certificate/contacts.h"
+
+#include "certificate/house_number.h"
+#include "certificate/municipality.h"
+#include "host/fault.h"
+#include "service/service_failure.h"
+#include "service/siss_date_time.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace vellumo::certificate
+{
+namespace
+{
+
+using service::ServiceRequest;
+using service::ServiceResponse;
+
+// Of a reply's `esitoServizio`.
+constexpr std::string_view registered = "S";
+constexpr std::string_view refused = "N";
+
+constexpr std::int32_t residence = 1; // IDTipoResidenza
+constexpr std::int32_t domicile = 3;
+
+// A refused modification carries no failure of its own.
+ServiceResponse RefusalOf(const ServiceRequest& request)
+{
+    ServiceResponse refusal;
+    refusal.FailedResult = std::make_shared<service::ServiceException>();
+    refusal.FailedResult->Code = std::string(refused);
+    refusal.FailedResult->Message = request.Name();
+    return refusal;
+}
+
+// SISS says with this code and this field that it knows the contact already.
+bool AsksForModification(const ServiceResponse& response)
+{
+    return response.FailedResult && response.FailedResult->Code == "EA0004" && response.Exceptions.Count() > 0 &&
+           response.Exceptions.Item(1)->FieldCode == "ED0511";
+}
+
+std::string UpperCase(std::string text)
+{
+    for (char& letter : text)
+    {
+        letter = letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+    }
+    return text;
+}
+
+} // namespace
+
+bool Contacts::Insert(const host::Value& idPaziente) const noexcept
+{
+    m_context.log.Prepare();
+    host::PassOver([&] { SendContactData(idPaziente, false); });
+    m_context.log.End();
+    return false;
+}
+
+bool Contacts::SendContactData(const host::Value& idPaziente, bool asModification) const
+{
+    auto request = m_context.factory.GetRequest(asModification ? service::rtModificaDatiContatto
+                                                               : service::rtInserisciDatiContatto);
+    const auto patient = request ? LoadPatient(idPaziente) : nullptr;
+    if (!patient)
+    {
+        return false;
+    }
+    FillContactPerson(*request, *patient);
+    const auto response = m_context.sender.SendServiceRequest(*request);
+    if (!response)
+    {
+        return false;
+    }
+    const bool failed = response->Failed();
+    const std::string result = UpperCase(response->ServiceResult);
+    if (!failed && result != refused)
+    {
+        return result == registered; // any other text is dropped
+    }
+    if (!asModification && (!failed || AsksForModification(*response)))
+    {
+        return SendContactData(idPaziente, true);
+    }
+    service::ReportServiceFailure(failed ? *response : RefusalOf(*request), m_context.services, m_context.desktop);
+    return false;
+}
+
+std::unique_ptr<host::Record> Contacts::LoadPatient(const host::Value& idPaziente) const
+{
+    auto patient = m_context.objects.CreateRecord(host::RecordKind::Patient, m_context.services);
+    const std::int32_t id = idPaziente.ToInteger();
+    return id > 0 && patient->Load(id) ? std::move(patient) : nullptr;
+}
+
+void Contacts::FillContactPerson(ServiceRequest& request, const host::Record& patient) const
+{
+    request.SetData("contatto/nome", patient.Get("Nome"));
+    request.SetData("contatto/cognome", patient.Get("Cognome"));
+    request.SetData("contatto/dataNascita", service::StoredDate(patient.Get("DataNascita")));
+    request.SetData("contatto/codiceFiscale", patient.Get("CodiceFiscale"));
+    request.SetData("contatto/sesso", patient.Get("Sesso"));
+    request.SetData("contatto/idLocalitaNascita", IstatCodeOf(m_context.services, patient.Get("IDComuneNascita")));
+    request.SetData("contatto/tipoRilevazione", "M");
+    if (patient.Get("Deceduto").ToBoolean())
+    {
+        request.SetData("contatto/dataDecesso", service::StoredDate(patient.Get("DataRevoca")));
+    }
+    FillContactAddress(request, patient, domicile);
+    FillContactAddress(request, patient, residence);
+}
+
+void Contacts::FillContactAddress(ServiceRequest& request, const host::Record& patient, std::int32_t type) const
+{
+    const std::string node = type == residence ? "puntiIndirizzoResidenza" : "puntiIndirizzoDomicilio";
+    const auto rows = m_context.services.RequireUtils().OpenRecordset(
+        "SELECT Residenza.Indirizzo, Norda..Comune.Cap, Norda..Comune.CodiceISTAT, Norda..Comune.Comune FROM Residenza "
+        "LEFT JOIN Norda..Comune ON Norda..Comune.IDComune = Residenza.IDComune WHERE Residenza.IDPaziente = {0} "
+        "AND Residenza.IDTipoResidenza = {1}",
+        {patient.Id(), type});
+    if (rows->IsAtEnd())
+    {
+        request.Data().Select(node).Remove();
+        return;
+    }
+    const host::Value address = rows->Field("Indirizzo");
+    request.SetData(node + "/indirizzo", address);
+    request.SetData(node + "/cap", rows->Field("Cap"));
+    request.SetData(node + "/comune", rows->Field("Comune"));
+    request.SetData(node + "/civico", ExtractHouseNumber(address.ToText()));
+    request.SetData(node + "/localita", rows->Field("CodiceISTAT"));
+}
+
+} // namespace vellumo::certificate

@@ -180,9 +180,7 @@ void Parser::ReadReply(Line& line)
 {
     const bool every = line.Take("every");
     const bool fromHere = !every && line.Take("next");
-    const auto number = every                             ? 0
-                        : fromHere && !line.NextIsDigit() ? 1
-                                                          : line.Number("which call, next or every");
+    const auto number = every ? 0 : fromHere && !line.NextIsDigit() ? 1 : line.Number("which call, next or every");
     auto script = std::make_shared<ReplyScript>();
     auto& reply = script->behaviour.reply;
     if (line.Take("refuses"))

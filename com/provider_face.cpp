@@ -176,6 +176,16 @@ HRESULT ProviderFace::VerificaPaziente(VARIANT, VARIANT_BOOL* result)
     return S_OK;
 }
 
+HRESULT ProviderFace::Sincronizza(VARIANT_BOOL* result)
+{
+    return AnswerBool(*this, IID_ICCEProvider, result, [&] { return m_provider.Sincronizza(); });
+}
+
+HRESULT ProviderFace::SincronizzaPazienti(VARIANT_BOOL* result)
+{
+    return AnswerBool(*this, IID_ICCEProvider2, result, [&] { return m_provider.SincronizzaPazienti(); });
+}
+
 HRESULT ProviderFace::get_Connection(IDispatch** value)
 {
     return HandBack(m_handles->connection, value);
@@ -286,16 +296,6 @@ HRESULT ProviderFace::VerificaPrescrizioneSingola(VARIANT idRicetta, VARIANT num
 }
 
 // --- Operations of later versions ------------------------------------------------------------------------------------
-
-HRESULT ProviderFace::Sincronizza(VARIANT_BOOL* result)
-{
-    return AnswerNotAvailable(result, IID_ICCEProvider, "Sincronizza");
-}
-
-HRESULT ProviderFace::SincronizzaPazienti(VARIANT_BOOL* result)
-{
-    return AnswerNotAvailable(result, IID_ICCEProvider2, "SincronizzaPazienti");
-}
 
 HRESULT ProviderFace::InviaCertificato(VARIANT, VARIANT_BOOL* result)
 {

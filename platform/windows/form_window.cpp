@@ -17,7 +17,10 @@ constexpr UINT unusedMessage = WM_APP + 2;
 constexpr int firstId = 1000; // of the input controls
 constexpr int margin = 11;    // at 96 dots an inch
 constexpr int gap = 7;
-constexpr ULONGLONG drawingPause = 50; // milliseconds: at most twenty times a second
+// A job reports position and text one after the other, and both are to be seen together: two drawings in each pause,
+// at most twenty a second.
+constexpr ULONGLONG drawingPause = 100; // milliseconds
+constexpr int drawingsAtOnce = 2;
 constexpr int messagesAtOnce = 200;
 
 struct EmptyDialog
@@ -321,7 +324,6 @@ void FormWindow::Refresh()
         SendToScreen();
     }
     m_drawingDue = false;
-    m_drawnAt = GetTickCount64();
 }
 
 // The call that follows may block this thread for long. A look into the message queue that takes nothing out tells the
@@ -335,8 +337,15 @@ void FormWindow::SendToScreen() const
 void FormWindow::RefreshSoon()
 {
     m_drawingDue = true;
-    if (GetTickCount64() - m_drawnAt >= drawingPause)
+    const ULONGLONG now = GetTickCount64();
+    if (now - m_pauseBegan >= drawingPause)
     {
+        m_pauseBegan = now;
+        m_drawingsLeft = drawingsAtOnce;
+    }
+    if (m_drawingsLeft > 0)
+    {
+        --m_drawingsLeft;
         Refresh();
     }
 }

@@ -66,7 +66,8 @@ private:
     bool m_opened = false;
     bool m_activated = false; // the first activation has been raised
     bool m_drawingDue = false;
-    ULONGLONG m_drawnAt = 0; // milliseconds since the system's start
+    ULONGLONG m_pauseBegan = 0;
+    int m_drawingsLeft = 0;
     std::exception_ptr m_fault;
 };
 

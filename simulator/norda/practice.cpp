@@ -79,6 +79,8 @@ void Practice::Create() const
 void Practice::Register(Installation& machine) const
 {
     machine.SetMachineText(keys::hostProgram, keys::path, WindowsPath(fs::absolute(HostFolder())));
+    machine.RemoveMachineKey(keys::hostIdentity);
+    machine.AddMachineKey(keys::hostIdentity);
     machine.SetUserText(keys::sissClient, keys::path, WindowsPath(fs::absolute(SissFolder())));
 }
 

@@ -194,6 +194,18 @@ void Narrator::WindowSeen(const Window& window, bool isNew)
     m_out << "\n                       pulsanti: " << ButtonsOf(window) << '\n';
 }
 
+void Narrator::Progress(const Window& window)
+{
+    const auto bars = window.ProgressBars();
+    m_out << "    avanzamento        \"" << window.Title() << "\", " << static_cast<long>(bars.front().value) << " di "
+          << static_cast<long>(bars.front().maximum);
+    for (const auto& label : window.Labels())
+    {
+        m_out << "\n                       " << Indented(label, "                       ");
+    }
+    m_out << '\n';
+}
+
 void Narrator::Did(const std::string& action)
 {
     m_out << "    l'operatore        " << action << '\n';

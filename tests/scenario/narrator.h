@@ -29,6 +29,7 @@ public:
     void Sent(const std::string& requestXml, const std::string& shownAs);
     void Received(const std::string& reply);
     void WindowSeen(const Window& window, bool isNew);
+    void Progress(const Window& window);
     void Did(const std::string& action);
     void CallEnds(const Outcome& outcome, const std::vector<RowChange>& stored);
     void Logged(const std::filesystem::path& logFolder);

@@ -25,6 +25,7 @@ const std::map<std::string, Parser::Keyword>& Parser::Keywords()
         {"refuse", {&Parser::ReadRefuse}},
         {"fail", {&Parser::ReadFail}},
         {"pause", {&Parser::ReadPause}},
+        {"statements", {&Parser::ReadPace}},
         // the network
         {"citizen", {&Parser::ReadCitizen}},
         {"has", {&Parser::ReadHas, true}},
@@ -44,6 +45,9 @@ const std::map<std::string, Parser::Keyword>& Parser::Keywords()
         {"call", {&Parser::ReadCall}},
         {"box", {&Parser::ReadBox, true}},
         {"window", {&Parser::ReadWindow, true}},
+        {"dialog", {&Parser::ReadDialog, true}},
+        {"open", {&Parser::ReadOpen, true}},
+        {"watch", {&Parser::ReadWatch, true}},
         {"returns", {&Parser::ReadReturns, true}},
         {"gestito", {&Parser::ReadGestito, true}},
         {"faults", {&Parser::ReadFaults, true}},

@@ -90,6 +90,7 @@ private:
     void ReadRefuse(Line& line);
     void ReadFail(Line& line);
     void ReadPause(Line& line);
+    void ReadPace(Line& line);
 
     // parse_siss.cpp: the network
     void ReadCitizen(Line& line);
@@ -111,6 +112,9 @@ private:
     void ReadCall(Line& line);
     void ReadBox(Line& line);
     void ReadWindow(Line& line);
+    void ReadDialog(Line& line);
+    void ReadOpen(Line& line);
+    void ReadWatch(Line& line);
     void ReadReturns(Line& line);
     void ReadGestito(Line& line);
     void ReadFaults(Line& line);

@@ -5,11 +5,13 @@
 #include "tests/scenario/narrator.h"
 #include "tests/scenario/operations.h"
 #include "tests/scenario/player.h"
+#include "tests/scenario/progress_watch.h"
 #include "tests/scenario/snapshot.h"
 #include "tests/scenario/stage.h"
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -40,6 +42,9 @@ struct Call
     CallArgument second;
     std::int32_t kind = 0; // of a prescription: 1 drugs, 2 tests
     std::vector<ExpectedWindow> windows;
+    std::vector<ExpectedWindow> watched; // windows with a progress bar, which are at work and wait for nobody
+    // The practice's folder, known once the call is made.
+    std::shared_ptr<std::filesystem::path> folder = std::make_shared<std::filesystem::path>();
     std::optional<std::string> returns; // "12", "True", "patient …", "new patient"
     std::optional<bool> gestito;
     std::optional<std::string> fault; // part of its description
@@ -86,6 +91,8 @@ private:
     void OnWindow(const Window& window, bool isNew);
     void OnAction(const Window& window, const std::string& told);
     void OnRequest(const std::string& requestXml);
+    void OnStatement();
+    void OnProgress(const Window& window);
     void TakeScreenshot(const std::string& title);
     void Remember();
     [[nodiscard]] std::string Describe(const Call& call, const Asked& asked);
@@ -94,6 +101,7 @@ private:
     Options m_options;
     Narrator* m_narrator;
     std::vector<Difference> m_differences;
+    ProgressWatch m_watch;
     Player m_player;
     std::unique_ptr<Stage> m_stage;
     std::shared_ptr<norda::PrescriptionSession> m_session; // that the host keeps

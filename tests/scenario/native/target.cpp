@@ -45,8 +45,10 @@ private:
 class Attached final : public ui::FormView
 {
 public:
-    explicit Attached(ui::Form& form)
+    Attached(ui::Form& form, Operator& anOperator, const FormWindow& window)
         : m_form(form)
+        , m_operator(anOperator)
+        , m_window(window)
     {
         m_form.Attach(this);
     }
@@ -55,10 +57,12 @@ public:
     Attached& operator=(const Attached&) = delete;
 
     void Refresh() override {}
-    void ProcessMessages() override {}
+    void ProcessMessages() override { m_operator.OnBusy(m_window); }
 
 private:
     ui::Form& m_form;
+    Operator& m_operator;
+    const FormWindow& m_window;
 };
 
 class ScriptedDesktop final : public ui::Desktop
@@ -90,7 +94,7 @@ public:
         const auto id = ++m_screen.lastId;
         FormWindow window(id, form);
         const OnTop onTop(m_screen, [id, &form] { return std::make_unique<FormWindow>(id, form); });
-        const Attached view(form);
+        const Attached view(form, m_screen.anOperator, window);
         form.Activated();
         for (int looks = 0; !form.IsClosed(); ++looks)
         {
@@ -102,9 +106,16 @@ public:
         }
     }
 
-    [[nodiscard]] std::optional<std::string> AskFile(const std::string&, const std::string&) override
+    [[nodiscard]] std::optional<std::string> AskFile(const std::string& title, const std::string&) override
     {
-        throw host::Fault("La finestra per scegliere un file non è simulata.");
+        const auto id = ++m_screen.lastId;
+        FileWindow window(id, title);
+        const OnTop onTop(m_screen, [&] { return std::make_unique<FileWindow>(id, title); });
+        for (int looks = 0; looks < mostLooks && !window.Chosen(); ++looks)
+        {
+            m_screen.anOperator.OnScreen(window);
+        }
+        return window.Chosen() && !window.Chosen()->empty() ? std::optional(window.Chosen()->string()) : std::nullopt;
     }
 
 private:

@@ -74,6 +74,8 @@ void Practice::Create() const
     WriteAnsiFile(ConfigFolder() / "WINBRIDGE4SEBACTIVEX.conf", seed::bridgeConf);
     WriteAnsiFile(TablesFolder() / "master.txt", seed::masterTable);
     WriteAnsiFile(TablesFolder() / "esenzioni.txt", seed::exemptionTable);
+    WriteAnsiFile(TablesFolder() / "branche.txt", seed::branchTable);
+    WriteAnsiFile(TablesFolder() / "mapping.txt", seed::mappingTable);
 }
 
 void Practice::Register(Installation& machine) const

@@ -16,5 +16,7 @@ extern const std::string_view practice; // rows of the practice
 extern const std::string_view bridgeConf;
 extern const std::string_view masterTable;
 extern const std::string_view exemptionTable;
+extern const std::string_view branchTable;
+extern const std::string_view mappingTable;
 
 } // namespace vellumo::norda::seed

@@ -1,6 +1,7 @@
 // The lines that set up the host and its installation, before and between the calls.
 #include "host/fault.h"
 #include "simulator/norda/ansi_file.h"
+#include "simulator/norda/generated_data.h"
 #include "tests/scenario/cell.h"
 #include "tests/scenario/parser.h"
 
@@ -262,6 +263,32 @@ void Parser::ReadPace(Line& line)
     const auto milliseconds = line.Number("milliseconds");
     line.Take("ms");
     AddStep(line, [=](Run& run) { run.GetStage().SetPace(std::chrono::milliseconds(milliseconds)); });
+}
+
+// `generated list "elenco.xml" of 300 citizens`, `generated tables of 60000 rows`.
+void Parser::ReadGenerated(Line& line)
+{
+    const bool isList = line.Take("list");
+    const auto path = isList ? line.Word("the path below the practice's folder") : std::string();
+    if (!isList && !line.Take("tables"))
+    {
+        line.Fail("expected list or tables");
+    }
+    line.Take("of");
+    const auto count = static_cast<std::size_t>(line.Number("how many"));
+    line.Take(isList ? "citizens" : "rows");
+    AddStep(line,
+            [=](Run& run)
+            {
+                if (isList)
+                {
+                    norda::WritePatientList(PracticeFile(run, path), count);
+                }
+                else
+                {
+                    norda::WriteTables(run.GetStage().Practice().TablesFolder(), count);
+                }
+            });
 }
 
 } // namespace vellumo::scenario

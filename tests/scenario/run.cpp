@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 
 namespace vellumo::scenario
 {
@@ -293,6 +294,10 @@ void Run::OnRequest(const std::string& requestXml)
 // Where nothing else lets the target look at a window that is at work, a statement of its job does.
 void Run::OnStatement()
 {
+    if (m_stage->StatementCount() == m_options.dyingStatement)
+    {
+        std::_Exit(died);
+    }
     const auto window = m_stage->GetTarget().Topmost();
     if (window && !window->ProgressBars().empty())
     {

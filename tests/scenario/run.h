@@ -59,11 +59,15 @@ struct Travel
 class Run
 {
 public:
+    // Exit code of a process that ended at its `dyingStatement`.
+    static constexpr int died = 77;
+
     struct Options
     {
         std::filesystem::path screenshots; // empty: none are taken
         bool snapshots = false;            // the scenario, or its narrator, compares the database
         std::size_t failingStatement = 0;  // of a sweep: the statement of the library that fails; 0: none
+        std::size_t dyingStatement = 0;    // the statement before which the process ends; 0: none
     };
     Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator* narrator);
 
@@ -82,6 +86,9 @@ public:
 
     // What has changed since before the first call.
     [[nodiscard]] std::vector<RowChange> Changes();
+    // All rows before the first call, and now. Only with snapshots.
+    [[nodiscard]] const Snapshot& Before() const { return m_before.value(); }
+    [[nodiscard]] Snapshot Now() { return TakeSnapshot(m_stage->Database()); }
     [[nodiscard]] const std::vector<Travel>& Travels() const noexcept { return m_travels; }
     // Whether the failing statement of a sweep has been reached.
     [[nodiscard]] bool HasFailed() const noexcept { return m_stage->StatementCount() >= m_options.failingStatement; }

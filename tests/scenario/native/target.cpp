@@ -6,8 +6,12 @@
 #include "tests/scenario/native/form_window.h"
 #include "ui/desktop.h"
 
+#include <cstdlib>
 #include <functional>
 #include <vector>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace vellumo::scenario
 {
@@ -56,7 +60,7 @@ public:
     Attached(const Attached&) = delete;
     Attached& operator=(const Attached&) = delete;
 
-    void Refresh() override {}
+    void Refresh() override { m_operator.OnBusy(m_window); }
     void ProcessMessages() override { m_operator.OnBusy(m_window); }
 
 private:
@@ -157,6 +161,29 @@ private:
 std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::path& folder)
 {
     return std::make_unique<NativeTarget>(anOperator, folder);
+}
+
+std::optional<int> DoApart(const std::function<void()>& work)
+{
+    const pid_t child = fork();
+    if (child == 0)
+    {
+        try
+        {
+            work();
+            std::_Exit(0);
+        }
+        catch (...)
+        {
+            std::_Exit(1);
+        }
+    }
+    int status = 0;
+    if (child < 0 || waitpid(child, &status, 0) != child)
+    {
+        throw host::Fault("a process of its own could not be made");
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 1;
 }
 
 } // namespace vellumo::scenario

@@ -1,0 +1,15 @@
+// What is measured, each against a bare program doing the same work. All answer whether the bounds are kept.
+#pragma once
+
+#include <filesystem>
+
+namespace vellumo::bench
+{
+
+// `folder` is empty and belongs to the measurement.
+[[nodiscard]] bool MeasureTables(const std::filesystem::path& folder);
+[[nodiscard]] bool MeasurePatients(const std::filesystem::path& folder);
+[[nodiscard]] bool MeasureProgress(const std::filesystem::path& folder);
+[[nodiscard]] bool MeasureMessages();
+
+} // namespace vellumo::bench

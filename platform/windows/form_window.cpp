@@ -21,6 +21,8 @@ constexpr int gap = 7;
 // at most twenty a second.
 constexpr ULONGLONG drawingPause = 100; // milliseconds
 constexpr int drawingsAtOnce = 2;
+// A look into the message queue costs more than a row of a table takes. Nobody notices a message that waits this long.
+constexpr ULONGLONG messagePause = 10; // milliseconds
 constexpr int messagesAtOnce = 200;
 
 struct EmptyDialog
@@ -223,7 +225,7 @@ void FormWindow::OnFirstActivation()
     m_activated = true;
     SetInitialFocus();
     RedrawWindow(m_window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    ProcessMessages(); // the job may take long, and what is drawn has to reach the screen before
+    DispatchPending(); // the job may take long, and what is drawn has to reach the screen before
     if (!m_form.IsClosed())
     {
         m_form.Activated();
@@ -359,6 +361,16 @@ void FormWindow::DrawNow()
 }
 
 void FormWindow::ProcessMessages()
+{
+    const ULONGLONG now = GetTickCount64();
+    if (now - m_messagesProcessed >= messagePause)
+    {
+        m_messagesProcessed = now;
+        DispatchPending();
+    }
+}
+
+void FormWindow::DispatchPending()
 {
     MSG message;
     // Not without end: a window of the host that never stops posting must not stop the job.

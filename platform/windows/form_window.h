@@ -41,6 +41,7 @@ private:
     void PassKeyToList(WORD boxId, WPARAM key);
     void OnSized();
     void SendToScreen() const;
+    void DispatchPending();
     void OnLimits(MINMAXINFO& limits) const;
     void OnFirstActivation();
     void Tell(ControlView& view, Event event);
@@ -68,6 +69,7 @@ private:
     bool m_drawingDue = false;
     ULONGLONG m_pauseBegan = 0;
     int m_drawingsLeft = 0;
+    ULONGLONG m_messagesProcessed = 0;
     std::exception_ptr m_fault;
 };
 

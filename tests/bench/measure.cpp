@@ -92,6 +92,13 @@ bool Report(const Comparison& comparison, double bound)
     return within;
 }
 
+void Tell(const Comparison& comparison)
+{
+    std::printf("%-58s %6.2f\n    %.3f s; against %s: %.3f s\n", comparison.what.c_str(), comparison.Ratio(),
+                comparison.ours, comparison.against.c_str(), comparison.bare);
+    std::fflush(stdout);
+}
+
 bool Report(const std::string& what, double value, const char* unit, double bound)
 {
     const bool within = value <= bound;

@@ -26,8 +26,9 @@ struct Comparison
 // Most memory that the work needs beyond what the process has before it, in bytes. Runs in a process of its own.
 [[nodiscard]] double PeakMemory(const std::function<void()>& work);
 
-// Prints the ratio and whether it is within the bound.
+// Prints the ratio and whether it is within the bound; without one it only tells.
 [[nodiscard]] bool Report(const Comparison& comparison, double bound);
+void Tell(const Comparison& comparison);
 [[nodiscard]] bool Report(const std::string& what, double value, const char* unit, double bound);
 
 // Results that are printed nowhere must not be optimised away.

@@ -37,9 +37,8 @@ public:
         SQLSetEnvAttr(m_environment.Get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
         m_connection.emplace(m_environment.Get());
         auto text = "Driver=SQLite3;Database=" + (folder / "studio.db").string() + ";Timeout=10000;FKSupport=0";
-        const auto opened =
-            SQLDriverConnect(m_connection->Get(), nullptr, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS, nullptr, 0,
-                             nullptr, SQL_DRIVER_NOPROMPT);
+        const auto opened = SQLDriverConnect(m_connection->Get(), nullptr, reinterpret_cast<SQLCHAR*>(text.data()),
+                                             SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
         norda::odbc::Check(opened, SQL_HANDLE_DBC, m_connection->Get());
         Run("ATTACH DATABASE '" + (folder / "norda.db").string() + "' AS Norda");
         for (const auto* const name : {"main", "Norda"})
@@ -142,11 +141,10 @@ bool MeasurePatients(const std::filesystem::path& folder)
                 static_cast<std::size_t>(std::count(statements.begin(), statements.end(), begin)));
     for (const bool waitsForDisk : {true, false})
     {
-        const auto comparison =
-            Compare(std::string("ten thousand known patients, ") + (waitsForDisk ? "on disk" : "not waiting for the disk"),
-                    "the same statements and commits over ODBC alone", 2,
-                    [&] { Import(practice, list, waitsForDisk); },
-                    [&] { BareProgram(practice.Folder(), waitsForDisk).Replay(statements); });
+        const auto comparison = Compare(
+            std::string("ten thousand known patients, ") + (waitsForDisk ? "on disk" : "not waiting for the disk"),
+            "the same statements and commits over ODBC alone", 2, [&] { Import(practice, list, waitsForDisk); },
+            [&] { BareProgram(practice.Folder(), waitsForDisk).Replay(statements); });
         good = Report(comparison, 1.3) && good;
     }
     return good;

@@ -1,5 +1,5 @@
-// A provider natively linked, on a practice of its own, with nobody in front of the screen: the file dialog is answered,
-// boxes are confirmed.
+// A provider natively linked, on a practice of its own, with nobody in front of the screen: the file dialog is
+// answered, boxes are confirmed.
 #pragma once
 
 #include "simulator/norda/host_records.h"

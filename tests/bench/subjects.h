@@ -1,4 +1,4 @@
-// What is measured, each against a bare program doing the same work. All answer whether the bounds are kept.
+// What is measured, each against a bare program doing the same work. The answer is whether the bounds are kept.
 #pragma once
 
 #include <filesystem>
@@ -10,6 +10,7 @@ namespace vellumo::bench
 [[nodiscard]] bool MeasureTables(const std::filesystem::path& folder);
 [[nodiscard]] bool MeasurePatients(const std::filesystem::path& folder);
 [[nodiscard]] bool MeasureProgress(const std::filesystem::path& folder);
-[[nodiscard]] bool MeasureMessages();
+// Tells only: no bound is set.
+void MeasureMessages();
 
 } // namespace vellumo::bench

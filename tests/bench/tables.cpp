@@ -43,7 +43,8 @@ std::size_t ReadBare(const std::string& file)
     std::size_t sum = 0;
     while (line < end)
     {
-        const auto* const next = static_cast<const char*>(std::memchr(line, '\n', static_cast<std::size_t>(end - line)));
+        const auto* const next =
+            static_cast<const char*>(std::memchr(line, '\n', static_cast<std::size_t>(end - line)));
         const char* field = line;
         for (int column = 0; column < 3; ++column)
         {
@@ -69,9 +70,9 @@ bool MeasureTables(const std::filesystem::path& folder)
     {
         throw std::runtime_error("the two ways of reading a table differ");
     }
-    const auto comparison = Compare("table of a million rows, two columns of each",
-                                    "the file read and split with memchr into views", 7, [&] { Use(ReadOurs(file)); },
-                                    [&] { Use(ReadBare(file)); });
+    const auto comparison = Compare(
+        "table of a million rows, two columns of each", "the file read and split with memchr into views", 7,
+        [&] { Use(ReadOurs(file)); }, [&] { Use(ReadBare(file)); });
     const bool fast = Report(comparison, 1.3);
     const double memory = PeakMemory([&] { Use(ReadOurs(file)); });
     const bool small = Report("    its peak memory, in sizes of the file",

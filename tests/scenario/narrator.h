@@ -36,6 +36,8 @@ public:
     void Summary(std::size_t scenarios, std::size_t failed);
 
 private:
+    void TellStored(const std::vector<RowChange>& stored);
+
     std::ostream& m_out;
     std::size_t m_calls = 0;
     std::size_t m_exchanges = 0;

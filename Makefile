@@ -5,9 +5,10 @@
 #   make norda         the simulated host, for a person at the console
 #   make test          lint, native tests with sanitizers, then the tests of the x64 DLL under Wine
 #   make test-win32    the tests of the x86 DLL under Wine
+#   make bench         how the long jobs compare with bare programs doing the same work
 #   make clean         removes what was built
 
-.PHONY: run run-native norda test test-win32 clean
+.PHONY: run run-native norda test test-win32 bench clean
 .DEFAULT_GOAL := run
 MAKEFLAGS += --no-print-directory
 
@@ -33,6 +34,10 @@ test:
 test-win32:
 	@tools/setup win32
 	@tools/test win32
+
+bench:
+	@tools/setup
+	@tools/bench
 
 clean:
 	@tools/wine-end --now

@@ -56,10 +56,4 @@ HRESULT FailWithCurrentException(const IID& source) noexcept
     }
 }
 
-HRESULT FailAsNotAvailable(const IID& source, const char* operation) noexcept
-{
-    return Fail(E_NOTIMPL, source,
-                std::string("L'operazione ") + operation + " non è disponibile in questa versione di Vellumo.");
-}
-
 } // namespace vellumo::com

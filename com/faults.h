@@ -21,9 +21,6 @@ HRESULT FailWithCurrentException(const IID& source) noexcept;
 
 inline constexpr HRESULT faultOfTheLibrary = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_ITF, 0x0200);
 
-// An operation that this version does not have yet: E_NOTIMPL.
-HRESULT FailAsNotAvailable(const IID& source, const char* operation) noexcept;
-
 // Runs the body of a member of `object`. The object stays alive until the member returns, whatever the host releases
 // while a window of the library is on screen.
 template <class Object, class Body>

@@ -46,16 +46,6 @@ HRESULT HandBack(const ComPtr<IDispatch>& object, IDispatch** value)
     return S_OK;
 }
 
-HRESULT AnswerNotAvailable(VARIANT_BOOL* result, const IID& source, const char* operation)
-{
-    if (!result)
-    {
-        return E_POINTER;
-    }
-    *result = VARIANT_FALSE;
-    return FailAsNotAvailable(source, operation);
-}
-
 // Runs the body of a member that answers True or False.
 template <class Face, class Body>
 HRESULT AnswerBool(Face& face, const IID& source, VARIANT_BOOL* result, Body&& body)
@@ -218,6 +208,16 @@ HRESULT ProviderFace::InserisciContatto(VARIANT idPaziente, VARIANT_BOOL* result
                  });
 }
 
+HRESULT ProviderFace::Sincronizza(VARIANT_BOOL* result)
+{
+    return AnswerBool(*this, IID_ICCEProvider, result, [&] { return m_provider.Sincronizza(); });
+}
+
+HRESULT ProviderFace::SincronizzaPazienti(VARIANT_BOOL* result)
+{
+    return AnswerBool(*this, IID_ICCEProvider2, result, [&] { return m_provider.SincronizzaPazienti(); });
+}
+
 HRESULT ProviderFace::get_Connection(IDispatch** value)
 {
     return HandBack(m_handles->connection, value);
@@ -325,18 +325,6 @@ HRESULT ProviderFace::VerificaPrescrizioneSingola(VARIANT idRicetta, VARIANT num
                           return m_provider.VerificaPrescrizioneSingola(windows::ToValue(idRicetta),
                                                                         windows::ToValue(numRicetta), tipo);
                       });
-}
-
-// --- Operations of later versions ------------------------------------------------------------------------------------
-
-HRESULT ProviderFace::Sincronizza(VARIANT_BOOL* result)
-{
-    return AnswerNotAvailable(result, IID_ICCEProvider, "Sincronizza");
-}
-
-HRESULT ProviderFace::SincronizzaPazienti(VARIANT_BOOL* result)
-{
-    return AnswerNotAvailable(result, IID_ICCEProvider2, "SincronizzaPazienti");
 }
 
 } // namespace vellumo::com

@@ -33,7 +33,7 @@ public:
     [[nodiscard]] SISSImportIndex DefaultIndex() const;
 
     // "year-month-day" as the tables have it. Faults on anything else. Dates in SISS messages have forms of their own,
-    // see service/siss_date_time.h.
+    // see environment/siss_date_time.h.
     [[nodiscard]] static host::Date ConvertToDateTime(const std::string& text);
 
 private:

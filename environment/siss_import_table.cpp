@@ -4,6 +4,7 @@
 #include "host/fault.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace vellumo::environment
@@ -63,6 +64,11 @@ std::string SISSImportTableRow::Field(std::string_view name) const
 
 std::string SISSImportTableRow::Field(std::int32_t index) const
 {
+    return FromAnsi(Bytes(index));
+}
+
+std::string_view SISSImportTableRow::Bytes(std::int32_t index) const noexcept
+{
     if (index < 1)
     {
         return {};
@@ -78,7 +84,7 @@ std::string SISSImportTableRow::Field(std::int32_t index) const
         start = bar + 1;
     }
     const auto value = m_line.substr(start, m_line.find(separator, start) - start);
-    return value == "\\N" || value == "\\n" ? std::string() : FromAnsi(value);
+    return value == "\\N" || value == "\\n" ? std::string_view() : value;
 }
 
 SISSImportTable::SISSImportTable(std::string bytes)
@@ -87,6 +93,10 @@ SISSImportTable::SISSImportTable(std::string bytes)
     if (m_bytes.empty())
     {
         throw host::Fault("La tabella è vuota.");
+    }
+    if (m_bytes.size() > std::numeric_limits<std::uint32_t>::max())
+    {
+        throw host::Fault("La tabella è troppo grande.");
     }
     const std::string_view text = m_bytes;
     std::size_t start = 0;
@@ -107,7 +117,7 @@ SISSImportTable::SISSImportTable(std::string bytes)
         }
         else if (!IsBlank(line))
         {
-            m_rows.push_back({start, line.size()});
+            m_rows.push_back({static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(line.size())});
         }
         start = end + lineEnd.size();
     }

@@ -55,6 +55,8 @@ public:
     [[nodiscard]] std::string Field(std::string_view name) const;
     // The same by the column's `Index`, for a caller that reads many rows; 0 reads as "".
     [[nodiscard]] std::string Field(std::int32_t index) const;
+    // The same as the file has it, 8-bit, without a copy; valid as long as the table.
+    [[nodiscard]] std::string_view Bytes(std::int32_t index) const noexcept;
 
 private:
     const SISSImportTableCols& m_columns;
@@ -64,7 +66,8 @@ private:
 class SISSImportTable
 {
 public:
-    // Takes the whole text of a table file (8-bit). Faults when it has no header line or names a column twice.
+    // Takes the whole text of a table file (8-bit). Faults when it has no header line, names a column twice or is
+    // larger than 4 GB.
     explicit SISSImportTable(std::string bytes);
 
     [[nodiscard]] const SISSImportTableCols& Columns() const noexcept { return m_columns; }
@@ -75,8 +78,8 @@ public:
 private:
     struct Line
     {
-        std::size_t start;
-        std::size_t length;
+        std::uint32_t start;
+        std::uint32_t length;
     };
 
     std::string m_bytes;

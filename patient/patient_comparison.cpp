@@ -1,6 +1,6 @@
 #include "patient/patient_comparison.h"
 
-#include "patient/patient_writer.h"
+#include "patient/reference_data.h"
 #include "service/siss_date_time.h"
 
 #include <cstdint>

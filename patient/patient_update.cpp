@@ -3,8 +3,10 @@
 #include "host/connection.h"
 #include "host/fault.h"
 #include "patient/patient_comparison.h"
+#include "patient/patient_writer.h"
 #include "ui/form_paziente_changes.h"
 
+#include <array>
 #include <string>
 
 namespace vellumo::patient
@@ -13,6 +15,45 @@ namespace
 {
 
 constexpr std::int32_t freshDays = 31;
+
+constexpr std::array<FieldMapping, 11> personalData = {{
+    {"CodiceFiscale", "datiCittadino/codiceFiscaleCittadino", Conversion::Text},
+    {"Cognome", "datiCittadino/cognomeCittadino", Conversion::Text},
+    {"Nome", "datiCittadino/nomeCittadino", Conversion::Text},
+    {"Sesso", "datiCittadino/sessoCittadino", Conversion::Text},
+    {"DataNascita", "datiCittadino/dataNascitaCittadino", Conversion::Date},
+    {"NumTesseraSanitaria", "datiCittadino/codiceSanitarioCittadino", Conversion::Text},
+    {"NumAssistito", "datiCittadino/codiceSanitarioCittadino", Conversion::Text},
+    {"DataSceltaASL", "datiCittadino/dataDecorrenzaIscrizione", Conversion::Date},
+    {"DataScadenza", "datiCittadino/dataScadenzaIscrizione", Conversion::Date},
+    {"DataScelta", "datiMedico/dataInizioScelta", Conversion::Date},
+    {"DataSospensione", "datiMedico/dataFineScelta", Conversion::Date},
+}};
+
+constexpr std::array<AddressMapping, 2> addresses = {{
+    {1, residenceFilter, "datiCittadino/indirizzoResidenzaCittadino", "datiCittadino/civicoResidenzaCittadino",
+     "datiCittadino/capResidenzaCittadino", "datiCittadino/comuneResidenzaCittadino"},
+    {3, domicileFilter, "datiCittadino/indirizzoDomicilioCittadino", "datiCittadino/civicoDomicilioCittadino",
+     "datiCittadino/capDomicilioCittadino", "datiCittadino/comuneDomicilioCittadino"},
+}};
+
+constexpr CitizenLayout layout = {personalData,
+                                  addresses,
+                                  "datiCittadino/codiceFiscaleCittadino",
+                                  "datiCittadino/codiceSanitarioCittadino",
+                                  "datiCittadino/comuneNascitaCittadino",
+                                  "datiCittadino/siglaAslAppartenenza",
+                                  "datiCittadino/descrizioneAslAppartenenza"};
+
+// "ATTIVO" and "NON-ATTIVO", exactly; any other state leaves the patient as he was.
+void WriteState(const xml::Node& data, host::Record& patient)
+{
+    const std::string state = data.Text("datiCittadino/statoAssistito");
+    if (state == "ATTIVO" || state == "NON-ATTIVO")
+    {
+        patient.Set("Revocato", std::int32_t{state == "ATTIVO" ? 0 : 1});
+    }
+}
 
 bool HasBit(std::int32_t mask, std::int32_t bit)
 {
@@ -24,7 +65,6 @@ bool HasBit(std::int32_t mask, std::int32_t bit)
 PatientUpdate::PatientUpdate(const service::ProviderContext& context)
     : m_context(context)
     , m_exemptions(context)
-    , m_writer(context)
 {
 }
 
@@ -38,11 +78,13 @@ std::int32_t PatientUpdate::UpdatePatientFromCitizen(const service::ServiceRespo
         return 0;
     }
 
+    ReferenceData references(m_context);
+    const PatientWriter writer(m_context, layout, references);
     const auto newRecord = [&]
     { return m_context.objects.CreateRecord(host::RecordKind::Patient, m_context.services); };
     auto patient = newRecord();
     std::int32_t mask = ui::update::byDefault;
-    const std::int32_t matched = FindPatient(data);
+    const std::int32_t matched = writer.FindPatient(data);
     if (matched == 0)
     {
         patient->StartNew();
@@ -72,20 +114,7 @@ std::int32_t PatientUpdate::UpdatePatientFromCitizen(const service::ServiceRespo
             patient->StartNew();
         }
     }
-    return Store(data, exemptions, *patient, mask);
-}
-
-std::int32_t PatientUpdate::FindPatient(const xml::Node& data) const
-{
-    host::Utils& utils = m_context.services.RequireUtils();
-    // An empty key matches nobody: a citizen without a card must not meet a patient without one.
-    const auto find = [&](const char* sql, const std::string& key)
-    { return key.empty() ? 0 : utils.SingleValue(sql, {key}).ToInteger(); };
-    const auto byFiscalCode = find("SELECT IDPaziente FROM Paziente WHERE CodiceFiscale = {0}",
-                                   data.Text("datiCittadino/codiceFiscaleCittadino"));
-    return byFiscalCode != 0 ? byFiscalCode
-                             : find("SELECT IDPaziente FROM Paziente WHERE NumTesseraSanitaria = {0}",
-                                    data.Text("datiCittadino/codiceSanitarioCittadino"));
+    return Store(data, exemptions, *patient, mask, writer);
 }
 
 bool PatientUpdate::IsDue(const host::Record& patient, bool askIfRecent) const
@@ -107,12 +136,14 @@ bool PatientUpdate::IsDue(const host::Record& patient, bool askIfRecent) const
 }
 
 std::int32_t PatientUpdate::Store(const xml::Node& data, const SissExemptions& exemptions, host::Record& patient,
-                                  std::int32_t mask) const
+                                  std::int32_t mask, const PatientWriter& writer) const
 {
     host::Transaction transaction(m_context.services.RequireConnection());
     if (HasBit(mask, ui::update::personalData))
     {
-        m_writer.WritePersonalData(data, patient);
+        writer.Fill(data, patient);
+        WriteState(data, patient);
+        PatientWriter::Save(patient);
     }
     const std::int32_t idPaziente = patient.Id();
     if (HasBit(mask, ui::update::exemptions))
@@ -121,7 +152,7 @@ std::int32_t PatientUpdate::Store(const xml::Node& data, const SissExemptions& e
     }
     if (HasBit(mask, ui::update::addresses))
     {
-        m_writer.WriteAddresses(data, idPaziente);
+        writer.WriteAddresses(data, idPaziente);
     }
     transaction.Commit();
     return idPaziente;

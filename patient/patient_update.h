@@ -4,7 +4,6 @@
 
 #include "host/records.h"
 #include "patient/exemptions.h"
-#include "patient/patient_writer.h"
 #include "service/provider_context.h"
 #include "service/service_response.h"
 
@@ -13,6 +12,8 @@
 
 namespace vellumo::patient
 {
+
+class PatientWriter;
 
 class PatientUpdate
 {
@@ -27,14 +28,12 @@ public:
                                                         bool force) const;
 
 private:
-    [[nodiscard]] std::int32_t FindPatient(const xml::Node& data) const;
     [[nodiscard]] bool IsDue(const host::Record& patient, bool askIfRecent) const;
     [[nodiscard]] std::int32_t Store(const xml::Node& data, const SissExemptions& exemptions, host::Record& patient,
-                                     std::int32_t mask) const;
+                                     std::int32_t mask, const PatientWriter& writer) const;
 
     const service::ProviderContext& m_context;
     Exemptions m_exemptions;
-    PatientWriter m_writer;
 };
 
 } // namespace vellumo::patient

@@ -3,8 +3,10 @@
 #include "certificate/certificates.h"
 #include "certificate/contacts.h"
 #include "environment/siss_environment.h"
+#include "environment/table_synchronisation.h"
 #include "host/fault.h"
 #include "patient/identification.h"
+#include "patient/patient_list_import.h"
 #include "prescription/prescription_check.h"
 #include "prescription/registration.h"
 #include "prescription/session_closing.h"
@@ -79,6 +81,18 @@ std::int32_t SISSProvider::IdentificaPaziente(const host::Value& idPaziente, boo
     }
     gestito = outcome.Gestito;
     return outcome.IDPaziente;
+}
+
+bool SISSProvider::Sincronizza() noexcept
+{
+    return environment::TableSynchronisation(m_parts->services, m_parts->environment, *m_parts->surroundings.settings,
+                                             *m_parts->surroundings.desktop)
+        .Run();
+}
+
+bool SISSProvider::SincronizzaPazienti() noexcept
+{
+    return patient::PatientListImport(m_parts->context).Run();
 }
 
 bool SISSProvider::IsActive() const noexcept

@@ -47,6 +47,13 @@ public:
     // search. `gestito` True: the host takes the identifier as it stands; False: it goes on with its own handling.
     std::int32_t IdentificaPaziente(const host::Value& idPaziente, bool& gestito);
 
+    // Imports the regional tables that are due. True whatever happened in them; False when the progress window could
+    // not be shown.
+    [[nodiscard]] bool Sincronizza() noexcept;
+    // Imports the list of the doctor's patients from a file that the operator chooses. True only when it came to its
+    // end; otherwise the operator has been told why, or has chosen no file.
+    [[nodiscard]] bool SincronizzaPazienti() noexcept;
+
     [[nodiscard]] bool IsActive() const noexcept;
     // Always True: nothing is sent and nothing is shown.
     [[nodiscard]] static bool VerificaPaziente(const host::Value& idPaziente) noexcept;

@@ -1,24 +1,12 @@
-// Dates in SISS messages.
+// Dates in SISS messages are read as those of the regional tables are.
 #pragma once
 
-#include "host/date.h"
-#include "host/value.h"
-
-#include <string_view>
+#include "environment/siss_date_time.h"
 
 namespace vellumo::service
 {
 
-// Reads what SISS services are known to send: yyyymmdd, yyyymmddhhmm, yyyymmddhhmmss; yyyy-mm-dd, yyyy/mm/dd,
-// dd/mm/yyyy, dd-mm-yyyy, dd.mm.yyyy, these optionally followed by "T" or a blank, a time hh:mm[:ss[.f]] and a zone,
-// which is ignored. Blanks around are ignored. "", all zeros, impossible dates and anything else give the zero date.
-// Never faults.
-[[nodiscard]] host::Date ConvertSissDateTime(std::string_view text) noexcept;
-
-// The day in a column of the host, which keeps dates as dates or as text in one of those forms.
-[[nodiscard]] inline host::Date StoredDate(const host::Value& value)
-{
-    return ConvertSissDateTime(value.ToText());
-}
+using environment::ConvertSissDateTime;
+using environment::StoredDate;
 
 } // namespace vellumo::service

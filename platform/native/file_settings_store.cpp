@@ -21,13 +21,19 @@ std::string Entry(std::string_view root, std::string_view key, std::string_view 
     return entry;
 }
 
+// Without regard to case.
+bool IsBelow(std::string_view line, std::string_view key)
+{
+    return line.size() >= key.size() && std::equal(key.begin(), key.end(), line.begin(),
+                                                   [](char a, char b) {
+                                                       return std::tolower(static_cast<unsigned char>(a)) ==
+                                                              std::tolower(static_cast<unsigned char>(b));
+                                                   });
+}
+
 bool IsEntry(std::string_view line, std::string_view entry)
 {
-    return line.size() > entry.size() && line[entry.size()] == '=' &&
-           std::equal(
-               entry.begin(), entry.end(), line.begin(),
-               [](char a, char b)
-               { return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b)); });
+    return line.size() > entry.size() && line[entry.size()] == '=' && IsBelow(line, entry);
 }
 
 std::vector<std::string> ReadLines(const std::filesystem::path& file)
@@ -70,6 +76,12 @@ void FileSettingsStore::WriteMachineText(std::string_view key, std::string_view 
 {
     const std::string entry = Entry("HKLM", key, name);
     auto lines = ReadLines(m_file);
+    const std::string below = Entry("HKLM", key, "");
+    const bool keyExists = std::ranges::any_of(lines, [&](const std::string& line) { return IsBelow(line, below); });
+    if (!keyExists)
+    {
+        throw host::Fault("Nelle impostazioni non c'è la chiave HKLM\\" + std::string(key) + ".");
+    }
     std::erase_if(lines, [&](const std::string& line) { return IsEntry(line, entry); });
     lines.push_back(entry + "=" + std::string(text));
     std::ofstream out(m_file, std::ios::trunc);

@@ -1,8 +1,9 @@
 // The settings of an installation in a text file, where there is no registry. One setting a line:
 //   HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths\Norda.exe\Path=/srv/norda
 //   HKCU\Software\VB and VBA Program Settings\Norda\SISS\Path=/srv/siss
-// UTF-8; the first "=" separates; keys compare without regard to case; other lines are ignored. The file is read at
-// every use, as the registry is.
+// UTF-8; the first "=" separates; keys compare without regard to case; other lines are ignored. A key is there when a
+// setting stands below it, be it the nameless one ("HKLM\Software\...\="); only there can be written. The file is read
+// at every use, as the registry is.
 #pragma once
 
 #include "host/settings_store.h"

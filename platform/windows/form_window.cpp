@@ -17,7 +17,12 @@ constexpr UINT unusedMessage = WM_APP + 2;
 constexpr int firstId = 1000; // of the input controls
 constexpr int margin = 11;    // at 96 dots an inch
 constexpr int gap = 7;
-constexpr ULONGLONG drawingPause = 50; // milliseconds: at most twenty times a second
+// A job reports position and text one after the other, and both are to be seen together: two drawings in each pause,
+// at most twenty a second.
+constexpr ULONGLONG drawingPause = 100; // milliseconds
+constexpr int drawingsAtOnce = 2;
+// A look into the message queue costs more than a row of a table takes. Nobody notices a message that waits this long.
+constexpr ULONGLONG messagePause = 10; // milliseconds
 constexpr int messagesAtOnce = 200;
 
 struct EmptyDialog
@@ -220,7 +225,7 @@ void FormWindow::OnFirstActivation()
     m_activated = true;
     SetInitialFocus();
     RedrawWindow(m_window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    ProcessMessages(); // the job may take long, and what is drawn has to reach the screen before
+    DispatchPending(); // the job may take long, and what is drawn has to reach the screen before
     if (!m_form.IsClosed())
     {
         m_form.Activated();
@@ -321,7 +326,6 @@ void FormWindow::Refresh()
         SendToScreen();
     }
     m_drawingDue = false;
-    m_drawnAt = GetTickCount64();
 }
 
 // The call that follows may block this thread for long. A look into the message queue that takes nothing out tells the
@@ -335,8 +339,15 @@ void FormWindow::SendToScreen() const
 void FormWindow::RefreshSoon()
 {
     m_drawingDue = true;
-    if (GetTickCount64() - m_drawnAt >= drawingPause)
+    const ULONGLONG now = GetTickCount64();
+    if (now - m_pauseBegan >= drawingPause)
     {
+        m_pauseBegan = now;
+        m_drawingsLeft = drawingsAtOnce;
+    }
+    if (m_drawingsLeft > 0)
+    {
+        --m_drawingsLeft;
         Refresh();
     }
 }
@@ -350,6 +361,16 @@ void FormWindow::DrawNow()
 }
 
 void FormWindow::ProcessMessages()
+{
+    const ULONGLONG now = GetTickCount64();
+    if (now - m_messagesProcessed >= messagePause)
+    {
+        m_messagesProcessed = now;
+        DispatchPending();
+    }
+}
+
+void FormWindow::DispatchPending()
 {
     MSG message;
     // Not without end: a window of the host that never stops posting must not stop the job.

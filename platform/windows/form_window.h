@@ -41,6 +41,7 @@ private:
     void PassKeyToList(WORD boxId, WPARAM key);
     void OnSized();
     void SendToScreen() const;
+    void DispatchPending();
     void OnLimits(MINMAXINFO& limits) const;
     void OnFirstActivation();
     void Tell(ControlView& view, Event event);
@@ -66,7 +67,9 @@ private:
     bool m_opened = false;
     bool m_activated = false; // the first activation has been raised
     bool m_drawingDue = false;
-    ULONGLONG m_drawnAt = 0; // milliseconds since the system's start
+    ULONGLONG m_pauseBegan = 0;
+    int m_drawingsLeft = 0;
+    ULONGLONG m_messagesProcessed = 0;
     std::exception_ptr m_fault;
 };
 

@@ -126,7 +126,8 @@ std::optional<std::string> Win32Desktop::AskFile(const std::string& title, const
     question.lpstrFilter = wideFilter.c_str();
     question.lpstrFile = path.data();
     question.nMaxFile = static_cast<DWORD>(path.size());
-    question.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+    // What the file must be is for the caller to say, in his own words.
+    question.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
     const OthersDisabled others(question.hwndOwner);
     const CommonControls::Scope scope(m_controls);
     if (GetOpenFileNameW(&question) == FALSE)

@@ -74,11 +74,15 @@ void Practice::Create() const
     WriteAnsiFile(ConfigFolder() / "WINBRIDGE4SEBACTIVEX.conf", seed::bridgeConf);
     WriteAnsiFile(TablesFolder() / "master.txt", seed::masterTable);
     WriteAnsiFile(TablesFolder() / "esenzioni.txt", seed::exemptionTable);
+    WriteAnsiFile(TablesFolder() / "branche.txt", seed::branchTable);
+    WriteAnsiFile(TablesFolder() / "mapping.txt", seed::mappingTable);
 }
 
 void Practice::Register(Installation& machine) const
 {
     machine.SetMachineText(keys::hostProgram, keys::path, WindowsPath(fs::absolute(HostFolder())));
+    machine.RemoveMachineKey(keys::hostIdentity);
+    machine.AddMachineKey(keys::hostIdentity);
     machine.SetUserText(keys::sissClient, keys::path, WindowsPath(fs::absolute(SissFolder())));
 }
 

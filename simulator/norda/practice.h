@@ -73,6 +73,8 @@ namespace keys
 inline constexpr std::string_view hostProgram = R"(SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths\Norda.exe)";
 inline constexpr std::string_view sissClient = R"(Software\VB and VBA Program Settings\Norda\SISS)";
 inline constexpr std::string_view path = "Path";
+// Where hosts tell the SISS client who they are; made by its installation.
+inline constexpr std::string_view hostIdentity = R"(Software\Lisit\SISS\ID\CC_0)";
 } // namespace keys
 
 } // namespace vellumo::norda

@@ -64,6 +64,8 @@ public:
     [[nodiscard]] virtual bool IsActive() = 0;
     [[nodiscard]] virtual bool VerificaPaziente(const Argument& idPaziente) = 0;
     [[nodiscard]] virtual bool IsPersonaleStudio() = 0;
+    virtual bool Sincronizza() = 0;
+    virtual bool SincronizzaPazienti() = 0;
 
     // Null: no session was opened.
     [[nodiscard]] virtual std::shared_ptr<PrescriptionSession> ApriSessionePrescrizione() = 0;
@@ -102,6 +104,9 @@ public:
                                 const std::optional<std::string>& text) = 0;
     virtual void SetUserText(std::string_view key, std::string_view name, const std::optional<std::string>& text) = 0;
     [[nodiscard]] virtual std::optional<std::string> MachineText(std::string_view key, std::string_view name) = 0;
+    // A key without values; nobody can write below a key that is not there.
+    virtual void AddMachineKey(std::string_view key) = 0;
+    virtual void RemoveMachineKey(std::string_view key) = 0;
 };
 
 } // namespace vellumo::norda

@@ -17,5 +17,7 @@ extern const std::string_view certificates; // its sickness certificates
 extern const std::string_view bridgeConf;
 extern const std::string_view masterTable;
 extern const std::string_view exemptionTable;
+extern const std::string_view branchTable;
+extern const std::string_view mappingTable;
 
 } // namespace vellumo::norda::seed

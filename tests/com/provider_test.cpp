@@ -331,46 +331,6 @@ TEST_CASE("late-bound callers reach every interface, leave arguments out and get
     CHECK_FALSE(database.Call(connection).Object());
 }
 
-TEST_CASE("operations of later versions say so, early-bound and late-bound")
-{
-    FakeOutside outside;
-    const Library library;
-    const auto provider = library.CreateProvider();
-    struct Operation
-    {
-        IID iid;
-        const wchar_t* name;
-        std::vector<host::Value> arguments;
-    };
-    const host::Value id = 1;
-    const Operation operations[] = {
-        {IID_ICCEProvider, L"Sincronizza", {}},
-        {IID_ICCEProvider2, L"SincronizzaPazienti", {}},
-    };
-    for (const Operation& operation : operations)
-    {
-        const std::string name = windows::FromWide(operation.name);
-        CAPTURE(name);
-        const auto dispatch = provider.As<IDispatch>(operation.iid);
-        windows::Member member(operation.name);
-        std::vector<Variant> owners;
-        std::vector<VARIANT> arguments;
-        for (const host::Value& value : operation.arguments)
-        {
-            arguments.push_back(owners.emplace_back(value).Get());
-        }
-        DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
-        Variant answer;
-        EXCEPINFO exception{};
-        const HRESULT result = dispatch->Invoke(member.IdOn(*dispatch, L"Provider"), IID_NULL, LOCALE_USER_DEFAULT,
-                                                DISPATCH_METHOD, &parameters, answer.Put(), &exception, nullptr);
-        CHECK(result == DISP_E_EXCEPTION);
-        const auto fault = windows::MakeFault(result, exception, name);
-        CHECK(fault.Number() == E_NOTIMPL);
-        CHECK(fault.Description() == "L'operazione " + name + " non è disponibile in questa versione di Vellumo.");
-    }
-}
-
 TEST_CASE("a prescribing session carries the library's objects through the host's hands")
 {
     FakeOutside outside;

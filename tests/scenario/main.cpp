@@ -4,6 +4,7 @@
 // hold, 1 when one does not, 2 when a file cannot be read.
 #include "host/fault.h"
 #include "tests/scenario/parser.h"
+#include "tests/scenario/whole_patients.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -118,7 +119,9 @@ public:
                 continue;
             }
             ++m_count;
-            const auto differences = scenario.sweep ? Sweep(scenario) : Once(scenario);
+            const auto differences = scenario.sweep == Sweep::WholeCall       ? SweepCall(scenario)
+                                     : scenario.sweep == Sweep::WholePatients ? SweepPatients(scenario)
+                                                                              : Once(scenario);
             Tell(scenario, differences);
             failed += differences.empty() ? 0U : 1U;
         }
@@ -139,14 +142,16 @@ public:
 
 private:
     [[nodiscard]] fs::path Model() const { return m_folder.Path() / "model"; }
+    [[nodiscard]] fs::path PracticeFolder() const { return m_folder.Path() / "practice"; }
 
-    Run MakeRun(const Scenario& scenario, std::size_t failingStatement)
+    Run MakeRun(const Scenario& scenario, std::size_t failingStatement, std::size_t dyingStatement = 0)
     {
         Run::Options options;
         options.screenshots = m_arguments.screenshots;
         options.snapshots = scenario.comparesDatabase;
         options.failingStatement = failingStatement;
-        return {Model(), m_folder.Path() / "practice", options, m_narrator ? &*m_narrator : nullptr};
+        options.dyingStatement = dyingStatement;
+        return {Model(), PracticeFolder(), options, m_narrator ? &*m_narrator : nullptr};
     }
 
     static void Play(const Scenario& scenario, Run& run, bool withChecks)
@@ -180,7 +185,10 @@ private:
         return run.Differences();
     }
 
-    std::vector<Difference> Sweep(const Scenario& scenario);
+    std::vector<Difference> SweepCall(const Scenario& scenario);
+    std::vector<Difference> SweepPatients(const Scenario& scenario);
+    void KillAtEachStatement(const Scenario& scenario, const Snapshot& before, const Snapshot& after,
+                             std::vector<Difference>& differences);
 
     static void Tell(const Scenario& scenario, const std::vector<Difference>& differences)
     {
@@ -210,7 +218,7 @@ bool SameChanges(const std::vector<RowChange>& left, const std::vector<RowChange
 
 // First as written. Then again with the first statement of the library failing, with the second, and so on until none
 // is left to fail: each time the database must hold all that the first run stored, or nothing of it.
-std::vector<Difference> Runner::Sweep(const Scenario& scenario)
+std::vector<Difference> Runner::SweepCall(const Scenario& scenario)
 {
     auto whole = MakeRun(scenario, 0);
     Play(scenario, whole, true);
@@ -242,6 +250,68 @@ std::vector<Difference> Runner::Sweep(const Scenario& scenario)
         {
             differences.push_back({difference.place, "with statement " + std::to_string(failing) +
                                                          " of the library failing: " + difference.what});
+        }
+    }
+}
+
+// As above, but each patient for himself: those before the fault are kept.
+std::vector<Difference> Runner::SweepPatients(const Scenario& scenario)
+{
+    Snapshot before;
+    Snapshot after;
+    {
+        auto whole = MakeRun(scenario, 0);
+        Play(scenario, whole, true);
+        if (!whole.Differences().empty())
+        {
+            return whole.Differences();
+        }
+        before = whole.Before();
+        after = whole.Now();
+    }
+    std::vector<Difference> differences;
+    for (std::size_t failing = 1;; ++failing)
+    {
+        auto run = MakeRun(scenario, failing);
+        Play(scenario, run, false);
+        if (!run.HasFailed())
+        {
+            break;
+        }
+        if (const auto broken = FindBrokenPatient(before, after, run.Now()))
+        {
+            differences.push_back(
+                {scenario.place, "with statement " + std::to_string(failing) + " failing, " + *broken});
+        }
+    }
+    KillAtEachStatement(scenario, before, after, differences);
+    return differences;
+}
+
+void Runner::KillAtEachStatement(const Scenario& scenario, const Snapshot& before, const Snapshot& after,
+                                 std::vector<Difference>& differences)
+{
+    for (std::size_t dying = 1;; ++dying)
+    {
+        const auto code = DoApart(
+            [&]
+            {
+                auto run = MakeRun(scenario, 0, dying);
+                Play(scenario, run, false);
+            });
+        if (!code || *code == 0)
+        {
+            return;
+        }
+        if (*code != Run::died)
+        {
+            differences.push_back({scenario.place, "the process did not come to statement " + std::to_string(dying)});
+            return;
+        }
+        if (const auto broken =
+                FindBrokenPatient(before, after, TakeSnapshot(*norda::Practice(PracticeFolder()).Open())))
+        {
+            differences.push_back({scenario.place, "ended at statement " + std::to_string(dying) + ", " + *broken});
         }
     }
 }

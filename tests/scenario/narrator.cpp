@@ -200,17 +200,51 @@ void Narrator::WindowSeen(const Window& window, bool isNew)
     m_out << "\n                       pulsanti: " << ButtonsOf(window) << '\n';
 }
 
+void Narrator::Progress(const Window& window)
+{
+    const auto bars = window.ProgressBars();
+    m_out << "    avanzamento        \"" << window.Title() << "\", " << static_cast<long>(bars.front().value) << " di "
+          << static_cast<long>(bars.front().maximum);
+    for (const auto& label : window.Labels())
+    {
+        m_out << "\n                       " << Indented(label, "                       ");
+    }
+    m_out << '\n';
+}
+
 void Narrator::Did(const std::string& action)
 {
     m_out << "    l'operatore        " << action << '\n';
 }
 
-void Narrator::CallEnds(const Outcome& outcome, const std::vector<RowChange>& stored)
+// Row by row as long as a person would read it, else how many of each table.
+void Narrator::TellStored(const std::vector<RowChange>& stored)
 {
+    constexpr std::size_t readable = 15;
+    if (stored.size() <= readable)
+    {
+        for (const auto& change : stored)
+        {
+            m_out << "    memorizzato        " << Told(change) << '\n';
+        }
+        return;
+    }
+    std::map<std::string, std::size_t> counts;
     for (const auto& change : stored)
     {
-        m_out << "    memorizzato        " << Told(change) << '\n';
+        ++counts[change.table + (change.kind == RowChange::Kind::Added     ? ", righe nuove: "
+                                 : change.kind == RowChange::Kind::Removed ? ", righe eliminate: "
+                                                                           : ", righe aggiornate: ")];
     }
+    for (const auto& [what, count] : counts)
+    {
+        m_out << "    memorizzato        " << what << count << '\n';
+    }
+}
+
+void Narrator::CallEnds(const Outcome& outcome, const std::vector<RowChange>& stored)
+{
+    TellStored(stored);
     m_rows += stored.size();
     if (outcome.fault)
     {

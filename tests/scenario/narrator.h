@@ -29,12 +29,15 @@ public:
     void Sent(const std::string& requestXml, const std::string& shownAs);
     void Received(const std::string& reply);
     void WindowSeen(const Window& window, bool isNew);
+    void Progress(const Window& window);
     void Did(const std::string& action);
     void CallEnds(const Outcome& outcome, const std::vector<RowChange>& stored);
     void Logged(const std::filesystem::path& logFolder);
     void Summary(std::size_t scenarios, std::size_t failed);
 
 private:
+    void TellStored(const std::vector<RowChange>& stored);
+
     std::ostream& m_out;
     std::size_t m_calls = 0;
     std::size_t m_exchanges = 0;

@@ -132,6 +132,39 @@ void Parser::ReadWindow(Line& line)
     m_window = &windows.back();
 }
 
+void Parser::ReadDialog(Line& line)
+{
+    auto& windows = Belongs(line, m_call.get(), "call").windows;
+    windows.push_back({line.Where(), WindowKind::FileDialog, line.Word("the title"), {}});
+    m_window = &windows.back();
+}
+
+// `open "elenco.xml"`: a file below the practice's folder; `open beside "elenco.xml"`: one beside the scenario;
+// `open nothing` cancels.
+void Parser::ReadOpen(Line& line)
+{
+    auto& dialog = Belongs(line, m_window, "dialog");
+    const bool cancels = line.Take("nothing");
+    const bool beside = line.Take("beside");
+    const auto name = cancels ? std::string() : line.Word("the file");
+    const auto file =
+        beside ? std::filesystem::absolute(m_folder) / std::filesystem::u8path(name) : std::filesystem::u8path(name);
+    dialog.items.push_back({line.Where(), cancels ? "non sceglie nessun file" : "apre " + name,
+                            [=, folder = m_call->folder](Window& window) -> std::optional<std::string>
+                            {
+                                window.ChooseFile(cancels || beside ? file : *folder / file);
+                                return std::nullopt;
+                            }});
+}
+
+// A window with a progress bar; each line below must have been true at some moment while it was at work.
+void Parser::ReadWatch(Line& line)
+{
+    auto& windows = Belongs(line, m_call.get(), "call").watched;
+    windows.push_back({line.Where(), WindowKind::Form, line.Word("the title"), {}});
+    m_window = &windows.back();
+}
+
 void Parser::ReadReturns(Line& line)
 {
     Belongs(line, m_call.get(), "call").returns = line.Rest();

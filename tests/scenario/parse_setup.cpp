@@ -1,6 +1,8 @@
 // The lines that set up the host and its installation, before and between the calls.
 #include "host/fault.h"
 #include "simulator/norda/ansi_file.h"
+#include "simulator/norda/generated_data.h"
+#include "tests/scenario/cell.h"
 #include "tests/scenario/parser.h"
 
 #include <algorithm>
@@ -171,7 +173,26 @@ void Parser::ReadRegistry(Line& line)
         line.Fail("expected machine or user");
     }
     const auto key = line.Word("the key");
+    if (machine && line.Take("missing"))
+    {
+        AddStep(line, [=](Run& run) { run.GetStage().GetTarget().Machine().RemoveMachineKey(key); });
+        return;
+    }
     const auto name = line.Word("the value's name");
+    if (machine && line.Take("is"))
+    {
+        const auto expected = line.Take("missing") ? std::nullopt : std::optional(line.Word("the text"));
+        AddCheck(line,
+                 [=, place = line.Where()](Run& run)
+                 {
+                     const auto seen = run.GetStage().GetTarget().Machine().MachineText(key, name);
+                     if (seen != expected)
+                     {
+                         run.Report(place, "the registry holds " + (seen ? Quoted(*seen) : "nothing"));
+                     }
+                 });
+        return;
+    }
     const auto text = line.Take("missing") ? std::nullopt : std::optional(line.Word("the text"));
     AddStep(line,
             [=](Run& run)
@@ -238,6 +259,41 @@ void Parser::ReadPause(Line& line)
     const auto milliseconds = line.Number("milliseconds");
     line.Take("ms");
     AddStep(line, [=](Run&) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); });
+}
+
+// `statements take 20 ms`: each statement of the library waits that long, as on a busy server.
+void Parser::ReadPace(Line& line)
+{
+    line.Take("take");
+    const auto milliseconds = line.Number("milliseconds");
+    line.Take("ms");
+    AddStep(line, [=](Run& run) { run.GetStage().SetPace(std::chrono::milliseconds(milliseconds)); });
+}
+
+// `generated list "elenco.xml" of 300 citizens`, `generated tables of 60000 rows`.
+void Parser::ReadGenerated(Line& line)
+{
+    const bool isList = line.Take("list");
+    const auto path = isList ? line.Word("the path below the practice's folder") : std::string();
+    if (!isList && !line.Take("tables"))
+    {
+        line.Fail("expected list or tables");
+    }
+    line.Take("of");
+    const auto count = static_cast<std::size_t>(line.Number("how many"));
+    line.Take(isList ? "citizens" : "rows");
+    AddStep(line,
+            [=](Run& run)
+            {
+                if (isList)
+                {
+                    norda::WritePatientList(PracticeFile(run, path), count);
+                }
+                else
+                {
+                    norda::WriteTables(run.GetStage().Practice().TablesFolder(), count);
+                }
+            });
 }
 
 } // namespace vellumo::scenario

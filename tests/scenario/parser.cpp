@@ -25,6 +25,8 @@ const std::map<std::string, Parser::Keyword>& Parser::Keywords()
         {"refuse", {&Parser::ReadRefuse}},
         {"fail", {&Parser::ReadFail}},
         {"pause", {&Parser::ReadPause}},
+        {"statements", {&Parser::ReadPace}},
+        {"generated", {&Parser::ReadGenerated}},
         // the network
         {"citizen", {&Parser::ReadCitizen}},
         {"has", {&Parser::ReadHas, true}},
@@ -45,6 +47,9 @@ const std::map<std::string, Parser::Keyword>& Parser::Keywords()
         {"call", {&Parser::ReadCall}},
         {"box", {&Parser::ReadBox, true}},
         {"window", {&Parser::ReadWindow, true}},
+        {"dialog", {&Parser::ReadDialog, true}},
+        {"open", {&Parser::ReadOpen, true}},
+        {"watch", {&Parser::ReadWatch, true}},
         {"returns", {&Parser::ReadReturns, true}},
         {"gestito", {&Parser::ReadGestito, true}},
         {"faults", {&Parser::ReadFaults, true}},
@@ -145,11 +150,12 @@ void Parser::ReadScenario(Line& line)
 
 void Parser::ReadSweep(Line& line)
 {
-    if (m_scenarios.empty() || line.Rest() != "database faults")
+    const auto what = line.Rest();
+    if (m_scenarios.empty() || (what != "database faults" && what != "whole patients"))
     {
-        line.Fail("expected \"sweep database faults\" inside a scenario");
+        line.Fail("expected \"sweep database faults\" or \"sweep whole patients\" inside a scenario");
     }
-    m_scenarios.back().sweep = true;
+    m_scenarios.back().sweep = what == "whole patients" ? Sweep::WholePatients : Sweep::WholeCall;
     m_scenarios.back().comparesDatabase = true;
 }
 

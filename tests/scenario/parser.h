@@ -21,14 +21,21 @@ struct Step
     bool isCheck = false; // looks at what is so after the calls; left out when a call was made to fail
 };
 
+// Whether a scenario is run again and again, the library's first, second, third … statement failing.
+enum class Sweep
+{
+    None,
+    WholeCall,    // all that the call stores, or nothing of it
+    WholePatients // each patient as before or as after; here the program also ends at each statement
+};
+
 struct Scenario
 {
     Place place;
     std::string title;
     std::vector<Step> steps;
     bool comparesDatabase = false;
-    // Run again and again, the library's n-th statement failing each time.
-    bool sweep = false;
+    Sweep sweep = Sweep::None;
     // Names of the targets on which it runs; empty: all.
     std::vector<std::string> targets;
 };
@@ -90,6 +97,8 @@ private:
     void ReadRefuse(Line& line);
     void ReadFail(Line& line);
     void ReadPause(Line& line);
+    void ReadPace(Line& line);
+    void ReadGenerated(Line& line);
 
     // parse_siss.cpp: the network
     void ReadCitizen(Line& line);
@@ -112,6 +121,9 @@ private:
     void ReadCall(Line& line);
     void ReadBox(Line& line);
     void ReadWindow(Line& line);
+    void ReadDialog(Line& line);
+    void ReadOpen(Line& line);
+    void ReadWatch(Line& line);
     void ReadReturns(Line& line);
     void ReadGestito(Line& line);
     void ReadFaults(Line& line);

@@ -59,6 +59,11 @@ void Player::OnScreen(Window& window) noexcept
     }
 }
 
+void Player::OnBusy(const Window& window) noexcept
+{
+    host::PassOver([&] { m_onBusy(window); });
+}
+
 void Player::Play(Window& window)
 {
     if (window.Id() != m_seenId)
@@ -151,7 +156,7 @@ void Player::Unexpected(Window& window)
 // The way out that does least.
 void Player::Dismiss(Window& window)
 {
-    if (window.Kind() == WindowKind::Form)
+    if (window.Kind() != WindowKind::Box)
     {
         window.CloseByFrame();
         return;

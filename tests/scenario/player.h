@@ -20,14 +20,16 @@ class Player final : public Operator
 {
 public:
     // `report` hears of each difference, `onWindow` of each window when it comes on top and whether for the first time,
-    // `onAction` of what is done to it.
+    // `onAction` of what is done to it, `onBusy` of each look at a window that is at work.
     using Report = std::function<void(const Place& place, const std::string& what)>;
     using WindowSeen = std::function<void(const Window& window, bool isNew)>;
     using ActionSeen = std::function<void(const Window& window, const std::string& told)>;
-    Player(Report report, WindowSeen onWindow, ActionSeen onAction)
+    using BusySeen = std::function<void(const Window& window)>;
+    Player(Report report, WindowSeen onWindow, ActionSeen onAction, BusySeen onBusy)
         : m_report(std::move(report))
         , m_onWindow(std::move(onWindow))
         , m_onAction(std::move(onAction))
+        , m_onBusy(std::move(onBusy))
     {
     }
 
@@ -36,6 +38,7 @@ public:
     void End();
 
     void OnScreen(Window& window) noexcept override;
+    void OnBusy(const Window& window) noexcept override;
 
 private:
     void Play(Window& window);
@@ -49,6 +52,7 @@ private:
     Report m_report;
     WindowSeen m_onWindow;
     ActionSeen m_onAction;
+    BusySeen m_onBusy;
     Place m_call;
     std::vector<ExpectedWindow> m_windows;
     bool m_lenient = false;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 
 namespace vellumo::scenario
 {
@@ -31,9 +32,12 @@ std::string FileName(const std::string& title)
 Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator* narrator)
     : m_options(std::move(options))
     , m_narrator(narrator)
+    , m_watch([this](const Place& place, const std::string& what) { Report(place, what); },
+              [this](const Window& window) { OnProgress(window); })
     , m_player([this](const Place& place, const std::string& what) { Report(place, what); },
                [this](const Window& window, bool isNew) { OnWindow(window, isNew); },
-               [this](const Window& window, const std::string& told) { OnAction(window, told); })
+               [this](const Window& window, const std::string& told) { OnAction(window, told); },
+               [this](const Window& window) { m_watch.Look(window); })
     , m_stage(std::make_unique<Stage>(model, folder, m_player))
 {
     m_stage->Network().onCall = [this](const std::string& requestXml) { OnRequest(requestXml); };
@@ -44,6 +48,7 @@ Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder
             m_narrator->Received(reply);
         }
     };
+    m_stage->SetStatementSeen([this] { OnStatement(); });
     if (m_options.failingStatement != 0)
     {
         m_stage->AddFault({"", m_options.failingStatement, "Errore provocato del database.", 0});
@@ -131,6 +136,8 @@ void Run::Perform(const Call& call)
         m_narrator->CallBegins(call.operation, Describe(call, asked));
     }
     const auto snapshot = m_narrator != nullptr ? TakeSnapshot(m_stage->Database()) : Snapshot();
+    *call.folder = m_stage->Practice().Folder();
+    m_watch.Begin(call.place, call.watched, m_options.failingStatement != 0);
     m_player.Begin(call.place, call.windows, m_options.failingStatement != 0);
     Outcome outcome;
     try
@@ -146,6 +153,7 @@ void Run::Perform(const Call& call)
         outcome = {"", std::nullopt, fault.Description()};
     }
     m_player.End();
+    m_watch.End();
     if (m_narrator != nullptr)
     {
         m_narrator->CallEnds(outcome, scenario::Compare(snapshot, TakeSnapshot(m_stage->Database())));
@@ -293,6 +301,30 @@ void Run::OnRequest(const std::string& requestXml)
     if (m_narrator != nullptr)
     {
         m_narrator->Sent(requestXml, travel.shownAs);
+    }
+}
+
+// Where nothing else lets the target look at a window that is at work, a statement of its job does.
+void Run::OnStatement()
+{
+    if (m_stage->StatementCount() == m_options.dyingStatement)
+    {
+        std::_Exit(died);
+    }
+    const auto window = m_stage->GetTarget().Topmost();
+    if (window && !window->ProgressBars().empty())
+    {
+        m_watch.Look(*window);
+    }
+}
+
+// The start, the middle and the end of a job are worth a picture.
+void Run::OnProgress(const Window& window)
+{
+    TakeScreenshot(window.Title());
+    if (m_narrator != nullptr)
+    {
+        m_narrator->Progress(window);
     }
 }
 

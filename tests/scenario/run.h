@@ -5,11 +5,13 @@
 #include "tests/scenario/narrator.h"
 #include "tests/scenario/operations.h"
 #include "tests/scenario/player.h"
+#include "tests/scenario/progress_watch.h"
 #include "tests/scenario/snapshot.h"
 #include "tests/scenario/stage.h"
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -41,6 +43,9 @@ struct Call
     CallArgument second;
     std::int32_t kind = 0; // of a prescription: 1 drugs, 2 tests
     std::vector<ExpectedWindow> windows;
+    std::vector<ExpectedWindow> watched; // windows with a progress bar, which are at work and wait for nobody
+    // The practice's folder, known once the call is made.
+    std::shared_ptr<std::filesystem::path> folder = std::make_shared<std::filesystem::path>();
     std::optional<std::string> returns; // "12", "True", "patient …", "new patient"
     std::optional<bool> gestito;
     std::optional<std::string> fault; // part of its description
@@ -55,11 +60,15 @@ struct Travel
 class Run
 {
 public:
+    // Exit code of a process that ended at its `dyingStatement`.
+    static constexpr int died = 77;
+
     struct Options
     {
         std::filesystem::path screenshots; // empty: none are taken
         bool snapshots = false;            // the scenario, or its narrator, compares the database
         std::size_t failingStatement = 0;  // of a sweep: the statement of the library that fails; 0: none
+        std::size_t dyingStatement = 0;    // the statement before which the process ends; 0: none
     };
     Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator* narrator);
 
@@ -78,6 +87,9 @@ public:
 
     // What has changed since before the first call.
     [[nodiscard]] std::vector<RowChange> Changes();
+    // All rows before the first call, and now. Only with snapshots.
+    [[nodiscard]] const Snapshot& Before() const { return m_before.value(); }
+    [[nodiscard]] Snapshot Now() { return TakeSnapshot(m_stage->Database()); }
     [[nodiscard]] const std::vector<Travel>& Travels() const noexcept { return m_travels; }
     // Whether the failing statement of a sweep has been reached.
     [[nodiscard]] bool HasFailed() const noexcept { return m_stage->StatementCount() >= m_options.failingStatement; }
@@ -87,6 +99,8 @@ private:
     void OnWindow(const Window& window, bool isNew);
     void OnAction(const Window& window, const std::string& told);
     void OnRequest(const std::string& requestXml);
+    void OnStatement();
+    void OnProgress(const Window& window);
     void TakeScreenshot(const std::string& title);
     void Remember();
     [[nodiscard]] std::string Describe(const Call& call, const Asked& asked);
@@ -97,6 +111,7 @@ private:
     Options m_options;
     Narrator* m_narrator;
     std::vector<Difference> m_differences;
+    ProgressWatch m_watch;
     Player m_player;
     std::unique_ptr<Stage> m_stage;
     std::shared_ptr<norda::PrescriptionSession> m_session; // that the host keeps

@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,7 +23,8 @@ namespace vellumo::scenario
 enum class WindowKind
 {
     Box,
-    Form
+    Form,
+    FileDialog // the platform's own for choosing a file to open
 };
 
 // Captions and labels are as the operator reads them: without the "&" of the access key. Hidden controls are not
@@ -114,6 +116,8 @@ public:
     // and then nothing has happened.
     virtual bool Key(const std::string& key) = 0;
     virtual void CloseByFrame() = 0;
+    // In a file dialog: names the file and opens it; "" cancels.
+    virtual void ChooseFile(const std::filesystem::path& file) { static_cast<void>(file); }
 };
 
 // Whoever sits in front of the screen. Nothing escapes from `OnScreen`.
@@ -125,6 +129,9 @@ public:
     // `window` is the one on top, drawn, enabled and waiting. Called again and again while it stays open; never again
     // before the messages of the action just started have been dispatched.
     virtual void OnScreen(Window& window) noexcept = 0;
+
+    // `window` is at work and waits for nobody; it has a progress bar. Called whenever the target can look at it.
+    virtual void OnBusy(const Window& window) noexcept { static_cast<void>(window); }
 };
 
 } // namespace vellumo::scenario

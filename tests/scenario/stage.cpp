@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <thread>
 
 namespace vellumo::scenario
 {
@@ -152,6 +153,11 @@ void Stage::HandOver()
 void Stage::BeforeStatement(const std::string& sql)
 {
     ++m_statements;
+    if (m_statementSeen)
+    {
+        m_statementSeen();
+    }
+    std::this_thread::sleep_for(m_pace);
     for (auto& fault : m_faults)
     {
         if (Contains(sql, fault.pattern) && (++fault.met == fault.number || fault.number == 0))

@@ -9,8 +9,10 @@
 #include "simulator/siss/network.h"
 #include "tests/scenario/target.h"
 
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -54,6 +56,10 @@ public:
     void AddFault(StatementFault fault) { m_faults.push_back(std::move(fault)); }
     // As the host would before it hands the certificate over. Faults when there is none.
     [[nodiscard]] std::shared_ptr<host::Record> LoadCertificate(std::int32_t id);
+    // From now on each statement of the library takes that long, as on a busy server.
+    void SetPace(std::chrono::milliseconds pace) noexcept { m_pace = pace; }
+    // Hears of each statement of the library before it is run.
+    void SetStatementSeen(std::function<void()> seen) { m_statementSeen = std::move(seen); }
     // Statements of the library so far.
     [[nodiscard]] std::size_t StatementCount() const noexcept { return m_statements; }
 
@@ -79,6 +85,8 @@ private:
     bool m_bridgeInstalled = true;
     std::vector<StatementFault> m_faults;
     std::size_t m_statements = 0;
+    std::chrono::milliseconds m_pace{0};
+    std::function<void()> m_statementSeen;
     std::unique_ptr<norda::ProviderClient> m_provider;
 };
 

@@ -6,7 +6,9 @@
 #include "tests/scenario/screen.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vellumo::scenario
@@ -33,5 +35,9 @@ public:
 // Each target's build defines this. `folder` is an empty folder of this run, where the target may keep its own files
 // (natively the settings file). Windows that wait for input go to `anOperator`.
 [[nodiscard]] std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::path& folder);
+
+// Does the work in a process of its own, which may end in the middle of it; the answer is its exit code. Empty where a
+// target cannot do that: then nothing has been done.
+[[nodiscard]] std::optional<int> DoApart(const std::function<void()>& work);
 
 } // namespace vellumo::scenario

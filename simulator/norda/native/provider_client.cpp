@@ -102,6 +102,8 @@ public:
         return provider::SISSProvider::VerificaPaziente(ValueOf(idPaziente));
     }
     [[nodiscard]] bool IsPersonaleStudio() override { return m_provider->IsPersonaleStudio(); }
+    bool Sincronizza() override { return m_provider->Sincronizza(); }
+    bool SincronizzaPazienti() override { return m_provider->SincronizzaPazienti(); }
 
     [[nodiscard]] std::shared_ptr<PrescriptionSession> ApriSessionePrescrizione() override
     {
@@ -193,6 +195,18 @@ public:
     [[nodiscard]] std::optional<std::string> MachineText(std::string_view key, std::string_view name) override
     {
         return m_store.ReadMachineText(key, name);
+    }
+    void AddMachineKey(std::string_view key) override { Set(R"(HKLM\)", key, "", ""); }
+    void RemoveMachineKey(std::string_view key) override
+    {
+        std::string lines;
+        std::string line;
+        const auto below = R"(HKLM\)" + std::string(key) + '\\';
+        for (std::ifstream in(m_file, std::ios::binary); std::getline(in, line);)
+        {
+            lines += line.compare(0, below.size(), below) == 0 ? "" : line + '\n';
+        }
+        std::ofstream(m_file, std::ios::binary) << lines;
     }
 
 private:

@@ -243,6 +243,14 @@ public:
         const PassedArgument passed(idPaziente);
         return Ask([&](VARIANT_BOOL* answer) { return m_contact->InserisciContatto(passed.Get(), answer); });
     }
+    bool Sincronizza() override
+    {
+        return Ask([&](VARIANT_BOOL* answer) { return m_provider->Sincronizza(answer); });
+    }
+    bool SincronizzaPazienti() override
+    {
+        return Ask([&](VARIANT_BOOL* answer) { return m_second->SincronizzaPazienti(answer); });
+    }
 
     [[nodiscard]] bool Release() override
     {
@@ -293,8 +301,29 @@ public:
     {
         return windows::RegistrySettingsStore().ReadMachineText(key, name);
     }
+    void AddMachineKey(std::string_view key) override
+    {
+        windows::RegistryKey added;
+        const LSTATUS status = added.Create(HKEY_LOCAL_MACHINE, windows::ToWide(key), KEY_SET_VALUE);
+        Check(status, key);
+    }
+    void RemoveMachineKey(std::string_view key) override
+    {
+        const LSTATUS status = RegDeleteTreeW(HKEY_LOCAL_MACHINE, windows::ToWide(key).c_str());
+        if (status != ERROR_FILE_NOT_FOUND)
+        {
+            Check(status, key);
+        }
+    }
 
 private:
+    static void Check(LSTATUS status, std::string_view path)
+    {
+        if (status != ERROR_SUCCESS)
+        {
+            throw windows::MakeFault(HRESULT_FROM_WIN32(static_cast<DWORD>(status)), path);
+        }
+    }
     static void Set(HKEY root, std::string_view path, std::string_view name, const std::optional<std::string>& text)
     {
         const std::wstring value = windows::ToWide(name);
@@ -305,9 +334,9 @@ private:
             status =
                 text ? key.SetText(value.c_str(), windows::ToWide(*text)) : RegDeleteValueW(key.Get(), value.c_str());
         }
-        if (status != ERROR_SUCCESS && (text || status != ERROR_FILE_NOT_FOUND))
+        if (text || status != ERROR_FILE_NOT_FOUND)
         {
-            throw windows::MakeFault(HRESULT_FROM_WIN32(static_cast<DWORD>(status)), path);
+            Check(status, path);
         }
     }
 };

@@ -55,6 +55,48 @@ private:
     std::optional<ui::Answer> m_answer;
 };
 
+class FileWindow final : public Window
+{
+public:
+    FileWindow(std::uint64_t id, std::string title)
+        : m_id(id)
+        , m_title(std::move(title))
+    {
+    }
+
+    // Empty as long as nothing has been chosen; "" when cancelled.
+    [[nodiscard]] const std::optional<std::filesystem::path>& Chosen() const noexcept { return m_chosen; }
+
+    [[nodiscard]] std::uint64_t Id() const override { return m_id; }
+    [[nodiscard]] WindowKind Kind() const override { return WindowKind::FileDialog; }
+    [[nodiscard]] std::string Title() const override { return m_title; }
+    [[nodiscard]] ui::Icon Icon() const override { return ui::Icon::None; }
+    [[nodiscard]] std::string Text() const override { return {}; }
+    [[nodiscard]] std::vector<std::string> Labels() const override { return {}; }
+    [[nodiscard]] std::vector<ButtonSeen> Buttons() const override { return {}; }
+    [[nodiscard]] std::vector<ToggleSeen> Toggles() const override { return {}; }
+    [[nodiscard]] std::vector<TextBoxSeen> TextBoxes() const override { return {}; }
+    [[nodiscard]] std::vector<ListSeen> Lists() const override { return {}; }
+    [[nodiscard]] std::vector<ProgressSeen> ProgressBars() const override { return {}; }
+    [[nodiscard]] std::vector<GridSeen> Grids() const override { return {}; }
+    [[nodiscard]] CellSeen Cell(std::size_t, std::size_t, std::size_t) const override { return {}; }
+
+    void Press(std::size_t) override {}
+    void SelectRow(std::size_t, std::size_t) override {}
+    void DoubleClickRow(std::size_t, std::size_t) override {}
+    void Type(std::size_t, const std::string&) override {}
+    void SetToggle(std::size_t, bool) override {}
+    void ChooseEntry(std::size_t, int) override {}
+    bool Key(const std::string&) override { return false; }
+    void CloseByFrame() override { m_chosen = std::filesystem::path(); }
+    void ChooseFile(const std::filesystem::path& file) override { m_chosen = file; }
+
+private:
+    std::uint64_t m_id;
+    std::string m_title;
+    std::optional<std::filesystem::path> m_chosen;
+};
+
 class FormWindow final : public Window
 {
 public:

@@ -6,8 +6,12 @@
 #include "tests/scenario/native/form_window.h"
 #include "ui/desktop.h"
 
+#include <cstdlib>
 #include <functional>
 #include <vector>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace vellumo::scenario
 {
@@ -45,8 +49,10 @@ private:
 class Attached final : public ui::FormView
 {
 public:
-    explicit Attached(ui::Form& form)
+    Attached(ui::Form& form, Operator& anOperator, const FormWindow& window)
         : m_form(form)
+        , m_operator(anOperator)
+        , m_window(window)
     {
         m_form.Attach(this);
     }
@@ -54,11 +60,13 @@ public:
     Attached(const Attached&) = delete;
     Attached& operator=(const Attached&) = delete;
 
-    void Refresh() override {}
-    void ProcessMessages() override {}
+    void Refresh() override { m_operator.OnBusy(m_window); }
+    void ProcessMessages() override { m_operator.OnBusy(m_window); }
 
 private:
     ui::Form& m_form;
+    Operator& m_operator;
+    const FormWindow& m_window;
 };
 
 class ScriptedDesktop final : public ui::Desktop
@@ -90,7 +98,7 @@ public:
         const auto id = ++m_screen.lastId;
         FormWindow window(id, form);
         const OnTop onTop(m_screen, [id, &form] { return std::make_unique<FormWindow>(id, form); });
-        const Attached view(form);
+        const Attached view(form, m_screen.anOperator, window);
         form.Activated();
         for (int looks = 0; !form.IsClosed(); ++looks)
         {
@@ -102,9 +110,16 @@ public:
         }
     }
 
-    [[nodiscard]] std::optional<std::string> AskFile(const std::string&, const std::string&) override
+    [[nodiscard]] std::optional<std::string> AskFile(const std::string& title, const std::string&) override
     {
-        throw host::Fault("La finestra per scegliere un file non è simulata.");
+        const auto id = ++m_screen.lastId;
+        FileWindow window(id, title);
+        const OnTop onTop(m_screen, [&] { return std::make_unique<FileWindow>(id, title); });
+        for (int looks = 0; looks < mostLooks && !window.Chosen(); ++looks)
+        {
+            m_screen.anOperator.OnScreen(window);
+        }
+        return window.Chosen() && !window.Chosen()->empty() ? std::optional(window.Chosen()->string()) : std::nullopt;
     }
 
 private:
@@ -146,6 +161,29 @@ private:
 std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::path& folder)
 {
     return std::make_unique<NativeTarget>(anOperator, folder);
+}
+
+std::optional<int> DoApart(const std::function<void()>& work)
+{
+    const pid_t child = fork();
+    if (child == 0)
+    {
+        try
+        {
+            work();
+            std::_Exit(0);
+        }
+        catch (...)
+        {
+            std::_Exit(1);
+        }
+    }
+    int status = 0;
+    if (child < 0 || waitpid(child, &status, 0) != child)
+    {
+        throw host::Fault("a process of its own could not be made");
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 1;
 }
 
 } // namespace vellumo::scenario

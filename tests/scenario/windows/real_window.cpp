@@ -126,6 +126,33 @@ bool TakesInput(HWND window)
     return IsEnabled(window) && (StyleOf(window) & WS_TABSTOP) != 0;
 }
 
+BOOL CALLBACK TakeEdit(HWND window, LPARAM found) noexcept
+{
+    if (!IsTextBox(window) || IsWindowVisible(window) == FALSE)
+    {
+        return TRUE;
+    }
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+// Where a file dialog shows its files; no other dialog has one.
+bool ShowsFiles(HWND window)
+{
+    const auto take = [](HWND child, LPARAM found) noexcept -> BOOL
+    {
+        if (!HasClass(child, L"SHELLDLL_DefView"))
+        {
+            return TRUE;
+        }
+        *reinterpret_cast<HWND*>(found) = child;
+        return FALSE;
+    };
+    HWND view = nullptr;
+    EnumChildWindows(window, take, reinterpret_cast<LPARAM>(&view));
+    return view != nullptr;
+}
+
 struct StandardButton
 {
     int id;
@@ -196,6 +223,10 @@ std::uint64_t RealWindow::Id() const
 
 WindowKind RealWindow::Kind() const
 {
+    if (ShowsFiles(m_window))
+    {
+        return WindowKind::FileDialog;
+    }
     const std::vector<HWND> buttons = Visible(IsButton);
     const bool isBox =
         std::any_of(buttons.begin(), buttons.end(), [](HWND button) { return StandardAnswer(button).has_value(); });
@@ -421,6 +452,26 @@ bool RealWindow::Key(const std::string& key)
 {
     SetForegroundWindow(m_window);
     return PressKey(key);
+}
+
+// As a hand does: the name goes into the one text box, wherever the system has put it, then the dialog's own button.
+void RealWindow::ChooseFile(const std::filesystem::path& file)
+{
+    if (file.empty())
+    {
+        PostMessageW(m_window, WM_COMMAND, IDCANCEL, 0);
+        return;
+    }
+    HWND name = nullptr;
+    EnumChildWindows(m_window, &TakeEdit, reinterpret_cast<LPARAM>(&name));
+    if (name == nullptr)
+    {
+        throw std::out_of_range("the file dialog has no text box");
+    }
+    std::wstring text = file.wstring();
+    std::replace(text.begin(), text.end(), L'/', L'\\');
+    Send(name, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    PostMessageW(m_window, WM_COMMAND, IDOK, 0);
 }
 
 void RealWindow::CloseByFrame()

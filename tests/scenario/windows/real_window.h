@@ -48,6 +48,7 @@ public:
     // Keys go where real ones go: through the system, to whatever has the keyboard.
     bool Key(const std::string& key) override;
     void CloseByFrame() override;
+    void ChooseFile(const std::filesystem::path& file) override;
 
 private:
     using Filter = bool (*)(HWND);

@@ -68,6 +68,10 @@ void CALLBACK Robot::OnTimer(HWND, UINT, UINT_PTR, DWORD) noexcept
         theRobot->m_operator.OnScreen(window);
         theRobot->m_atWork = false;
     }
+    else if (!window.ProgressBars().empty())
+    {
+        theRobot->m_operator.OnBusy(window);
+    }
 }
 
 } // namespace vellumo::scenario

@@ -65,4 +65,9 @@ std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::
     return std::make_unique<WindowsTarget>(anOperator);
 }
 
+std::optional<int> DoApart(const std::function<void()>&)
+{
+    return std::nullopt;
+}
+
 } // namespace vellumo::scenario

@@ -1,10 +1,10 @@
-#include "service/siss_date_time.h"
+#include "environment/siss_date_time.h"
 
 #include <array>
 #include <optional>
 #include <string_view>
 
-namespace vellumo::service
+namespace vellumo::environment
 {
 namespace
 {
@@ -191,4 +191,4 @@ Date ConvertSissDateTime(std::string_view text) noexcept
     return (onlyDigits ? ReadRunTogether(text) : ReadSeparated(text)).value_or(Date());
 }
 
-} // namespace vellumo::service
+} // namespace vellumo::environment

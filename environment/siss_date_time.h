@@ -1,0 +1,24 @@
+// Dates as SISS writes them, in its messages and in the regional tables.
+#pragma once
+
+#include "host/date.h"
+#include "host/value.h"
+
+#include <string_view>
+
+namespace vellumo::environment
+{
+
+// Reads what SISS services are known to send: yyyymmdd, yyyymmddhhmm, yyyymmddhhmmss; yyyy-mm-dd, yyyy/mm/dd,
+// dd/mm/yyyy, dd-mm-yyyy, dd.mm.yyyy, these optionally followed by "T" or a blank, a time hh:mm[:ss[.f]] and a zone,
+// which is ignored. Blanks around are ignored. "", all zeros, impossible dates and anything else give the zero date.
+// Never faults.
+[[nodiscard]] host::Date ConvertSissDateTime(std::string_view text) noexcept;
+
+// The day in a column of the host, which keeps dates as dates or as text in one of those forms.
+[[nodiscard]] inline host::Date StoredDate(const host::Value& value)
+{
+    return ConvertSissDateTime(value.ToText());
+}
+
+} // namespace vellumo::environment

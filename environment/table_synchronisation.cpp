@@ -1,0 +1,203 @@
+#include "environment/table_synchronisation.h"
+
+#include "environment/siss_date_time.h"
+#include "host/fault.h"
+#include "ui/form_progress.h"
+
+#include <algorithm>
+#include <any>
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace vellumo::environment
+{
+namespace
+{
+
+constexpr std::string_view clientKey = "Software\\Lisit\\SISS\\ID\\CC_0";
+constexpr const char* jobName = "sincronizza";
+
+enum class Effect
+{
+    ShowOnly,
+    ExemptionValidity
+};
+
+struct KnownTable
+{
+    const char* name; // in the index
+    const char* code; // column
+    const char* description;
+    const char* progress;
+    Effect effect;
+};
+
+constexpr std::array<KnownTable, 3> knownTables = {{
+    {"BRANCHE_SPECIALISTICHE", "CD_BRANCA_SPECIALISTICA", "DS_BRANCA_SPECIALISTICA",
+     "Importazione branche specialistiche...", Effect::ShowOnly},
+    {"ESENZIONI", "CD_APPLICATIVO", "DS_ESENZIONE_SISS", "Importazione esenzioni...", Effect::ExemptionValidity},
+    {"MAPPING_REGIONALE", "CD_APPLICATIVO", "DS_PRESTAZIONE_SISS", "Importazione prestazioni...", Effect::ShowOnly},
+}};
+
+const KnownTable* FindTable(std::string_view name)
+{
+    const auto* table = std::ranges::find(knownTables, name, &KnownTable::name);
+    return table == knownTables.end() ? nullptr : table;
+}
+
+// Columns are looked up once a table; one that it does not have reads as "".
+std::int32_t ColumnOf(const SISSImportTable& table, const char* name)
+{
+    const auto* column = table.Columns().Find(name);
+    return column == nullptr ? 0 : column->Index;
+}
+
+// Takes over the validity that the region gives an exemption. A code that the host has not paired changes nothing:
+// pairing it is the host's business.
+class ExemptionValidity
+{
+public:
+    ExemptionValidity(const host::HostServices& services, const SISSImportTable& table)
+        : m_services(services)
+        , m_start(ColumnOf(table, "DT_INIZIO_VALIDITA"))
+        , m_end(ColumnOf(table, "DT_FINE_VALIDITA"))
+    {
+    }
+
+    void Store(const std::string& code, const SISSImportTableRow& row) const
+    {
+        const std::int32_t exemption = LocalExemptionOf(code);
+        if (exemption == 0)
+        {
+            return;
+        }
+        m_services.RequireUtils().WriteRow(
+            "Norda..Esenzione", "IDEsenzione", exemption,
+            {{"IDEsenzione", exemption},
+             {"DataInizioValidita", host::Value::DateOrNull(ConvertSissDateTime(row.Bytes(m_start)))},
+             {"DataFineValidita", host::Value::DateOrNull(ConvertSissDateTime(row.Bytes(m_end)))}});
+    }
+
+private:
+    // A look-up that fails is one that finds nothing; what the row before had must not be taken for it.
+    [[nodiscard]] std::int32_t LocalExemptionOf(const std::string& code) const
+    {
+        std::int32_t exemption = 0;
+        host::PassOver(
+            [&]
+            {
+                exemption =
+                    m_services.RequireUtils()
+                        .SingleValue("SELECT ISNULL(IDEsenzione, 0) FROM Norda..SISS_Esenzione WHERE Codice = {0}",
+                                     {code})
+                        .ToInteger();
+            });
+        return exemption;
+    }
+
+    const host::HostServices& m_services;
+    std::int32_t m_start;
+    std::int32_t m_end;
+};
+
+} // namespace
+
+bool TableSynchronisation::Run() const noexcept
+{
+    bool result = false;
+    host::PassOver(
+        [&]
+        {
+            RegisterHost();
+            const SISSImportIndexs outdated = Outdated();
+            if (outdated.Count() == 0)
+            {
+                result = true;
+                return;
+            }
+            ui::FormProgress progress;
+            progress.Parameters() = outdated;
+            progress.Load();
+            progress.Tag = jobName;
+            progress.OnActivate = [this](ui::FormProgress& window, const std::any& parameters, std::any& done)
+            {
+                Import(std::any_cast<const SISSImportIndexs&>(parameters), window);
+                done = true;
+            };
+            progress.InitializeProgress("Sincronizzazione SISS", "Importazione dati");
+            m_desktop.ShowModal(progress);
+            const bool* done = std::any_cast<bool>(&progress.Result());
+            result = done != nullptr && *done;
+        });
+    return result;
+}
+
+// Not every user may write there, and the tables are as good without it.
+void TableSynchronisation::RegisterHost() const
+{
+    host::PassOver([&] { m_settings.WriteMachineText(clientKey, "NOME", "NordaG"); });
+    host::PassOver([&] { m_settings.WriteMachineText(clientKey, "VERSIONE", "1.9.22"); });
+}
+
+SISSImportIndexs TableSynchronisation::Outdated() const
+{
+    SISSImportIndexs outdated;
+    for (const SISSImportIndex& index : m_environment.ImportIndexs())
+    {
+        if (FindTable(index.Name) != nullptr && IsOutdated(index))
+        {
+            outdated.AddObject(index);
+        }
+    }
+    return outdated;
+}
+
+// An entry is due when the host's date lies on a later day than the entry's: hosts count on this order of the two.
+bool TableSynchronisation::IsOutdated(const SISSImportIndex& index) const
+{
+    bool outdated = false;
+    host::PassOver(
+        [&]
+        {
+            const host::Value hosts = m_services.RequireUtils().TableDate(index.Name);
+            outdated = !hosts.IsNull() && hosts.ToDate().DayNumber() > index.UpdateDateTime.DayNumber();
+        });
+    return outdated;
+}
+
+void TableSynchronisation::Import(const SISSImportIndexs& indexs, ui::FormProgress& progress) const
+{
+    for (const SISSImportIndex& index : indexs)
+    {
+        host::PassOver([&] { ImportRows(index, progress); });
+    }
+}
+
+// A table that cannot be opened keeps the host's date as it is; every other has its own stored afterwards.
+void TableSynchronisation::ImportRows(const SISSImportIndex& index, ui::FormProgress& progress) const
+{
+    const KnownTable& known = *FindTable(index.Name);
+    const SISSImportTable table = m_environment.GetImportTable(index);
+    const std::int32_t codeColumn = ColumnOf(table, known.code);
+    const std::int32_t descriptionColumn = ColumnOf(table, known.description);
+    const ExemptionValidity validity(m_services, table);
+    for (std::int32_t position = 1; position <= table.RowCount(); ++position)
+    {
+        const SISSImportTableRow row = table.Item(position);
+        const std::string code = row.Field(codeColumn);
+        progress.SetProgressValue(position, table.RowCount());
+        progress.SetProgressInformation(known.progress, code + " - " + row.Field(descriptionColumn));
+        if (known.effect == Effect::ExemptionValidity)
+        {
+            host::PassOver([&] { validity.Store(code, row); });
+        }
+    }
+    host::PassOver(
+        [&] {
+            m_services.RequireUtils().StoreTableDate(index.Name, index.UpdateDateTime,
+                                                     m_services.RequireLockSrv().UserId());
+        });
+}
+
+} // namespace vellumo::environment

@@ -1,0 +1,181 @@
+#include "patient/patient_list_import.h"
+
+#include "environment/declared_encoding.h"
+#include "environment/files.h"
+#include "host/connection.h"
+#include "host/fault.h"
+#include "patient/patient_writer.h"
+#include "ui/form_progress.h"
+
+#include <any>
+#include <array>
+
+namespace vellumo::patient
+{
+namespace
+{
+
+constexpr const char* jobName = "sincronizza_pazienti";
+constexpr const char* listElement = "assistiti";
+
+// A citizen takes about a kilobyte; a doctor has two thousand, a group of practices fifty times as many.
+constexpr xml::Limits limits = {.bytes = std::size_t{128} * 1024 * 1024};
+
+constexpr std::array<FieldMapping, 11> personalData = {{
+    {"CodiceFiscale", "codiceFiscale", Conversion::Text},
+    {"Cognome", "cognome", Conversion::Text},
+    {"Nome", "nome", Conversion::Text},
+    {"Sesso", "sesso", Conversion::Text},
+    {"DataNascita", "dataNascita", Conversion::Date},
+    {"NumAssistito", "codiceSanitario", Conversion::Text},
+    {"NumTesseraSanitaria", "codiceSanitario", Conversion::Text},
+    {"DataScelta", "dataInizioSceltaMedico", Conversion::Date},
+    {"DataSospensione", "dataFineSceltaMedico", Conversion::Date},
+    {"DataSceltaASL", "dataDecorrenzaIscrizione", Conversion::Date},
+    {"DataScadenza", "dataScadenzaIscrizione", Conversion::Date},
+}};
+
+constexpr std::array<AddressMapping, 2> addresses = {{
+    {3, domicileFilter, "indirizzoDomicilio", "civicoDomicilio", "capDomicilio", "comuneDomicilio"},
+    {1, residenceFilter, "indirizzoResidenza", "civicoResidenza", "capResidenza", "comuneResidenza"},
+}};
+
+constexpr CitizenLayout layout = {personalData,         addresses,       "codiceFiscale",
+                                  "codiceSanitario",    "comuneNascita", "siglaAslAppartenenza",
+                                  "descAslAppartenenza"};
+
+// Imports one citizen after the other; towns and ASLs are looked up once for all of them.
+class ListedPatients
+{
+public:
+    explicit ListedPatients(const service::ProviderContext& context)
+        : m_context(context)
+        , m_references(context)
+        , m_writer(context, layout, m_references)
+    {
+    }
+
+    void Store(const xml::Node& citizen)
+    {
+        host::Transaction transaction(m_context.services.RequireConnection());
+        const auto patient = m_context.objects.CreateRecord(host::RecordKind::Patient, m_context.services);
+        const std::int32_t matched = m_writer.FindPatient(citizen);
+        if (matched == 0 || !patient->Load(matched))
+        {
+            patient->StartNew();
+        }
+        m_writer.Fill(citizen, *patient);
+        // Whoever is on the list is the doctor's patient and alive, whatever the practice thought.
+        patient->Set("Revocato", std::int32_t{0});
+        patient->Set("Deceduto", std::int32_t{0});
+        PatientWriter::Save(*patient);
+        m_writer.WriteAddresses(citizen, patient->Id());
+        transaction.Commit();
+    }
+
+private:
+    const service::ProviderContext& m_context;
+    ReferenceData m_references;
+    PatientWriter m_writer;
+};
+
+} // namespace
+
+bool PatientListImport::Run() const noexcept
+{
+    bool done = false;
+    host::PassOver(
+        [&]
+        {
+            const auto path = m_context.desktop.AskFile("Selezionare il file contenente l'elenco assistiti",
+                                                        "Elenco assistiti (*.xml)|*.xml");
+            done = path && RunOnFile(*path);
+        });
+    return done;
+}
+
+bool PatientListImport::RunOnFile(const std::string& path) const
+{
+    auto bytes = environment::ReadFile(path);
+    if (!bytes)
+    {
+        ShowError("Il file di importazione selezionato non è valido.");
+        return false;
+    }
+    const auto list = ReadList(*bytes);
+    bytes.reset();
+    if (!list)
+    {
+        ShowError("Si è verificato un errore in fase di apertura del documento selezionato.");
+        return false;
+    }
+
+    ui::FormProgress progress;
+    progress.Load();
+    progress.Tag = jobName;
+    progress.OnActivate = [&](ui::FormProgress& window, const std::any&, std::any& result)
+    {
+        try
+        {
+            Import(*list, window);
+            result = true;
+        }
+        catch (const host::Fault& fault)
+        {
+            result = fault.Description();
+        }
+    };
+    progress.InitializeProgress("Sincronizzazione", "Importazione pazienti");
+    m_context.desktop.ShowModal(progress);
+
+    if (std::any_cast<bool>(&progress.Result()) != nullptr)
+    {
+        m_context.desktop.Show(
+            {"Sincronizzazione dati effettuata con successo.", "Informazione!!", ui::Icon::Information});
+        return true;
+    }
+    const auto* description = std::any_cast<std::string>(&progress.Result());
+    ShowError("Si è verificato un errore in fase di importazione:\r\n" +
+              (description == nullptr ? std::string() : *description));
+    return false;
+}
+
+std::optional<xml::Document> PatientListImport::ReadList(const std::string& bytes)
+{
+    const auto text = environment::DecodeXml(bytes);
+    auto document = text ? xml::Document::FromText(*text, limits) : std::nullopt;
+    // Any other document has nobody in it, and all patients would be revoked.
+    return document && document->Root().Name() == listElement ? document : std::nullopt;
+}
+
+void PatientListImport::Import(const xml::Document& list, ui::FormProgress& progress) const
+{
+    Revoke();
+    ListedPatients patients(m_context);
+    const auto citizens = list.SelectAll("/assistiti/assistito");
+    const auto count = static_cast<std::int32_t>(citizens.size());
+    std::int32_t position = 0;
+    for (const xml::Node& citizen : citizens)
+    {
+        progress.SetProgressValue(++position, count);
+        progress.SetProgressInformation("Importazione paziente...",
+                                        citizen.Text("cognome") + ' ' + citizen.Text("nome"));
+        patients.Store(citizen);
+    }
+}
+
+// Of every practice: the list is the region's, not one studio's.
+void PatientListImport::Revoke() const
+{
+    host::Connection& connection = m_context.services.RequireConnection();
+    host::Transaction transaction(connection);
+    static_cast<void>(connection.Open("UPDATE Paziente SET Revocato = 1 WHERE Deceduto = 0"));
+    transaction.Commit();
+}
+
+void PatientListImport::ShowError(const std::string& text) const
+{
+    m_context.desktop.Show({text, "Errore!!", ui::Icon::Critical});
+}
+
+} // namespace vellumo::patient

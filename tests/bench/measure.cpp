@@ -1,0 +1,116 @@
+#include "tests/bench/measure.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <limits>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vellumo::bench
+{
+
+double Time(const std::function<void()>& work)
+{
+    const auto begin = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+Comparison Compare(std::string what, std::string against, int rounds, const std::function<void()>& ours,
+                   const std::function<void()>& bare)
+{
+    constexpr double never = std::numeric_limits<double>::max();
+    Comparison comparison{std::move(what), std::move(against), never, never};
+    for (int round = 0; round < rounds; ++round)
+    {
+        comparison.bare = std::min(comparison.bare, Time(bare));
+        comparison.ours = std::min(comparison.ours, Time(ours));
+    }
+    return comparison;
+}
+
+double PeakMemory(const std::function<void()>& work)
+{
+    int ends[2] = {};
+    if (pipe(ends) != 0)
+    {
+        throw std::runtime_error("pipe");
+    }
+    const pid_t child = fork();
+    if (child == 0)
+    {
+        // A child begins with the peak of its parent, which has done larger things; this sets it to what it has now.
+        if (const int file = open("/proc/self/clear_refs", O_WRONLY); file >= 0)
+        {
+            static_cast<void>(write(file, "5", 1));
+            close(file);
+        }
+        const auto peak = []
+        {
+            double kilobytes = 0;
+            char line[256];
+            if (FILE* const status = std::fopen("/proc/self/status", "r"))
+            {
+                while (std::fgets(line, sizeof line, status) != nullptr)
+                {
+                    static_cast<void>(std::sscanf(line, "VmHWM: %lf", &kilobytes));
+                }
+                std::fclose(status);
+            }
+            return kilobytes * 1024;
+        };
+        const double before = peak();
+        work();
+        const double most = peak() - before;
+        static_cast<void>(write(ends[1], &most, sizeof most));
+        _exit(0);
+    }
+    close(ends[1]);
+    double most = 0;
+    const bool read = ::read(ends[0], &most, sizeof most) == static_cast<ssize_t>(sizeof most);
+    close(ends[0]);
+    waitpid(child, nullptr, 0);
+    if (!read)
+    {
+        throw std::runtime_error("the measuring process ended early");
+    }
+    return most;
+}
+
+bool Report(const Comparison& comparison, double bound)
+{
+    const bool within = comparison.Ratio() <= bound;
+    std::printf("%-58s %6.2f   at most %4.2f  %s\n    %.3f s; against %s: %.3f s\n", comparison.what.c_str(),
+                comparison.Ratio(), bound, within ? "yes" : "NO", comparison.ours, comparison.against.c_str(),
+                comparison.bare);
+    std::fflush(stdout);
+    return within;
+}
+
+void Tell(const Comparison& comparison)
+{
+    std::printf("%-58s %6.2f\n    %.3f s; against %s: %.3f s\n", comparison.what.c_str(), comparison.Ratio(),
+                comparison.ours, comparison.against.c_str(), comparison.bare);
+    std::fflush(stdout);
+}
+
+bool Report(const std::string& what, double value, const char* unit, double bound)
+{
+    const bool within = value <= bound;
+    std::printf("%-58s %6.2f %s   at most %4.2f  %s\n", what.c_str(), value, unit, bound, within ? "yes" : "NO");
+    std::fflush(stdout);
+    return within;
+}
+
+void Use(std::size_t value)
+{
+    static volatile std::size_t sink;
+    sink = value;
+}
+
+} // namespace vellumo::bench

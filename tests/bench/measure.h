@@ -1,0 +1,37 @@
+// Times two ways of doing the same work in turn, so that both meet the same machine, and takes the best of each.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace vellumo::bench
+{
+
+struct Comparison
+{
+    std::string what;
+    std::string against;
+    double ours = 0; // seconds
+    double bare = 0;
+
+    [[nodiscard]] double Ratio() const { return ours / bare; }
+};
+
+// Seconds that the work takes.
+[[nodiscard]] double Time(const std::function<void()>& work);
+
+[[nodiscard]] Comparison Compare(std::string what, std::string against, int rounds, const std::function<void()>& ours,
+                                 const std::function<void()>& bare);
+
+// Most memory that the work needs beyond what the process has before it, in bytes. Runs in a process of its own.
+[[nodiscard]] double PeakMemory(const std::function<void()>& work);
+
+// Prints the ratio and whether it is within the bound; without one it only tells.
+[[nodiscard]] bool Report(const Comparison& comparison, double bound);
+void Tell(const Comparison& comparison);
+[[nodiscard]] bool Report(const std::string& what, double value, const char* unit, double bound);
+
+// Results that are printed nowhere must not be optimised away.
+void Use(std::size_t value);
+
+} // namespace vellumo::bench

@@ -210,7 +210,7 @@ std::string FiscalCodeOf(const Person& person)
     std::string code = ThreeLetters(person.surname, false) + ThreeLetters(person.name, true);
     code += Padded(static_cast<std::size_t>(day.year % 100), 2);
     code += std::string_view("ABCDEHLMPRST")[static_cast<std::size_t>(day.month - 1)];
-    code += Padded(static_cast<std::size_t>(day.day + (person.isFemale ? 40 : 0)), 2);
+    code += Padded(static_cast<std::size_t>(day.day) + (person.isFemale ? 40 : 0), 2);
     code += person.birthTownCode;
     return code + CheckLetter(code);
 }

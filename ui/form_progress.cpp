@@ -57,11 +57,19 @@ void FormProgress::RaiseOnActivate(const std::any& parameters, std::any& result)
 
 void FormProgress::Report()
 {
-    if (View() != nullptr)
+    if (View() == nullptr)
+    {
+        return;
+    }
+    if (m_bar.value >= m_bar.maximum)
+    { // a bar that goes before it is full looks like a job that was broken off
+        View()->Refresh();
+    }
+    else
     {
         View()->RefreshSoon();
-        View()->ProcessMessages();
     }
+    View()->ProcessMessages();
 }
 
 } // namespace vellumo::ui

@@ -106,5 +106,7 @@ TEST_SUITE("working windows")
         const auto& bar = dynamic_cast<const ProgressBar&>(*form.Controls().back());
         CHECK(bar.value == 3.0F);
         CHECK(bar.maximum == 10.0F);
+        form.SetProgressValue(10, 10);
+        CHECK(view.calls == "SPSPRP"); // the end is drawn at once
     }
 }

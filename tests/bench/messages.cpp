@@ -27,7 +27,8 @@ std::string MakeReply()
     for (int i = 0; i < 40; ++i)
     {
         const auto name = "elementoCittadino" + std::to_string(i);
-        reply += '<' + name + ">Via Libertà " + std::to_string(i) + "</" + name + ">\n";
+        reply.append("<").append(name).append(">Via Libertà ").append(std::to_string(i));
+        reply.append("</").append(name).append(">\n");
     }
     reply += "</datiCittadino><esenzioniGodute>";
     for (int i = 0; i < 10; ++i)

@@ -66,7 +66,7 @@ std::optional<std::string> FindBrokenPatient(const Snapshot& before, const Snaps
                 text += "\n    " + id + ':';
                 for (const auto& [column, value] : row)
                 {
-                    text += ' ' + column + '=' + value;
+                    text.append(" ").append(column).append("=").append(value);
                 }
             }
             return text;

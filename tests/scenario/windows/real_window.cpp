@@ -136,20 +136,21 @@ BOOL CALLBACK TakeEdit(HWND window, LPARAM found) noexcept
     return FALSE;
 }
 
-// Where a file dialog shows its files; no other dialog has one.
+BOOL CALLBACK TakeFileView(HWND window, LPARAM found) noexcept
+{
+    if (!HasClass(window, L"SHELLDLL_DefView"))
+    {
+        return TRUE;
+    }
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+// A file dialog shows its files in a view that no other dialog has.
 bool ShowsFiles(HWND window)
 {
-    const auto take = [](HWND child, LPARAM found) noexcept -> BOOL
-    {
-        if (!HasClass(child, L"SHELLDLL_DefView"))
-        {
-            return TRUE;
-        }
-        *reinterpret_cast<HWND*>(found) = child;
-        return FALSE;
-    };
     HWND view = nullptr;
-    EnumChildWindows(window, take, reinterpret_cast<LPARAM>(&view));
+    EnumChildWindows(window, &TakeFileView, reinterpret_cast<LPARAM>(&view));
     return view != nullptr;
 }
 

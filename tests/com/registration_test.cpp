@@ -5,6 +5,7 @@
 
 #include <doctest.h>
 
+#include <algorithm>
 #include <array>
 #include <set>
 #include <string>
@@ -41,24 +42,11 @@ private:
     bool m_registered = IsRegistered();
 };
 
-// Every key and every value below `key`, as lines.
-void Export(HKEY key, const std::wstring& path, std::set<std::wstring>& lines)
+// The keys below `key` as paths, `levels` of them: whatever a class, an interface, a library or a program name leaves
+// behind begins there. The 32-bit classes lie a level lower in the x64 registry.
+void Collect(HKEY key, const std::wstring& path, int levels, std::set<std::wstring>& paths)
 {
-    lines.insert(path);
-    std::array<wchar_t, 16384> name{};
-    std::vector<BYTE> data(65536);
-    for (DWORD index = 0;; ++index)
-    {
-        auto length = static_cast<DWORD>(name.size());
-        auto size = static_cast<DWORD>(data.size());
-        DWORD type = 0;
-        if (RegEnumValueW(key, index, name.data(), &length, nullptr, &type, data.data(), &size) != ERROR_SUCCESS)
-        {
-            break;
-        }
-        const std::wstring text(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(size));
-        lines.insert(path + L" " + std::wstring(name.data(), length) + L"=" + text);
-    }
+    std::array<wchar_t, 256> name{}; // a key's name is no longer
     for (DWORD index = 0;; ++index)
     {
         auto length = static_cast<DWORD>(name.size());
@@ -67,10 +55,12 @@ void Export(HKEY key, const std::wstring& path, std::set<std::wstring>& lines)
             break;
         }
         const std::wstring below = path + L"\\" + name.data();
+        paths.insert(below);
+        const int further = below == L"\\Wow6432Node" ? levels : levels - 1;
         windows::RegistryKey child;
-        if (child.Open(key, name.data(), KEY_READ) == ERROR_SUCCESS)
+        if (further > 0 && child.Open(key, name.data(), KEY_READ) == ERROR_SUCCESS)
         {
-            Export(child.Get(), below, lines);
+            Collect(child.Get(), below, further, paths);
         }
     }
 }
@@ -79,9 +69,16 @@ std::set<std::wstring> Classes()
 {
     windows::RegistryKey key;
     REQUIRE(key.Open(HKEY_LOCAL_MACHINE, L"Software\\Classes", KEY_READ) == ERROR_SUCCESS);
-    std::set<std::wstring> lines;
-    Export(key.Get(), L"", lines);
-    return lines;
+    std::set<std::wstring> paths;
+    Collect(key.Get(), L"", 2, paths);
+    return paths;
+}
+
+std::wstring TextOf(const GUID& id)
+{
+    std::array<wchar_t, 39> text{};
+    StringFromGUID2(id, text.data(), static_cast<int>(text.size()));
+    return text.data();
 }
 
 std::string DefaultOf(const std::wstring& path, const wchar_t* name = nullptr)
@@ -147,6 +144,12 @@ TEST_CASE("registering writes what hosts look for, unregistering leaves no trace
     const auto after = Classes();
     CHECK(before.size() == after.size());
     CHECK((before == after));
+    for (const std::wstring& name : {std::wstring(L"Vellumo"), TextOf(CLSID_SISSProvider), TextOf(LIBID_Vellumo)})
+    { // also where an earlier registration had left something
+        CAPTURE(windows::FromWide(name.c_str()));
+        CHECK(std::ranges::none_of(
+            after, [&](const std::wstring& path) { return path.find(name) != std::wstring::npos; }));
+    }
 }
 
 TEST_CASE("a script host creates the provider and asks it")

@@ -5,7 +5,7 @@
 
 #include "ui/form.h"
 
-#include <chrono>
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -53,7 +53,10 @@ private:
     std::ostream& m_out;
     std::vector<Operable> m_operable;
     std::string m_progressShown;
-    std::chrono::steady_clock::time_point m_shownAt;
+    std::int64_t m_shownAt = 0; // milliseconds of the system's clock, as the next
+    std::int64_t m_lookedAt = 0;
+    int m_reportsPassed = 0; // after the last look
+    int m_reportsToPass = 0; // until the next
 };
 
 } // namespace vellumo::native

@@ -4,8 +4,9 @@
 #include <atomic>
 #include <chrono>
 #include <cstdio>
-#include <limits>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -14,6 +15,18 @@
 
 namespace vellumo::bench
 {
+
+namespace
+{
+
+double Median(std::vector<double> values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+} // namespace
 
 double Time(const std::function<void()>& work)
 {
@@ -25,14 +38,19 @@ double Time(const std::function<void()>& work)
 Comparison Compare(std::string what, std::string against, int rounds, const std::function<void()>& ours,
                    const std::function<void()>& bare)
 {
-    constexpr double never = std::numeric_limits<double>::max();
-    Comparison comparison{std::move(what), std::move(against), never, never};
+    std::vector<double> oursTimes;
+    std::vector<double> bareTimes;
+    std::vector<double> ratios;
     for (int round = 0; round < rounds; ++round)
     {
-        comparison.bare = std::min(comparison.bare, Time(bare));
-        comparison.ours = std::min(comparison.ours, Time(ours));
+        const bool oursFirst = round % 2 != 0;
+        const double first = Time(oursFirst ? ours : bare);
+        const double second = Time(oursFirst ? bare : ours);
+        oursTimes.push_back(oursFirst ? first : second);
+        bareTimes.push_back(oursFirst ? second : first);
+        ratios.push_back(oursTimes.back() / bareTimes.back());
     }
-    return comparison;
+    return {std::move(what), std::move(against), Median(oursTimes), Median(bareTimes), Median(ratios)};
 }
 
 double PeakMemory(const std::function<void()>& work)
@@ -85,9 +103,9 @@ double PeakMemory(const std::function<void()>& work)
 
 bool Report(const Comparison& comparison, double bound)
 {
-    const bool within = comparison.Ratio() <= bound;
+    const bool within = comparison.ratio <= bound;
     std::printf("%-58s %6.2f   at most %4.2f  %s\n    %.3f s; against %s: %.3f s\n", comparison.what.c_str(),
-                comparison.Ratio(), bound, within ? "yes" : "NO", comparison.ours, comparison.against.c_str(),
+                comparison.ratio, bound, within ? "yes" : "NO", comparison.ours, comparison.against.c_str(),
                 comparison.bare);
     std::fflush(stdout);
     return within;
@@ -95,7 +113,7 @@ bool Report(const Comparison& comparison, double bound)
 
 void Tell(const Comparison& comparison)
 {
-    std::printf("%-58s %6.2f\n    %.3f s; against %s: %.3f s\n", comparison.what.c_str(), comparison.Ratio(),
+    std::printf("%-58s %6.2f\n    %.3f s; against %s: %.3f s\n", comparison.what.c_str(), comparison.ratio,
                 comparison.ours, comparison.against.c_str(), comparison.bare);
     std::fflush(stdout);
 }

@@ -1,4 +1,5 @@
-// Times two ways of doing the same work in turn, so that both meet the same machine, and takes the best of each.
+// Times two ways of doing the same work in pairs, one right after the other, so that both meet the same machine. What
+// counts is the median over the pairs: on a machine that others use, too, the best times are a matter of luck.
 #pragma once
 
 #include <functional>
@@ -11,10 +12,9 @@ struct Comparison
 {
     std::string what;
     std::string against;
-    double ours = 0; // seconds
+    double ours = 0; // seconds, as bare
     double bare = 0;
-
-    [[nodiscard]] double Ratio() const { return ours / bare; }
+    double ratio = 0;
 };
 
 // Seconds that the work takes.

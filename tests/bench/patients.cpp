@@ -143,7 +143,8 @@ bool MeasurePatients(const std::filesystem::path& folder)
     {
         const auto comparison = Compare(
             std::string("ten thousand known patients, ") + (waitsForDisk ? "on disk" : "not waiting for the disk"),
-            "the same statements and commits over ODBC alone", 2, [&] { Import(practice, list, waitsForDisk); },
+            "the same statements and commits over ODBC alone", waitsForDisk ? 3 : 7,
+            [&] { Import(practice, list, waitsForDisk); },
             [&] { BareProgram(practice.Folder(), waitsForDisk).Replay(statements); });
         good = Report(comparison, 1.3) && good;
     }

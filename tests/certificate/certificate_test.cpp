@@ -32,19 +32,6 @@ public:
     std::string told;
 };
 
-class AnsweringBridge final : public host::Bridge
-{
-public:
-    std::string CallSebMethod(const std::string& requestXml) override
-    {
-        requests.push_back(requestXml);
-        return reply;
-    }
-
-    std::vector<std::string> requests;
-    std::string reply;
-};
-
 class TwoRecords final : public host::HostObjects
 {
 public:
@@ -128,7 +115,7 @@ struct Practice
     }
 
     Installation installation;
-    AnsweringBridge bridge;
+    FakeBridge bridge;
     TravellingDesktop desktop;
     TwoRecords objects;
     std::shared_ptr<FakeUtils> utils = std::make_shared<FakeUtils>();

@@ -8,19 +8,6 @@
 namespace vellumo::tests
 {
 
-class FakeBridge final : public host::Bridge
-{
-public:
-    std::string CallSebMethod(const std::string& requestXml) override
-    {
-        requests.push_back(requestXml);
-        return reply;
-    }
-
-    std::vector<std::string> requests;
-    std::string reply;
-};
-
 class FakeObjects final : public host::HostObjects
 {
 public:

@@ -147,8 +147,8 @@ TEST_CASE("registering writes what hosts look for, unregistering leaves no trace
     for (const std::wstring& name : {std::wstring(L"Vellumo"), TextOf(CLSID_SISSProvider), TextOf(LIBID_Vellumo)})
     { // also where an earlier registration had left something
         CAPTURE(windows::FromWide(name.c_str()));
-        CHECK(std::ranges::none_of(
-            after, [&](const std::wstring& path) { return path.find(name) != std::wstring::npos; }));
+        CHECK(std::ranges::none_of(after,
+                                   [&](const std::wstring& path) { return path.find(name) != std::wstring::npos; }));
     }
 }
 

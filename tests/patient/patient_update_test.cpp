@@ -65,12 +65,6 @@ public:
     StoredRow other;
 };
 
-class NoBridge final : public host::Bridge
-{
-public:
-    std::string CallSebMethod(const std::string&) override { return {}; }
-};
-
 // A citizen who is patient 7 of the practice.
 struct Practice
 {
@@ -116,7 +110,7 @@ struct Practice
     host::HostServices services;
     OneRecordObjects objects;
     ConfirmingDesktop desktop;
-    NoBridge bridge;
+    FakeBridge bridge;
     environment::SISSEnvironment environment = {installation.settings, installation.clock};
     service::ServiceFactory factory = service::ServiceFactory(installation.settings);
     service::ExchangeLog log = {services, objects, installation.settings, installation.clock};

@@ -3,9 +3,26 @@
 #include "tests/scenario/cell.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vellumo::scenario
 {
+
+namespace
+{
+
+// What the job is at: all that the window says but the last label, which names the row.
+std::vector<std::string> StageOf(const Window& window)
+{
+    auto labels = window.Labels();
+    if (!labels.empty())
+    {
+        labels.pop_back();
+    }
+    return labels;
+}
+
+} // namespace
 
 void ProgressWatch::Begin(const Place& call, const std::vector<ExpectedWindow>& windows, bool lenient)
 {
@@ -55,13 +72,15 @@ void ProgressWatch::LookAtBar(const Window& window)
         m_milestones = 0;
         m_last = bar;
     }
-    // Each table begins anew, with a length of its own.
-    if (bar.maximum == m_last.maximum && bar.value < m_last.value && bar.value > 1 && !m_told)
+    // Each table begins anew; its first row is there a moment before its name.
+    auto stage = StageOf(window);
+    if (stage == m_stage && bar.value < m_last.value && bar.value > 1 && !m_told)
     {
         m_report(m_call, "the bar of " + Quoted(window.Title()) + " went back");
         m_told = true;
     }
     m_last = bar;
+    m_stage = std::move(stage);
     const bool milestone = m_milestones == 0 || (m_milestones == 1 && bar.value >= bar.maximum / 2 && bar.value > 0) ||
                            (m_milestones == 2 && bar.value >= bar.maximum);
     if (milestone)

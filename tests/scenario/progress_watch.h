@@ -50,6 +50,7 @@ private:
     std::uint64_t m_windowId = 0; // being watched
     int m_milestones = 0;
     ProgressSeen m_last;
+    std::vector<std::string> m_stage; // as the bar was last seen
     bool m_told = false; // that it was not expected, or went back
 };
 

@@ -1,6 +1,7 @@
-// The host's objects for tests of one rule: records and answers in memory, asked and changed by the test.
+// The host's objects and the bridge for tests of one rule: records and answers in memory, set and read by the test.
 #pragma once
 
+#include "host/bridge.h"
 #include "host/connection.h"
 #include "host/fault.h"
 #include "host/host_services.h"
@@ -142,6 +143,20 @@ public:
 
 private:
     StoredRow& m_row;
+};
+
+// Answers one text to all.
+class FakeBridge final : public host::Bridge
+{
+public:
+    std::string CallSebMethod(const std::string& requestXml) override
+    {
+        requests.push_back(requestXml);
+        return reply;
+    }
+
+    std::vector<std::string> requests;
+    std::string reply;
 };
 
 } // namespace vellumo::tests

@@ -51,7 +51,7 @@ private:
     int m_milestones = 0;
     ProgressSeen m_last;
     std::vector<std::string> m_stage; // as the bar was last seen
-    bool m_told = false; // that it was not expected, or went back
+    bool m_told = false;              // that it was not expected, or went back
 };
 
 } // namespace vellumo::scenario

@@ -19,6 +19,7 @@ namespace
 {
 
 constexpr std::size_t citizens = 10000;
+constexpr std::size_t fewCitizens = 1000;
 constexpr std::string_view begin = "BEGIN TRANSACTION";
 constexpr std::string_view commit = "COMMIT TRANSACTION";
 
@@ -139,15 +140,24 @@ bool MeasurePatients(const std::filesystem::path& folder)
     bool good = Report("statements for each patient that is known", count / citizens, "", 8);
     std::printf("    %zu patients; beside them %zu transactions\n", citizens,
                 static_cast<std::size_t>(std::count(statements.begin(), statements.end(), begin)));
-    for (const bool waitsForDisk : {true, false})
-    {
-        const auto comparison = Compare(
-            std::string("ten thousand known patients, ") + (waitsForDisk ? "on disk" : "not waiting for the disk"),
-            "the same statements and commits over ODBC alone", waitsForDisk ? 3 : 7,
-            [&] { Import(practice, list, waitsForDisk); },
-            [&] { BareProgram(practice.Folder(), waitsForDisk).Replay(statements); });
-        good = Report(comparison, 1.3) && good;
-    }
+    const auto against = "the same statements and commits over ODBC alone";
+    good = Report(Compare(
+                      "ten thousand known patients, on disk", against, 3, [&] { Import(practice, list, true); },
+                      [&] { BareProgram(practice.Folder(), true).Replay(statements); }),
+                  1.3) &&
+           good;
+
+    // Without the disk the ratio is larger and the machine's moods show: many short pairs even them out.
+    const auto shortList = folder / "pochi.xml";
+    norda::WritePatientList(shortList, fewCitizens);
+    Import(practice, shortList, false);
+    const auto fewStatements = RecordStatements(practice, shortList);
+    good = Report(Compare(
+                      "a thousand known patients, not waiting for the disk", against, 41,
+                      [&] { Import(practice, shortList, false); },
+                      [&] { BareProgram(practice.Folder(), false).Replay(fewStatements); }),
+                  1.3) &&
+           good;
     return good;
 }
 

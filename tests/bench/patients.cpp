@@ -1,5 +1,5 @@
-// Ten thousand known patients imported; against a bare ODBC program that runs the very same statements, with the same
-// commits, and fetches the same rows.
+// Known patients of a practice of ten thousand imported; against a bare ODBC program that runs the very same
+// statements, with the same commits, and fetches the same rows.
 #include "simulator/norda/generated_data.h"
 #include "simulator/norda/odbc.h"
 #include "simulator/norda/sql_dialect.h"
@@ -140,24 +140,21 @@ bool MeasurePatients(const std::filesystem::path& folder)
     bool good = Report("statements for each patient that is known", count / citizens, "", 8);
     std::printf("    %zu patients; beside them %zu transactions\n", citizens,
                 static_cast<std::size_t>(std::count(statements.begin(), statements.end(), begin)));
-    const auto against = "the same statements and commits over ODBC alone";
-    good = Report(Compare(
-                      "ten thousand known patients, on disk", against, 3, [&] { Import(practice, list, true); },
-                      [&] { BareProgram(practice.Folder(), true).Replay(statements); }),
-                  1.3) &&
-           good;
 
-    // Without the disk the ratio is larger and the machine's moods show: many short pairs even them out.
+    // A run on disk takes as long as the disk likes to; many short pairs even that out.
     const auto shortList = folder / "pochi.xml";
     norda::WritePatientList(shortList, fewCitizens);
     Import(practice, shortList, false);
     const auto fewStatements = RecordStatements(practice, shortList);
-    good = Report(Compare(
-                      "a thousand known patients, not waiting for the disk", against, 41,
-                      [&] { Import(practice, shortList, false); },
-                      [&] { BareProgram(practice.Folder(), false).Replay(fewStatements); }),
-                  1.3) &&
-           good;
+    for (const bool waitsForDisk : {true, false})
+    {
+        const auto comparison = Compare(
+            std::string("a thousand known patients, ") + (waitsForDisk ? "on disk" : "not waiting for the disk"),
+            "the same statements and commits over ODBC alone", waitsForDisk ? 21 : 41,
+            [&] { Import(practice, shortList, waitsForDisk); },
+            [&] { BareProgram(practice.Folder(), waitsForDisk).Replay(fewStatements); });
+        good = Report(comparison, 1.3) && good;
+    }
     return good;
 }
 

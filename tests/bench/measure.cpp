@@ -104,7 +104,7 @@ double PeakMemory(const std::function<void()>& work)
 bool Report(const Comparison& comparison, double bound)
 {
     const bool within = comparison.ratio <= bound;
-    std::printf("%-58s %6.2f   at most %4.2f  %s\n    %.3f s; against %s: %.3f s\n", comparison.what.c_str(),
+    std::printf("%-60s %6.2f   at most %4.2f  %s\n    %.3f s; against %s: %.3f s\n", comparison.what.c_str(),
                 comparison.ratio, bound, within ? "yes" : "NO", comparison.ours, comparison.against.c_str(),
                 comparison.bare);
     std::fflush(stdout);
@@ -113,7 +113,7 @@ bool Report(const Comparison& comparison, double bound)
 
 void Tell(const Comparison& comparison)
 {
-    std::printf("%-58s %6.2f\n    %.3f s; against %s: %.3f s\n", comparison.what.c_str(), comparison.ratio,
+    std::printf("%-60s %6.2f\n    %.3f s; against %s: %.3f s\n", comparison.what.c_str(), comparison.ratio,
                 comparison.ours, comparison.against.c_str(), comparison.bare);
     std::fflush(stdout);
 }
@@ -121,7 +121,7 @@ void Tell(const Comparison& comparison)
 bool Report(const std::string& what, double value, const char* unit, double bound)
 {
     const bool within = value <= bound;
-    std::printf("%-58s %6.2f %s   at most %4.2f  %s\n", what.c_str(), value, unit, bound, within ? "yes" : "NO");
+    std::printf("%-60s %6.2f %s   at most %4.2f  %s\n", what.c_str(), value, unit, bound, within ? "yes" : "NO");
     std::fflush(stdout);
     return within;
 }

@@ -97,11 +97,11 @@ void MeasureMessages()
     const auto reply = MakeReply();
     // The library also looks for hostile texts and builds a tree of its own.
     const auto reading = Compare(
-        "two thousand replies read", "libxml2 reading them into its own tree", 5,
+        "two thousand replies read", "libxml2 reading them into its own tree", 15,
         [&] { Repeat([&] { Use(xml::Document::FromText(reply).value().Root().Name().size()); }); },
         [&] { Repeat([&] { Use(ReadBare(reply) ? 1U : 0U); }); });
     const auto filling = Compare(
-        "two thousand requests filled and written", "libxml2 doing the same", 5,
+        "two thousand requests filled and written", "libxml2 doing the same", 15,
         [&] { Repeat([&] { Use(FillOurs(reply)); }); }, [&] { Repeat([&] { Use(FillBare(reply)); }); });
     Tell(reading);
     Tell(filling);

@@ -42,7 +42,7 @@ bool MeasureProgress(const std::filesystem::path& folder)
         native::ConsoleForm(form, in, out).ShowModal();
     };
     return Report(Compare(
-                      "a table of a million rows with the progress window", "the same without a window", 15,
+                      "a table of a million rows with the progress window", "the same without a window", 25,
                       [&] { Synchronise(practice, onConsole); }, [&] { Synchronise(practice, {}); }),
                   1.1);
 }

@@ -2,8 +2,10 @@
 
 #include "environment/ansi_text.h"
 #include "host/fault.h"
+#include "prescription/journal.h"
 #include "prescription/payload.h"
 #include "prescription/ricetta_record.h"
+#include "prescription/sent_response.h"
 
 #include <string>
 
@@ -89,10 +91,23 @@ void Registration::Register(host::PrescriptionSession& session, const host::Pres
     WriteDatiPrescrizione(*record, *request, kind, m_context.services);
     WriteElencoPrestazioni(*record, *request, kind);
     WriteOpzioni(*options, *request);
-    if (const auto response = m_context.sender.SendServiceRequest(*request))
+    const Journal journal(m_context.services);
+    const auto response = m_context.sender.SendServiceRequest(*request);
+    if (!response)
     {
-        response->Object = record;
+        journal.WithoutOutcome(key);
+        return;
+    }
+    response->Object = record;
+    try
+    {
         session.AddResponse(kind, response);
+    }
+    catch (const std::exception& fault)
+    {
+        // Without its place in the session the close will not see it.
+        journal.NotSaved(key, {GivenIup(*response), ""}, fault.what());
+        throw;
     }
 }
 

@@ -1,6 +1,6 @@
 // The host operations RegistraPrescrizione and RegistraPrescrizioneSingola: send the prescriptions of a form to SISS,
 // one request each, and keep the responses in the session. Nothing is judged or stored here; that happens when the
-// session is closed.
+// session is closed. A prescription that the session cannot keep goes to the host's journal of service errors.
 #pragma once
 
 #include "host/prescriptions.h"

@@ -3,6 +3,11 @@
 namespace vellumo::prescription
 {
 
+std::string GivenIup(const service::ServiceResponse& response)
+{
+    return response.GetData("datiAmministrativiPrescrizione/identificativoUnivoco");
+}
+
 std::vector<SentPrescription> SentPrescriptions(const host::PrescriptionSession& session)
 {
     std::vector<SentPrescription> sent;

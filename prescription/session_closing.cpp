@@ -22,8 +22,6 @@ using service::ServiceExceptions;
 using service::ServiceResponse;
 using ui::FormRicettaResult;
 
-constexpr const char* iupPath = "datiAmministrativiPrescrizione/identificativoUnivoco";
-
 // Codes of an ended phase that the operator need not see.
 constexpr std::array<std::string_view, 2> silentCodes = {"ADPT010003", "PRXY000032"};
 
@@ -88,37 +86,6 @@ std::vector<ui::RicettaResult> ToShow(const std::vector<SentPrescription>& sent)
     return results;
 }
 
-// What SISS gave for one prescription.
-struct Codes
-{
-    host::PrescriptionKey key;
-    std::string iup;
-    std::string protocollo;
-};
-
-std::string Describe(const host::PrescriptionKey& key)
-{
-    return "Ricetta " + std::to_string(key.IDRicetta) + ", numero " + std::to_string(key.NumRicetta);
-}
-
-void Record(const std::string& line, const host::HostServices& services)
-{
-    host::PassOver([&] { services.RequireUtils().RecordServiceError(line); });
-}
-
-// Codes that did not get into the host's table must not go with the session: support staff finds them in the host's
-// journal.
-void RecordUnsaved(const Codes& codes, const std::string& reason, const host::HostServices& services)
-{
-    if (codes.iup.empty() && codes.protocollo.empty())
-    {
-        return;
-    }
-    Record(Describe(codes.key) + ": codici del SISS non salvati (IUP " + codes.iup + ", protocollo " +
-               codes.protocollo + "). " + reason,
-           services);
-}
-
 // Why a prescription was not stored; null: it was, or there was nothing to store.
 using Reason = const char*;
 constexpr Reason noRow = "La ricetta non è nella tabella RicettaSSN.";
@@ -129,25 +96,36 @@ Reason Save(host::Record& row)
     return row.Save() ? nullptr : refusedSave;
 }
 
-// Calls `store` for each entry. One that is not stored does not keep the next ones from being stored; a fault ends the
-// work, and then the codes of the entries that are left are recorded, too.
-template <class Entry, class Store, class CodesOf>
-bool StoreEach(const std::vector<Entry>& entries, Store&& store, CodesOf&& codesOf, const host::HostServices& services)
+// A code that the row had from another registration is known to SISS still, so it must not vanish.
+Reason SaveWithCode(host::Record& row, const SentPrescription& prescription, const std::string& iup,
+                    const Journal& journal)
+{
+    const auto old = row.Get("CodiceIUP").ToText();
+    row.Set("CodiceIUP", iup);
+    const Reason reason = Save(row);
+    if (!reason && !old.empty() && old != iup && old != prescription.GivenIup())
+    {
+        journal.Replaced(prescription.record->Key(), old, iup);
+    }
+    return reason;
+}
+
+// Calls `store` for each entry, then `tell` with its reason. One that is not stored does not keep the next ones from
+// being stored; a fault ends the work, and then it is the reason of the entries that are left.
+template <class Entry, class Store, class Tell>
+bool StoreEach(std::vector<Entry>& entries, Store&& store, Tell&& tell)
 {
     for (auto entry = entries.begin(); entry != entries.end(); ++entry)
     {
         try
         {
-            if (const Reason reason = store(*entry))
-            {
-                RecordUnsaved(codesOf(*entry), reason, services);
-            }
+            tell(*entry, store(*entry));
         }
         catch (const std::exception& fault)
         {
             for (; entry != entries.end(); ++entry)
             {
-                RecordUnsaved(codesOf(*entry), fault.what(), services);
+                tell(*entry, fault.what());
             }
             return false;
         }
@@ -156,66 +134,66 @@ bool StoreEach(const std::vector<Entry>& entries, Store&& store, CodesOf&& codes
 }
 
 // The operator's decision in the row and in the record, which the end of the phase goes by.
-Reason StoreReview(const SentPrescription& prescription, int decision, host::Record& row)
+Reason StoreReview(const SentPrescription& prescription, int decision, host::Record& row, const Journal& journal)
 {
     const bool cancelled = decision == FormRicettaResult::cancelRefused && prescription.response->Failed();
-    if (decision == FormRicettaResult::cancelRefused)
-    {
-        row.Set("CodiceIUP", prescription.response->GetData(iupPath));
-    }
     row.Set("Annullata", cancelled);
     prescription.record->Set("Annullata", cancelled);
-    return Save(row);
+    return decision == FormRicettaResult::cancelRefused
+               ? SaveWithCode(row, prescription, prescription.GivenIup(), journal)
+               : Save(row);
 }
 
 // The final result of one prescription.
 struct Registered
 {
-    xml::Node result;
-    SentPrescription prescription;
+    xml::Node result; // empty when the end of the phase has none for it
+    SentPrescription* prescription = nullptr;
+
+    [[nodiscard]] xml::Node Outcome() const { return result.Select("esitoRegistrazione"); }
+    [[nodiscard]] bool IsConfirmed() const { return Outcome().Text() == "OK"; }
+    [[nodiscard]] std::string Iup() const { return result.Text("identificativoUnivoco"); }
+    [[nodiscard]] std::string Protocollo() const { return result.Text("idModulo"); }
 };
 
-Codes CodesOf(const Registered& registered)
+// What the operator must know of a prescription that is not registered.
+void ShowUnconfirmed(const Registered& registered, ui::Desktop& desktop)
 {
-    const xml::Node& result = registered.result;
-    return {registered.prescription.record->Key(), result.Text("identificativoUnivoco"), result.Text("idModulo")};
+    if (registered.Outcome())
+    {
+        desktop.Show(
+            {registered.result.Text("messaggioRegistrazione"), "Errore!!", ui::Icon::Critical, ui::Buttons::Ok});
+    }
+    else if (const auto refusal = registered.result.Select("esitoNegativo"))
+    {
+        const auto failure = service::ServiceFactory::ParseServiceException(refusal);
+        service::ShowServiceError(failure.get(), failure->Exceptions, desktop);
+    }
+}
+
+Reason StoreFinalResult(const Registered& registered, host::Record& row, const Journal& journal)
+{
+    row.Set("NumeroProtocollo", registered.Protocollo());
+    row.Set("Annullata", false);
+    return SaveWithCode(row, *registered.prescription, registered.Iup(), journal);
 }
 
 // The final results carry no sign of the prescription that they belong to: their order decides, and a prescription
 // that only one side counts shifts all that follow. The code that was given at registration tells.
-void RecordOtherCode(const Registered& registered, const host::HostServices& services)
+void TellConfirmed(const Registered& registered, Reason reason, const Journal& journal)
 {
-    const auto given = registered.prescription.response->GetData(iupPath);
-    const auto final = registered.result.Text("identificativoUnivoco");
-    if (!given.empty() && !final.empty() && given != final)
+    const auto key = registered.prescription->record->Key();
+    const auto given = registered.prescription->GivenIup();
+    const auto final = registered.Iup();
+    if (given != final)
     {
-        Record(Describe(registered.prescription.record->Key()) + ": IUP " + given + " alla registrazione, IUP " +
-                   final + " alla chiusura. Verificare sul SISS.",
-               services);
+        journal.OtherCode(key, given, final);
     }
-}
-
-Reason StoreFinalResult(const xml::Node& result, host::Record& row, ui::Desktop& desktop)
-{
-    const auto outcome = result.Select("esitoRegistrazione");
-    if (!outcome)
+    if (reason)
     {
-        if (const auto refusal = result.Select("esitoNegativo"))
-        {
-            const auto failure = service::ServiceFactory::ParseServiceException(refusal);
-            service::ShowServiceError(failure.get(), failure->Exceptions, desktop);
-        }
-        return nullptr;
+        journal.NotSaved(key, {final, registered.Protocollo()}, reason);
     }
-    if (outcome.Text() == "OK")
-    {
-        row.Set("NumeroProtocollo", result.Text("idModulo"));
-        row.Set("CodiceIUP", result.Text("identificativoUnivoco"));
-        row.Set("Annullata", false);
-        return Save(row);
-    }
-    desktop.Show({result.Text("messaggioRegistrazione"), "Errore!!", ui::Icon::Critical, ui::Buttons::Ok});
-    return nullptr;
+    registered.prescription->settled = true;
 }
 
 } // namespace
@@ -239,12 +217,25 @@ bool SessionClosing::Close(host::PrescriptionSession& session) const
     {
         return true;
     }
+    std::vector<SentPrescription> sent;
     bool answer = false;
-    host::PassOver([&] { answer = ReviewRegistrationResults(session); });
+    host::PassOver(
+        [&]
+        {
+            sent = SentPrescriptions(session);
+            answer = ReviewRegistrationResults(sent);
+        });
     if (answer)
     {
         answer = false;
-        host::PassOver([&] { answer = EndPrescribingPhase(session); });
+        host::PassOver([&] { answer = EndPrescribingPhase(session, sent); });
+    }
+    for (const auto& prescription : sent)
+    {
+        if (const auto iup = prescription.GivenIup(); !prescription.settled && !iup.empty())
+        {
+            m_journal.NotConfirmed(prescription.record->Key(), iup);
+        }
     }
     const auto options = session.Options();
     const bool printedBySiss = options && (options->TipoRicetta == host::OpzioniRicetta::electronic ||
@@ -253,24 +244,29 @@ bool SessionClosing::Close(host::PrescriptionSession& session) const
     return answer && !printedBySiss;
 }
 
-bool SessionClosing::ReviewRegistrationResults(const host::PrescriptionSession& session) const
+bool SessionClosing::ReviewRegistrationResults(std::vector<SentPrescription>& sent) const
 {
-    const auto sent = SentPrescriptions(session);
     FormRicettaResult window(ToShow(sent));
     m_context.desktop.ShowModal(window);
     if (window.Result() == FormRicettaResult::cancelAll)
     {
+        sent.clear(); // the operator gave the batch up: nothing is written about it, not even a line
         return false;
     }
     const auto store = [&](const SentPrescription& prescription)
     {
         const auto row = FindRow(prescription);
-        return row ? StoreReview(prescription, window.Result(), *row) : noRow;
+        return row ? StoreReview(prescription, window.Result(), *row, m_journal) : noRow;
     };
-    const auto codesOf = [](const SentPrescription& prescription) {
-        return Codes{prescription.record->Key(), prescription.response->GetData(iupPath), ""};
+    const auto tell = [&](SentPrescription& prescription, Reason reason)
+    {
+        if (reason)
+        {
+            m_journal.NotSaved(prescription.record->Key(), {prescription.GivenIup(), ""}, reason);
+            prescription.settled = true;
+        }
     };
-    return StoreEach(sent, store, codesOf, m_context.services);
+    return StoreEach(sent, store, tell);
 }
 
 std::unique_ptr<host::Record> SessionClosing::FindRow(const SentPrescription& prescription) const
@@ -278,19 +274,29 @@ std::unique_ptr<host::Record> SessionClosing::FindRow(const SentPrescription& pr
     return m_objects.CreatePrescriptionData(prescription.kind, m_context.services)->Find(prescription.record->Key());
 }
 
-bool SessionClosing::EndPrescribingPhase(const host::PrescriptionSession& session) const
+std::shared_ptr<ServiceResponse> SessionClosing::SendEndOfPhase(const host::PrescriptionSession& session) const
 {
-    auto sent = SentPrescriptions(session);
-    std::erase_if(sent, [](const SentPrescription& prescription)
-                  { return prescription.record->Get("Annullata").ToBoolean(); });
-
     auto request = m_context.factory.GetRequest(service::rtFineFasePrescrittiva);
     const auto options = session.Options();
     if (request && options)
     {
         WriteDataSetVersion(*options, *request);
     }
-    const auto response = request ? m_context.sender.SendServiceRequest(*request) : nullptr;
+    return request ? m_context.sender.SendServiceRequest(*request) : nullptr;
+}
+
+bool SessionClosing::EndPrescribingPhase(const host::PrescriptionSession& session,
+                                         std::vector<SentPrescription>& sent) const
+{
+    std::vector<Registered> registered;
+    for (auto& prescription : sent)
+    {
+        if (!prescription.record->Get("Annullata").ToBoolean())
+        {
+            registered.push_back({{}, &prescription});
+        }
+    }
+    const auto response = SendEndOfPhase(session);
     if (!response)
     {
         return false;
@@ -301,18 +307,29 @@ bool SessionClosing::EndPrescribingPhase(const host::PrescriptionSession& sessio
     }
 
     const auto results = response->Data.Descendants("risultatoRegistrazione");
-    std::vector<Registered> registered;
-    for (std::size_t pair = 0; pair < std::min(results.size(), sent.size()); ++pair)
+    registered.resize(std::min(results.size(), registered.size()));
+    for (std::size_t pair = 0; pair < registered.size(); ++pair)
     {
-        registered.push_back({results[pair], sent[pair]});
+        registered[pair].result = results[pair];
     }
-    const auto store = [&](const Registered& each)
+    const auto store = [&](const Registered& each) -> Reason
     {
-        RecordOtherCode(each, m_context.services);
-        const auto row = FindRow(each.prescription);
-        return row ? StoreFinalResult(each.result, *row, m_context.desktop) : noRow;
+        if (!each.IsConfirmed())
+        {
+            ShowUnconfirmed(each, m_context.desktop);
+            return nullptr;
+        }
+        const auto row = FindRow(*each.prescription);
+        return row ? StoreFinalResult(each, *row, m_journal) : noRow;
     };
-    return StoreEach(registered, store, CodesOf, m_context.services);
+    const auto tell = [&](const Registered& each, Reason reason)
+    {
+        if (each.IsConfirmed())
+        {
+            TellConfirmed(each, reason, m_journal);
+        }
+    };
+    return StoreEach(registered, store, tell);
 }
 
 } // namespace vellumo::prescription

@@ -1,14 +1,17 @@
 // The host operation ChiudiSessionePrescrizione: shows what SISS refused or flagged, stores the codes that it gave,
 // and ends the prescribing phase, whose answer carries the final result of every prescription.
 //
-// A code that SISS gave and that could not be stored goes to the host's journal of service errors.
+// A code that SISS gave at registration and that the end of the phase did not confirm, and one that could not be
+// stored, goes to the host's journal of service errors.
 #pragma once
 
 #include "host/prescriptions.h"
+#include "prescription/journal.h"
 #include "prescription/sent_response.h"
 #include "service/provider_context.h"
 
 #include <memory>
+#include <vector>
 
 namespace vellumo::prescription
 {
@@ -19,6 +22,7 @@ public:
     SessionClosing(const service::ProviderContext& context, host::PrescriptionObjects& objects)
         : m_context(context)
         , m_objects(objects)
+        , m_journal(context.services)
     {
     }
 
@@ -29,14 +33,19 @@ public:
 private:
     [[nodiscard]] bool Close(host::PrescriptionSession& session) const;
     // The results window and the storing of the codes returned at registration. False: the operator cancelled all,
-    // nothing is written.
-    [[nodiscard]] bool ReviewRegistrationResults(const host::PrescriptionSession& session) const;
-    [[nodiscard]] bool EndPrescribingPhase(const host::PrescriptionSession& session) const;
+    // nothing is written, and `sent` is empty.
+    [[nodiscard]] bool ReviewRegistrationResults(std::vector<SentPrescription>& sent) const;
+    [[nodiscard]] bool EndPrescribingPhase(const host::PrescriptionSession& session,
+                                           std::vector<SentPrescription>& sent) const;
+    // Null when there is no request or no response.
+    [[nodiscard]] std::shared_ptr<service::ServiceResponse>
+    SendEndOfPhase(const host::PrescriptionSession& session) const;
     // Null when the host has no such row.
     [[nodiscard]] std::unique_ptr<host::Record> FindRow(const SentPrescription& prescription) const;
 
     const service::ProviderContext& m_context;
     host::PrescriptionObjects& m_objects;
+    Journal m_journal;
 };
 
 } // namespace vellumo::prescription

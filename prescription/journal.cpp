@@ -1,0 +1,62 @@
+#include "prescription/journal.h"
+
+#include "host/fault.h"
+
+namespace vellumo::prescription
+{
+namespace
+{
+
+std::string_view OrNone(std::string_view code)
+{
+    return code.empty() ? "nessuno" : code;
+}
+
+} // namespace
+
+void Journal::NotSaved(const host::PrescriptionKey& key, const Codes& codes, std::string_view reason) const noexcept
+{
+    if (!codes.iup.empty() || !codes.protocollo.empty())
+    {
+        Write(key, {"codici del SISS non salvati (IUP ", codes.iup, ", protocollo ", codes.protocollo, "). ", reason});
+    }
+}
+
+void Journal::NotConfirmed(const host::PrescriptionKey& key, std::string_view iup) const noexcept
+{
+    Write(key, {"IUP ", iup, " senza conferma alla chiusura. Verificare sul SISS."});
+}
+
+void Journal::OtherCode(const host::PrescriptionKey& key, std::string_view given, std::string_view final) const noexcept
+{
+    Write(key,
+          {"IUP ", OrNone(given), " alla registrazione, IUP ", OrNone(final), " alla chiusura. Verificare sul SISS."});
+}
+
+void Journal::Replaced(const host::PrescriptionKey& key, std::string_view old, std::string_view now) const noexcept
+{
+    Write(key,
+          {"IUP ", old, " sostituito nella tabella RicettaSSN, IUP attuale ", OrNone(now), ". Verificare sul SISS."});
+}
+
+void Journal::WithoutOutcome(const host::PrescriptionKey& key) const noexcept
+{
+    Write(key, {"nessun esito dal SISS alla registrazione. Verificare sul SISS."});
+}
+
+void Journal::Write(const host::PrescriptionKey& key, std::initializer_list<std::string_view> parts) const noexcept
+{
+    host::PassOver(
+        [&]
+        {
+            std::string line =
+                "Ricetta " + std::to_string(key.IDRicetta) + ", numero " + std::to_string(key.NumRicetta) + ": ";
+            for (const auto part : parts)
+            {
+                line += part;
+            }
+            m_services.RequireUtils().RecordServiceError(line);
+        });
+}
+
+} // namespace vellumo::prescription

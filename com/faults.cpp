@@ -4,6 +4,7 @@
 #include "platform/windows/bstr.h"
 
 #include <new>
+#include <string>
 
 namespace vellumo::com
 {
@@ -14,7 +15,7 @@ constexpr std::wstring_view sourceName = L"Vellumo.SISSProvider";
 
 } // namespace
 
-HRESULT Fail(HRESULT result, const IID& source, const std::string& description) noexcept
+HRESULT Fail(HRESULT result, const IID& source, std::string_view description) noexcept
 {
     // Without memory for the description the number alone has to do.
     host::PassOver(
@@ -40,7 +41,7 @@ HRESULT FailWithCurrentException(const IID& source) noexcept
     }
     catch (const host::Fault& fault)
     {
-        return Fail(FAILED(fault.Number()) ? fault.Number() : faultOfTheLibrary, source, fault.Description());
+        return Fail(FAILED(fault.Number()) ? fault.Number() : faultOfTheLibrary, source, fault.what());
     }
     catch (const std::bad_alloc&)
     {
@@ -48,7 +49,9 @@ HRESULT FailWithCurrentException(const IID& source) noexcept
     }
     catch (const std::exception& failure)
     {
-        return Fail(E_UNEXPECTED, source, std::string("Errore imprevisto in Vellumo: ") + failure.what());
+        std::string description; // stays empty when there is no memory for it
+        host::PassOver([&] { description = std::string("Errore imprevisto in Vellumo: ") + failure.what(); });
+        return Fail(E_UNEXPECTED, source, description);
     }
     catch (...)
     {

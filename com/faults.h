@@ -5,13 +5,13 @@
 
 #include <oaidl.h>
 
-#include <string>
+#include <string_view>
 
 namespace vellumo::com
 {
 
-// Sets the thread's error information and answers `result`.
-HRESULT Fail(HRESULT result, const IID& source, const std::string& description) noexcept;
+// Sets the thread's error information, as far as there is memory for it, and answers `result`.
+HRESULT Fail(HRESULT result, const IID& source, std::string_view description) noexcept;
 
 // For the exception being handled:
 //   host::Fault      its description; its number when that is a failure code of COM, else `faultOfTheLibrary`

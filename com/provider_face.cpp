@@ -58,6 +58,15 @@ HRESULT AnswerBool(Face& face, const IID& source, VARIANT_BOOL* result, Body&& b
     return Guard(face, source, [&] { *result = ToVariantBool(body()); });
 }
 
+// An identifier for an operation that keeps its faults to itself. One that cannot be read goes on as a text that is no
+// number: the operation runs into it in its own trap and answers as after any fault.
+host::Value IdentifierIn(const VARIANT& variant)
+{
+    host::Value identifier = "illeggibile";
+    host::PassOver([&] { identifier = windows::ToValue(variant); });
+    return identifier;
+}
+
 // The session that the host passes, for one call. Empty where it passes none.
 class PassedSession
 {
@@ -139,9 +148,8 @@ HRESULT ProviderFace::IdentificaPaziente(VARIANT idPaziente, VARIANT_BOOL* gesti
     VARIANT_BOOL unwanted = VARIANT_FALSE; // a late-bound host may leave the argument out
     gestito = gestito ? gestito : &unwanted;
     bool handled = *gestito != VARIANT_FALSE;
-    const HRESULT status =
-        Guard(*this, IID_ICCEProvider,
-              [&] { *result = m_provider.IdentificaPaziente(windows::ToValue(idPaziente), handled); });
+    const HRESULT status = Guard(*this, IID_ICCEProvider,
+                                 [&] { *result = m_provider.IdentificaPaziente(IdentifierIn(idPaziente), handled); });
     *gestito = ToVariantBool(handled);
     return status;
 }
@@ -169,17 +177,13 @@ HRESULT ProviderFace::VerificaPaziente(VARIANT, VARIANT_BOOL* result)
 
 HRESULT ProviderFace::OnCertificate(VARIANT certificato, VARIANT_BOOL* result, CertificateOperation operation)
 {
-    if (!result)
-    {
-        return E_POINTER;
-    }
-    *result = VARIANT_FALSE;
-    return Guard(*this, IID_ICCEProvider2,
-                 [&]
-                 {
-                     const auto record = windows::RecordIn(certificato);
-                     *result = ToVariantBool((m_provider.*operation)(record.get()));
-                 });
+    return AnswerBool(*this, IID_ICCEProvider2, result,
+                      [&]
+                      {
+                          std::unique_ptr<host::Record> record; // what cannot be looked into is no certificate
+                          host::PassOver([&] { record = windows::RecordIn(certificato); });
+                          return (m_provider.*operation)(record.get());
+                      });
 }
 
 HRESULT ProviderFace::InviaCertificato(VARIANT certificato, VARIANT_BOOL* result)
@@ -194,18 +198,8 @@ HRESULT ProviderFace::AnnullaCertificato(VARIANT certificato, VARIANT_BOOL* resu
 
 HRESULT ProviderFace::InserisciContatto(VARIANT idPaziente, VARIANT_BOOL* result)
 {
-    if (!result)
-    {
-        return E_POINTER;
-    }
-    *result = VARIANT_FALSE;
-    return Guard(*this, IID_ICCEProviderContact,
-                 [&]
-                 {
-                     host::Value id; // what cannot be read is nobody's identifier
-                     host::PassOver([&] { id = windows::ToValue(idPaziente); });
-                     *result = ToVariantBool(m_provider.InserisciContatto(id));
-                 });
+    return AnswerBool(*this, IID_ICCEProviderContact, result,
+                      [&] { return m_provider.InserisciContatto(IdentifierIn(idPaziente)); });
 }
 
 HRESULT ProviderFace::Sincronizza(VARIANT_BOOL* result)
@@ -313,8 +307,7 @@ HRESULT ProviderFace::AnnullaPrescrizione(VARIANT idRicetta, VARIANT numRicetta,
 {
     return AnswerBool(
         *this, IID_ICCEProvider, result,
-        [&]
-        { return m_provider.AnnullaPrescrizione(windows::ToValue(idRicetta), windows::ToValue(numRicetta), tipo); });
+        [&] { return m_provider.AnnullaPrescrizione(IdentifierIn(idRicetta), IdentifierIn(numRicetta), tipo); });
 }
 
 HRESULT ProviderFace::VerificaPrescrizioneSingola(VARIANT idRicetta, VARIANT numRicetta, LONG tipo,

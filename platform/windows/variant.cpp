@@ -4,6 +4,8 @@
 #include "platform/windows/bstr.h"
 #include "platform/windows/host_fault.h"
 
+#include <array>
+#include <charconv>
 #include <limits>
 #include <type_traits>
 #include <variant>
@@ -66,6 +68,16 @@ Value FromUnsigned(std::uint64_t number)
         return static_cast<double>(number);
     }
     return FromWhole(static_cast<std::int64_t>(number));
+}
+
+// The number that the host wrote: 1.2 as a Single is 1.2000000476837158 when its bits are widened.
+double FromSingle(float number)
+{
+    std::array<char, 32> text{};
+    const auto end = std::to_chars(text.begin(), text.end(), number).ptr;
+    double real = number;
+    std::from_chars(text.begin(), end, real);
+    return real;
 }
 
 Value FromCurrency(std::int64_t tenThousandths)
@@ -149,7 +161,7 @@ Value FromPlain(const VARIANT& plain)
     case VT_UI8:
         return FromUnsigned(V_UI8(&plain));
     case VT_R4:
-        return static_cast<double>(V_R4(&plain));
+        return FromSingle(V_R4(&plain));
     case VT_R8:
         return V_R8(&plain);
     case VT_CY:

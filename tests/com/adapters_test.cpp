@@ -108,7 +108,7 @@ TEST_CASE("every type that a host passes becomes the same value")
     CHECK(Read(VT_I8, [](VARIANT& v) { V_I8(&v) = 12; }) == Value(12));
     CHECK(Read(VT_UI8, [](VARIANT& v) { V_UI8(&v) = std::numeric_limits<std::uint64_t>::max(); }) ==
           Value(18446744073709551615.0));
-    CHECK(Read(VT_R4, [](VARIANT& v) { V_R4(&v) = 0.5F; }) == Value(0.5));
+    CHECK(Read(VT_R4, [](VARIANT& v) { V_R4(&v) = 1.2F; }) == Value(1.2));
     CHECK(Read(VT_BOOL, [](VARIANT& v) { V_BOOL(&v) = VARIANT_TRUE; }) == Value(true));
     CHECK(Read(VT_CY, [](VARIANT& v) { V_CY(&v).int64 = 125000; }) == Value(12.5));
     CHECK(Read(VT_CY, [](VARIANT& v) { V_CY(&v).int64 = -120000; }) == Value(-12));

@@ -182,6 +182,14 @@ TEST_CASE("a missing place for the answer is refused before anything happens")
     CHECK(provider->VerificaPaziente(none, nullptr) == E_POINTER);
     CHECK(provider->Sincronizza(nullptr) == E_POINTER);
     CHECK(provider->ApriSessionePrescrizione(nullptr) == E_POINTER);
+    CHECK(provider->RegistraPrescrizione(nullptr, none, 1, nullptr) == E_POINTER);
+    CHECK(provider->RegistraPrescrizioneSingola(nullptr, none, none, 1, nullptr) == E_POINTER);
+    CHECK(provider->VerificaPrescrizione(none, 1, nullptr) == E_POINTER);
+    CHECK(provider->ChiudiSessionePrescrizione(nullptr, nullptr) == E_POINTER);
+    CHECK(provider->AnnullaPrescrizione(none, none, 1, nullptr) == E_POINTER);
+    const auto second = provider.As<ICCEProvider2>(IID_ICCEProvider2);
+    CHECK(second->VerificaPrescrizioneSingola(none, none, 1, nullptr) == E_POINTER);
+    CHECK(second->SincronizzaPazienti(nullptr) == E_POINTER);
     CHECK(provider.As<_SISSProvider>(IID__SISSProvider)->IsPersonaleStudio(nullptr) == E_POINTER);
     CHECK(outside.bridge.requests.empty());
 }
@@ -217,14 +225,42 @@ TEST_CASE("practice staff keeps its patient, however the identifier is passed")
         CHECK(identifier == expected);
         CHECK(handled == VARIANT_FALSE);
     }
+}
 
-    // A value that is no identifier reaches the host as an error; the answer has been set all the same.
+TEST_CASE("what is no identifier reaches the host as an error only where it may")
+{
+    FakeOutside outside;
+    const Library library;
+    const auto provider = library.CreateProvider();
+    HandOver(*provider, std::make_shared<FixedLockSrv>());
+    const auto doctor = StaffConnection();
+    doctor->rowsOf = [](const std::string&) { return std::vector<Columns>{{{"IDSpecialista", 1}}}; };
+    const auto database = provider.As<ICCEDatabaseProvider>(IID_ICCEDatabaseProvider);
+    REQUIRE(database->putref_Connection(norda::MakeConnectionFace(doctor).Get()) == S_OK);
+
+    const Variant one{host::Value(1)};
     const Variant values(std::vector<host::Value>{1, 2});
-    LONG identifier = -1;
-    VARIANT_BOOL handled = VARIANT_TRUE;
-    CHECK(provider->IdentificaPaziente(values.Get(), &handled, &identifier) == DISP_E_TYPEMISMATCH);
-    CHECK(identifier == 0);
-    CHECK(TakeErrorInfo().interfaceId == IID_ICCEProvider);
+    const auto lockSrv = norda::MakeLockSrvFace(std::make_shared<FixedLockSrv>());
+    const Variant object(lockSrv.Get()); // without a default property
+    for (const Variant* argument : {&values, &object})
+    {
+        LONG identifier = -1;
+        VARIANT_BOOL handled = VARIANT_FALSE;
+        CHECK(provider->IdentificaPaziente(argument->Get(), &handled, &identifier) == S_OK);
+        CHECK(identifier == 0);
+        CHECK(handled == VARIANT_TRUE);
+        VARIANT_BOOL answer = VARIANT_TRUE;
+        CHECK(provider->AnnullaPrescrizione(argument->Get(), one.Get(), 1, &answer) == S_OK);
+        CHECK(answer == VARIANT_FALSE);
+        answer = VARIANT_TRUE;
+        CHECK(provider->AnnullaPrescrizione(one.Get(), argument->Get(), 1, &answer) == S_OK);
+        CHECK(answer == VARIANT_FALSE);
+        answer = VARIANT_TRUE;
+        CHECK(FAILED(provider->VerificaPrescrizione(argument->Get(), 1, &answer)));
+        CHECK(answer == VARIANT_FALSE);
+        CHECK(TakeErrorInfo().interfaceId == IID_ICCEProvider);
+    }
+    CHECK(outside.bridge.requests.empty());
 }
 
 TEST_CASE("only an object with a record's members is a certificate, and no fault of one reaches the host")
@@ -271,6 +307,8 @@ TEST_CASE("only an object with a record's members is a certificate, and no fault
         V_VARIANTREF(&outer) = const_cast<VARIANT*>(&byValue.Get());
         VARIANT null{};
         V_VT(&null) = VT_NULL;
+        VARIANT broken{};
+        V_VT(&broken) = 77; // no type at all
         const VARIANT empty{};
         const Variant noObject(static_cast<IDispatch*>(nullptr));
         const Variant otherObject(other.Get());
@@ -278,7 +316,8 @@ TEST_CASE("only an object with a record's members is a certificate, and no fault
         const Variant values(std::vector<host::Value>{1});
         const std::pair<const VARIANT*, int> cases[] = {
             {&byValue.Get(), 1}, {&unknown, 1},        {&reference, 0},    {&outer, 0},        {&null, 0},
-            {&empty, 0},         {&noObject.Get(), 0}, {&number.Get(), 0}, {&values.Get(), 0}, {&otherObject.Get(), 0}};
+            {&empty, 0},         {&noObject.Get(), 0}, {&number.Get(), 0}, {&values.Get(), 0}, {&otherObject.Get(), 0},
+            {&broken, 0}};
         for (const auto& [argument, expected] : cases)
         {
             CAPTURE(V_VT(argument));

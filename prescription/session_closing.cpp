@@ -100,7 +100,9 @@ Reason Save(host::Record& row)
 Reason SaveWithCode(host::Record& row, const SentPrescription& prescription, const std::string& iup,
                     const Journal& journal)
 {
-    const auto old = row.Get("CodiceIUP").ToText();
+    std::string old; // one that cannot be read must not keep the new one from being stored
+    host::PassOver([&] { old = row.Get("CodiceIUP").ToText(); });
+    old.erase(old.find_last_not_of(' ') + 1); // a column of fixed width pads
     row.Set("CodiceIUP", iup);
     const Reason reason = Save(row);
     if (!reason && !old.empty() && old != iup && old != prescription.GivenIup())

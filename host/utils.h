@@ -7,7 +7,6 @@
 #include "host/value.h"
 
 #include <cstdint>
-#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -28,15 +27,16 @@ class Utils
 public:
     virtual ~Utils() = default;
 
-    // First column of the first row; null when there is no row.
-    [[nodiscard]] virtual Value SingleValue(const std::string& sql, const Parameters& parameters) = 0;
+    // First column of the first row; null when there is no row. Some hosts answer the number 0 then, so 0 is null,
+    // too: no column that the library looks up has a 0 that means anything.
+    [[nodiscard]] Value SingleValue(const std::string& sql, const Parameters& parameters);
 
     [[nodiscard]] virtual std::unique_ptr<Recordset> OpenRecordset(const std::string& sql,
                                                                    const Parameters& parameters) = 0;
 
-    // Value of `keyColumn` in the row of `table` that meets `condition`; null when there is none.
-    [[nodiscard]] virtual Value FindKey(const std::string& table, const std::string& keyColumn,
-                                        const std::string& condition, const Parameters& parameters) = 0;
+    // Value of `keyColumn` in the row of `table` that meets `condition`; null, as above, when there is none.
+    [[nodiscard]] Value FindKey(const std::string& table, const std::string& keyColumn, const std::string& condition,
+                                const Parameters& parameters);
 
     virtual void Execute(const std::string& sql, const Parameters& parameters) = 0;
 
@@ -54,6 +54,11 @@ public:
 
     // The host's reading of a settings value as a Boolean.
     [[nodiscard]] virtual bool ToBoolean(const Value& value) = 0;
+
+    // The host's own answers, which the two above read.
+    [[nodiscard]] virtual Value LookUpValue(const std::string& sql, const Parameters& parameters) = 0;
+    [[nodiscard]] virtual Value LookUpKey(const std::string& table, const std::string& keyColumn,
+                                          const std::string& condition, const Parameters& parameters) = 0;
 };
 
 } // namespace vellumo::host

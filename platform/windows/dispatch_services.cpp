@@ -1,5 +1,6 @@
 #include "platform/windows/dispatch_services.h"
 
+#include "host/fault.h"
 #include "platform/windows/ado.h"
 
 namespace vellumo::windows
@@ -11,7 +12,7 @@ DispatchUtils::DispatchUtils(ComPtr<IDispatch> utils, IDispatch* provider)
 {
 }
 
-host::Value DispatchUtils::SingleValue(const std::string& sql, const host::Parameters& parameters)
+host::Value DispatchUtils::LookUpValue(const std::string& sql, const host::Parameters& parameters)
 {
     return m_utils.Call(m_executeScalar, Provider(), Variant::Text(sql), Variant(parameters)).Value();
 }
@@ -23,8 +24,8 @@ std::unique_ptr<host::Recordset> DispatchUtils::OpenRecordset(const std::string&
         m_utils.Call(m_openRecordset, Provider(), Variant::Text(sql), Variant(parameters)).Object());
 }
 
-host::Value DispatchUtils::FindKey(const std::string& table, const std::string& keyColumn, const std::string& condition,
-                                   const host::Parameters& parameters)
+host::Value DispatchUtils::LookUpKey(const std::string& table, const std::string& keyColumn,
+                                     const std::string& condition, const host::Parameters& parameters)
 {
     return m_utils
         .Call(m_findKey, Provider(), Variant::Text(table), Variant::Text(keyColumn), Variant::Text(condition),
@@ -82,7 +83,13 @@ DispatchLockSrv::DispatchLockSrv(ComPtr<IDispatch> lockSrv)
 
 std::int32_t DispatchLockSrv::UserId()
 {
-    return m_lockSrv.Call(m_userId).Value().ToInteger();
+    const auto user = m_lockSrv.Call(m_userId).Value();
+    if (user.IsNull())
+    {
+        // 0 would be a user without a row among the specialists, and the doctor would count as staff.
+        throw host::Fault("LockSrv non ha indicato l'utente collegato.");
+    }
+    return user.ToInteger();
 }
 
 } // namespace vellumo::windows

@@ -16,11 +16,8 @@ public:
     // counted: the provider owns this adapter, and a counted reference would keep both alive for ever.
     DispatchUtils(ComPtr<IDispatch> utils, IDispatch* provider);
 
-    [[nodiscard]] host::Value SingleValue(const std::string& sql, const host::Parameters& parameters) override;
     [[nodiscard]] std::unique_ptr<host::Recordset> OpenRecordset(const std::string& sql,
                                                                  const host::Parameters& parameters) override;
-    [[nodiscard]] host::Value FindKey(const std::string& table, const std::string& keyColumn,
-                                      const std::string& condition, const host::Parameters& parameters) override;
     void Execute(const std::string& sql, const host::Parameters& parameters) override;
     host::Value WriteRow(const std::string& table, const std::string& keyColumn, const host::Value& key,
                          const std::vector<host::ColumnValue>& columns) override;
@@ -28,6 +25,9 @@ public:
     void StoreTableDate(const std::string& table, host::Date date, std::int32_t user) override;
     void RecordServiceError(const std::string& line) override;
     [[nodiscard]] bool ToBoolean(const host::Value& value) override;
+    [[nodiscard]] host::Value LookUpValue(const std::string& sql, const host::Parameters& parameters) override;
+    [[nodiscard]] host::Value LookUpKey(const std::string& table, const std::string& keyColumn,
+                                        const std::string& condition, const host::Parameters& parameters) override;
 
 private:
     [[nodiscard]] Variant Provider() const { return Variant(m_provider); }

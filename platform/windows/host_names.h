@@ -75,11 +75,11 @@ inline constexpr const wchar_t* userId = L"IDUtente";
 namespace utils
 {
 inline constexpr const wchar_t* self = L"Utils";
-// (provider, SQL text, parameters) -> first column of the first row; Null without a row.
+// (provider, SQL text, parameters) -> first column of the first row; Null or 0 without a row.
 inline constexpr const wchar_t* executeScalar = L"ExecuteScalar";
 // (provider, SQL text, parameters) -> Recordset.
 inline constexpr const wchar_t* openRecordset = L"OpenRecordset";
-// (provider, table, key column, condition, parameters) -> value of the key column; Null without a row.
+// (provider, table, key column, condition, parameters) -> value of the key column; Null or 0 without a row.
 inline constexpr const wchar_t* findKey = L"FindKey";
 // (provider, SQL text, parameters)
 inline constexpr const wchar_t* execute = L"Execute";
@@ -167,10 +167,12 @@ inline constexpr const wchar_t* responseCount = L"ResponseCount";
 inline constexpr const wchar_t* response = L"Response";
 } // namespace session
 
-// The practice's settings: `Connection` and `LockSrv` as above, then:
+// The practice's settings: `Connection` and `LockSrv` as above, `Utils` if the class has it, then:
 namespace settings
 {
 inline constexpr const wchar_t* self = L"Impostazioni";
+// Property, the host's query helpers.
+inline constexpr const wchar_t* utils = L"Utils";
 // (practice [I4]) -> False when it has no settings [BOOL].
 inline constexpr const wchar_t* load = L"Load";
 // Property (name [BSTR]) -> value.

@@ -34,9 +34,10 @@ host::Value StoreRow(Database& database, const std::string& table, const std::st
     return key;
 }
 
-host::Value HostUtils::SingleValue(const std::string& sql, const host::Parameters& parameters)
+host::Value HostUtils::LookUpValue(const std::string& sql, const host::Parameters& parameters)
 {
-    return m_database->Single(PutIn(m_database->GetDialect(), sql, parameters));
+    const auto rows = OpenRecordset(sql, parameters);
+    return rows->IsAtEnd() ? m_withoutRow : rows->Field(0);
 }
 
 std::unique_ptr<host::Recordset> HostUtils::OpenRecordset(const std::string& sql, const host::Parameters& parameters)
@@ -44,10 +45,10 @@ std::unique_ptr<host::Recordset> HostUtils::OpenRecordset(const std::string& sql
     return m_database->Open(PutIn(m_database->GetDialect(), sql, parameters));
 }
 
-host::Value HostUtils::FindKey(const std::string& table, const std::string& keyColumn, const std::string& condition,
-                               const host::Parameters& parameters)
+host::Value HostUtils::LookUpKey(const std::string& table, const std::string& keyColumn, const std::string& condition,
+                                 const host::Parameters& parameters)
 {
-    return SingleValue("SELECT " + keyColumn + " FROM " + table + " WHERE " + condition, parameters);
+    return LookUpValue("SELECT " + keyColumn + " FROM " + table + " WHERE " + condition, parameters);
 }
 
 void HostUtils::Execute(const std::string& sql, const host::Parameters& parameters)

@@ -22,11 +22,14 @@ public:
     {
     }
 
-    [[nodiscard]] host::Value SingleValue(const std::string& sql, const host::Parameters& parameters) override;
+    // From now on a look-up without a row answers 0 instead of null: there are hosts of either kind.
+    void AnswerZeroWithoutRow() noexcept { m_withoutRow = 0; }
+
     [[nodiscard]] std::unique_ptr<host::Recordset> OpenRecordset(const std::string& sql,
                                                                  const host::Parameters& parameters) override;
-    [[nodiscard]] host::Value FindKey(const std::string& table, const std::string& keyColumn,
-                                      const std::string& condition, const host::Parameters& parameters) override;
+    [[nodiscard]] host::Value LookUpValue(const std::string& sql, const host::Parameters& parameters) override;
+    [[nodiscard]] host::Value LookUpKey(const std::string& table, const std::string& keyColumn,
+                                        const std::string& condition, const host::Parameters& parameters) override;
     void Execute(const std::string& sql, const host::Parameters& parameters) override;
     host::Value WriteRow(const std::string& table, const std::string& keyColumn, const host::Value& key,
                          const std::vector<host::ColumnValue>& columns) override;
@@ -39,6 +42,7 @@ public:
 
 private:
     std::shared_ptr<Database> m_database;
+    host::Value m_withoutRow;
 };
 
 class HostLockSrv final : public host::LockSrv

@@ -59,11 +59,20 @@ void Parser::ReadStudio(Line& line)
     AddStep(line, [studio = line.Number("the practice's number")](Run& run) { run.GetStage().SetStudio(studio); });
 }
 
-void Parser::ReadWithhold(Line& line)
+void Parser::ReadHost(Line& line)
 {
+    if (line.Take("answers"))
+    {
+        if (line.Rest() != "0 without a row")
+        {
+            line.Fail("expected \"host answers 0 without a row\"");
+        }
+        AddStep(line, [](Run& run) { run.GetStage().AnswerZeroWithoutRow(); });
+        return;
+    }
     if (!line.Take("gives") || !line.Take("no"))
     {
-        line.Fail("expected \"host gives no Connection\", LockSrv or Utils");
+        line.Fail("expected \"host gives no Connection\", LockSrv or Utils, or \"host answers 0 without a row\"");
     }
     const auto part = line.Word("Connection, LockSrv or Utils");
     if (part != "Connection" && part != "LockSrv" && part != "Utils")

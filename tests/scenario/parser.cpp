@@ -16,7 +16,7 @@ const std::map<std::string, Parser::Keyword>& Parser::Keywords()
         // the host and its installation
         {"user", {&Parser::ReadUser}},
         {"studio", {&Parser::ReadStudio}},
-        {"host", {&Parser::ReadWithhold}},
+        {"host", {&Parser::ReadHost}},
         {"setting", {&Parser::ReadSetting}},
         {"sql", {&Parser::ReadSql}},
         {"file", {&Parser::ReadFile}},
@@ -167,7 +167,12 @@ void Parser::ReadTargets(Line& line)
     }
     while (!line.AtEnd())
     {
-        m_scenarios.back().targets.push_back(line.Word("a target"));
+        const auto target = line.Word("a target");
+        if (target != "native" && target != "win64" && target != "win32")
+        {
+            line.Fail("unknown target " + target);
+        }
+        m_scenarios.back().targets.push_back(target);
     }
 }
 

@@ -88,7 +88,7 @@ private:
     // parse_setup.cpp: the world before and between the calls
     void ReadUser(Line& line);
     void ReadStudio(Line& line);
-    void ReadWithhold(Line& line);
+    void ReadHost(Line& line);
     void ReadSetting(Line& line);
     void ReadSql(Line& line);
     void ReadFile(Line& line);

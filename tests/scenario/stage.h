@@ -52,6 +52,7 @@ public:
     void SetStudio(std::int32_t studio);
     // "Connection", "LockSrv" or "Utils": the host does not hand it over (any more).
     void Withhold(const std::string& part);
+    void AnswerZeroWithoutRow() { m_utils->AnswerZeroWithoutRow(); }
     void RemoveBridge() noexcept { m_bridgeInstalled = false; }
     void AddFault(StatementFault fault) { m_faults.push_back(std::move(fault)); }
     // As the host would before it hands the certificate over. Faults when there is none.

@@ -71,7 +71,7 @@ public:
 class FakeUtils final : public host::Utils
 {
 public:
-    host::Value SingleValue(const std::string& sql, const host::Parameters& parameters) override
+    host::Value LookUpValue(const std::string& sql, const host::Parameters& parameters) override
     {
         return valueOf ? valueOf(sql, parameters) : host::Value();
     }
@@ -79,7 +79,7 @@ public:
     {
         return std::make_unique<MemoryRecordset>(rowsOf ? rowsOf(sql) : std::vector<Columns>());
     }
-    host::Value FindKey(const std::string&, const std::string&, const std::string&, const host::Parameters&) override
+    host::Value LookUpKey(const std::string&, const std::string&, const std::string&, const host::Parameters&) override
     {
         return {};
     }

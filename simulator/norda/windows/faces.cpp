@@ -130,7 +130,7 @@ private:
     void AddQueries()
     {
         AddWithProvider(names::utils::executeScalar, [this](const Arguments& arguments)
-                        { return Variant(m_utils->SingleValue(arguments.Text(1), arguments.Values(2))); });
+                        { return Variant(m_utils->LookUpValue(arguments.Text(1), arguments.Values(2))); });
         AddWithProvider(
             names::utils::openRecordset,
             [this](const Arguments& arguments) {
@@ -138,8 +138,8 @@ private:
             });
         AddWithProvider(names::utils::findKey,
                         [this](const Arguments& arguments) {
-                            return Variant(m_utils->FindKey(arguments.Text(1), arguments.Text(2), arguments.Text(3),
-                                                            arguments.Values(4)));
+                            return Variant(m_utils->LookUpKey(arguments.Text(1), arguments.Text(2), arguments.Text(3),
+                                                              arguments.Values(4)));
                         });
         AddWithProvider(names::utils::tableDate,
                         [this](const Arguments& arguments) { return Variant(m_utils->TableDate(arguments.Text(1))); });
@@ -453,6 +453,12 @@ public:
         : ServicedFace(names::settings::self)
         , m_objects(objects)
     {
+        AddMember(names::settings::utils, {},
+                  [this](const Arguments&)
+                  {
+                      m_handedUtils = true;
+                      return Variant();
+                  });
         AddMember(names::settings::load, [this](const Arguments& arguments)
                   { return Variant(host::Value(Settings().Load(arguments.Integer(0)))); });
         AddMember(names::settings::field,
@@ -462,6 +468,10 @@ public:
 private:
     host::PracticeSettings& Settings()
     {
+        if (!m_handedUtils)
+        {
+            throw host::Fault("Le impostazioni si leggono attraverso Utils, che manca.");
+        }
         if (!m_settings)
         {
             m_settings = m_objects.CreateSettings(Services());
@@ -471,6 +481,7 @@ private:
 
     host::HostObjects& m_objects;
     std::unique_ptr<host::PracticeSettings> m_settings;
+    bool m_handedUtils = false;
 };
 
 } // namespace

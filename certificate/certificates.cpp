@@ -58,13 +58,13 @@ constexpr std::array<ResidenceMapping, 2> residences = {{
 
 struct CodeMapping
 {
-    std::int32_t id;
+    std::string_view id;
     const char* code;
 };
 
-constexpr std::array<CodeMapping, 3> certificateTypes = {{{1, "I"}, {2, "C"}, {3, "R"}}};
+constexpr std::array<CodeMapping, 3> certificateTypes = {{{"1", "I"}, {"2", "C"}, {"3", "R"}}};
 // SISS takes home and surgery visits only.
-constexpr std::array<CodeMapping, 2> visitCategories = {{{1, "A"}, {6, "D"}}};
+constexpr std::array<CodeMapping, 2> visitCategories = {{{"1", "A"}, {"6", "D"}}};
 
 template <std::size_t count>
 void Fill(const std::array<FieldMapping, count>& fields, const Record& record, ServiceRequest& request)
@@ -75,12 +75,12 @@ void Fill(const std::array<FieldMapping, count>& fields, const Record& record, S
     }
 }
 
-// An identifier without a code leaves the template's content.
+// An identifier without a code, or one that is no number, leaves the template's content.
 template <std::size_t count>
 void FillCode(const std::array<CodeMapping, count>& codes, const host::Value& id, const char* path,
               ServiceRequest& request)
 {
-    const auto* row = std::ranges::find(codes, id.ToInteger(), &CodeMapping::id);
+    const auto* row = std::ranges::find(codes, id.ToText(), &CodeMapping::id);
     if (row != codes.end())
     {
         request.SetData(path, row->code);
@@ -159,9 +159,9 @@ void Certificates::SendNew(const Subject& subject) const
     auto request = MakeRequest(service::rtInviaCertificato, subject);
     WriteWorker(*subject.patient, request);
     WriteResidences(certificate, request);
-    request.SetData("certificato/dataRilascio", service::StoredDate(certificate.Get("DataCertificato")));
-    request.SetData("certificato/dataInizio", service::StoredDate(certificate.Get("DataInizio")));
-    request.SetData("certificato/dataFine", service::StoredDate(certificate.Get("DataScadenza")));
+    request.SetData("certificato/dataRilascio", service::ReadableDate(certificate.Get("DataCertificato")));
+    request.SetData("certificato/dataInizio", service::ReadableDate(certificate.Get("DataInizio")));
+    request.SetData("certificato/dataFine", service::ReadableDate(certificate.Get("DataScadenza")));
     request.SetData("certificato/codiceDiagnosi", certificate.Get("CodicePatologia"));
     request.SetData("certificato/noteDiagnosi", certificate.Get("Annotazioni"));
     FillCode(certificateTypes, certificate.Get("IDTipoCertificato"), "certificato/tipoCertificato", request);
@@ -169,16 +169,15 @@ void Certificates::SendNew(const Subject& subject) const
 
     if (const auto reception = Exchange(request, sendFailed))
     {
-        certificate.Set("NumeroProtocollo", reception->protocol);
-        certificate.Set("DataRicezione", reception->date);
-        SaveAndTell(certificate, "Certificato inviato con successo.");
+        Store(certificate, *reception, {{"NumeroProtocollo", reception->protocol}});
+        Tell("Certificato inviato con successo.");
     }
 }
 
 void Certificates::WriteWorker(const Record& patient, ServiceRequest& request) const
 {
     Fill(workerFields, patient, request);
-    request.SetData("lavoratore/dataNascita", service::StoredDate(patient.Get("DataNascita")));
+    request.SetData("lavoratore/dataNascita", service::ReadableDate(patient.Get("DataNascita")));
     const host::Value town = patient.Get("IDComuneNascita");
     request.SetData("lavoratore/idComuneNascita", IstatCodeOf(m_context.services, town));
     request.SetData("lavoratore/comuneNascita", NameOf(m_context.services, town));
@@ -211,15 +210,15 @@ void Certificates::Rectify(const Subject& subject) const
     Record& certificate = subject.certificate;
     auto request = MakeRequest(service::rtRettificaCertificato, subject);
     request.SetData("lavoratore/codiceFiscale", subject.patient->Get("CodiceFiscale"));
-    request.SetData("certificato/dataFine", service::StoredDate(certificate.Get("DataScadenza")));
+    request.SetData("certificato/dataFine", service::ReadableDate(certificate.Get("DataScadenza")));
     request.SetData("certificato/protocolloDaRettificare", certificate.Get("NumeroProtocollo"));
 
     if (const auto reception = Exchange(request, sendFailed))
     {
-        certificate.Set("NumeroProtocolloOrigine", certificate.Get("NumeroProtocollo"));
-        certificate.Set("NumeroProtocollo", reception->protocol);
-        certificate.Set("DataRicezione", reception->date);
-        SaveAndTell(certificate, "Certificato rettificato con successo.");
+        Store(certificate, *reception,
+              {{"NumeroProtocolloOrigine", certificate.Get("NumeroProtocollo")},
+               {"NumeroProtocollo", reception->protocol}});
+        Tell("Certificato rettificato con successo.");
     }
 }
 
@@ -232,9 +231,8 @@ void Certificates::CancelSent(const Subject& subject) const
 
     if (const auto reception = Exchange(request, cancelFailed))
     {
-        certificate.Set("NumeroProtocolloAnnullamento", reception->protocol);
-        certificate.Set("DataRicezione", reception->date);
-        SaveAndTell(certificate, "Certificato annullato con successo.");
+        Store(certificate, *reception, {{"NumeroProtocolloAnnullamento", reception->protocol}});
+        Tell("Certificato annullato con successo.");
     }
 }
 
@@ -257,13 +255,37 @@ std::optional<Certificates::Reception> Certificates::Exchange(const ServiceReque
     return Reception{protocol, host::Value::DateOrNull(received)};
 }
 
-void Certificates::SaveAndTell(Record& certificate, const char* successText) const
+void Certificates::Store(Record& certificate, const Reception& reception,
+                         const std::vector<host::ColumnValue>& numbers) const
 {
-    if (!certificate.Save())
+    try
     {
-        throw host::Fault("Impossibile salvare il certificato.");
+        for (const auto& [column, number] : numbers)
+        {
+            certificate.Set(column, number);
+        }
+        certificate.Set("DataRicezione", reception.date);
+        if (!certificate.Save())
+        {
+            throw host::Fault("Il programma ha rifiutato il salvataggio.");
+        }
     }
-    m_context.desktop.Show({successText, "Informazione", ui::Icon::Information, ui::Buttons::Ok});
+    catch (const std::exception& fault)
+    {
+        host::PassOver(
+            [&]
+            {
+                m_context.services.RequireUtils().RecordServiceError(
+                    "Certificato del paziente " + certificate.Get("IDPaziente").ToText() + ": protocollo INPS " +
+                    reception.protocol + " non salvato. " + fault.what());
+            });
+        throw;
+    }
+}
+
+void Certificates::Tell(const char* success) const
+{
+    m_context.desktop.Show({success, "Informazione", ui::Icon::Information, ui::Buttons::Ok});
 }
 
 } // namespace vellumo::certificate

@@ -60,7 +60,10 @@ private:
     // Sends the request; empty when there is no protocol number, which the operator has been told then.
     [[nodiscard]] std::optional<Reception> Exchange(const service::ServiceRequest& request,
                                                     const char* failureText) const;
-    void SaveAndTell(host::Record& certificate, const char* successText) const;
+    // INPS has done its work by then: a number that cannot be stored goes to the host's journal of service errors.
+    void Store(host::Record& certificate, const Reception& reception,
+               const std::vector<host::ColumnValue>& numbers) const;
+    void Tell(const char* success) const;
 
     const service::ProviderContext& m_context;
 };

@@ -101,14 +101,14 @@ void Contacts::FillContactPerson(ServiceRequest& request, const host::Record& pa
 {
     request.SetData("contatto/nome", patient.Get("Nome"));
     request.SetData("contatto/cognome", patient.Get("Cognome"));
-    request.SetData("contatto/dataNascita", service::StoredDate(patient.Get("DataNascita")));
+    request.SetData("contatto/dataNascita", service::ReadableDate(patient.Get("DataNascita")));
     request.SetData("contatto/codiceFiscale", patient.Get("CodiceFiscale"));
     request.SetData("contatto/sesso", patient.Get("Sesso"));
     request.SetData("contatto/idLocalitaNascita", IstatCodeOf(m_context.services, patient.Get("IDComuneNascita")));
     request.SetData("contatto/tipoRilevazione", "M");
     if (patient.Get("Deceduto").ToBoolean())
     {
-        request.SetData("contatto/dataDecesso", service::StoredDate(patient.Get("DataRevoca")));
+        request.SetData("contatto/dataDecesso", service::ReadableDate(patient.Get("DataRevoca")));
     }
     FillContactAddress(request, patient, domicile);
     FillContactAddress(request, patient, residence);

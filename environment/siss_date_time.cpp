@@ -1,8 +1,12 @@
 #include "environment/siss_date_time.h"
 
+#include "host/fault.h"
+
 #include <array>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <variant>
 
 namespace vellumo::environment
 {
@@ -176,19 +180,45 @@ std::optional<Date> ReadSeparated(std::string_view text)
     return yearFirst ? Make(first, month, last, time) : Make(last, month, first, time);
 }
 
-} // namespace
-
-Date ConvertSissDateTime(std::string_view text) noexcept
+std::optional<Date> Read(std::string_view text)
 {
     constexpr std::string_view blanks = " \t\r\n";
     const auto first = text.find_first_not_of(blanks);
     if (first == std::string_view::npos)
     {
-        return {};
+        return std::nullopt;
     }
     text = text.substr(first, text.find_last_not_of(blanks) - first + 1);
     const bool onlyDigits = text.find_first_not_of("0123456789") == std::string_view::npos;
-    return (onlyDigits ? ReadRunTogether(text) : ReadSeparated(text)).value_or(Date());
+    return onlyDigits ? ReadRunTogether(text) : ReadSeparated(text);
+}
+
+std::string DayText(const host::Value& value)
+{
+    return std::holds_alternative<std::string>(value.Get()) ? value.ToText() : value.ToDate().ToSissText();
+}
+
+} // namespace
+
+Date ConvertSissDateTime(std::string_view text) noexcept
+{
+    return Read(text).value_or(Date());
+}
+
+Date StoredDate(const host::Value& value)
+{
+    return ConvertSissDateTime(DayText(value));
+}
+
+Date ReadableDate(const host::Value& value)
+{
+    const std::string text = DayText(value);
+    const auto date = Read(text);
+    if (!date && text.find_first_not_of(" \t\r\n0-/.:T") != std::string::npos)
+    {
+        throw host::Fault("La data \"" + text + "\" non si può leggere.");
+    }
+    return date.value_or(Date());
 }
 
 } // namespace vellumo::environment

@@ -15,10 +15,12 @@ namespace vellumo::environment
 // Never faults.
 [[nodiscard]] host::Date ConvertSissDateTime(std::string_view text) noexcept;
 
-// The day in a column of the host, which keeps dates as dates or as text in one of those forms.
-[[nodiscard]] inline host::Date StoredDate(const host::Value& value)
-{
-    return ConvertSissDateTime(value.ToText());
-}
+// The day in a column of the host, which keeps dates as dates, as OLE numbers or as text in one of those forms. What is
+// no date gives the zero date.
+[[nodiscard]] host::Date StoredDate(const host::Value& value);
+
+// The same for a date that goes out: a text that is there and cannot be read faults, since without it the message would
+// say that there is no date. Blanks and zeros are no date.
+[[nodiscard]] host::Date ReadableDate(const host::Value& value);
 
 } // namespace vellumo::environment

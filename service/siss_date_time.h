@@ -7,6 +7,7 @@ namespace vellumo::service
 {
 
 using environment::ConvertSissDateTime;
+using environment::ReadableDate;
 using environment::StoredDate;
 
 } // namespace vellumo::service

@@ -170,7 +170,7 @@ TEST_SUITE("certificate")
         {
             practice.stored.columns.insert_or_assign(town, 0);
         }
-        practice.stored.columns.insert_or_assign("IDTipoCertificato", 4);
+        practice.stored.columns.insert_or_assign("IDTipoCertificato", "x");
         practice.stored.columns.insert_or_assign("IDCategoriaVisita", 2);
         practice.stored.columns.insert_or_assign("DataInizio", host::Value());
         CHECK_FALSE(certificate::Certificates(practice.context).Send(&practice.certificate));
@@ -256,6 +256,24 @@ TEST_SUITE("certificate")
             CHECK(practice.desktop.told == failure.told);
             CHECK(practice.stored.columns == before);
             CHECK(practice.stored.saved == 0);
+        }
+    }
+
+    TEST_CASE("a date that is text and cannot be read does not go out as none")
+    {
+        for (const auto& [date, sent] : {std::pair(host::Value("fine mese"), ""),
+                                         {host::Value("9/3/2024"), ""},
+                                         {host::Value(45360.75), "20240309"},
+                                         {host::Value("2024-03-09"), "20240309"}})
+        {
+            CAPTURE(date.ToText());
+            Practice practice;
+            practice.stored.columns.insert_or_assign("DataScadenza", date);
+            practice.bridge.reply = Receipt("350000007", "");
+            CHECK_FALSE(certificate::Certificates(practice.context).Send(&practice.certificate));
+            REQUIRE(practice.bridge.requests.size() == (*sent == 0 ? 0 : 1));
+            CHECK((*sent == 0 ||
+                   practice.bridge.requests[0].find(std::string("<dataFine>") + sent) != std::string::npos));
         }
     }
 

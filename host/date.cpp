@@ -42,7 +42,10 @@ Date Date::FromOle(double days)
         return {};
     }
     const double whole = std::trunc(days);
-    const auto second = static_cast<std::int32_t>(std::lround(std::fabs(days - whole) * secondsPerDay));
+    // Milliseconds are cut off, as when a date is read from text: databases write the end of a day as 23:59:59.997, and
+    // that is not the next day yet. Rounding to them first undoes what floating point does to whole seconds.
+    const auto millisecond = std::llround(std::fabs(days - whole) * secondsPerDay * 1000);
+    const auto second = static_cast<std::int32_t>(millisecond / 1000);
     return {static_cast<std::int32_t>(whole) + second / secondsPerDay, second % secondsPerDay};
 }
 

@@ -53,6 +53,16 @@ void PatientWriter::Save(host::Record& patient)
     }
 }
 
+std::int32_t PatientWriter::KeyOf(const host::Record& patient)
+{
+    const std::int32_t key = patient.Id();
+    if (key <= 0)
+    {
+        throw host::Fault("Il programma non ha dato un identificativo al paziente.");
+    }
+    return key;
+}
+
 void PatientWriter::WriteAddresses(const xml::Node& citizen, std::int32_t idPaziente) const
 {
     host::Utils& utils = m_context.services.RequireUtils();

@@ -58,12 +58,15 @@ std::int32_t ReferenceData::RegionOf(const std::string& code)
 
 std::int32_t ReferenceData::AslOf(const std::string& sigla, const std::string& description)
 {
-    return Once(m_asls, sigla + '\n' + description,
-                [&]
-                {
-                    const std::int32_t region = RegionOf(RegionCodeOf(sigla));
-                    return region == 0 ? 0 : WriteAsl(AslNumberOf(sigla), region, description);
-                });
+    const auto found = m_asls.find(sigla);
+    if (found != m_asls.end() && found->second.description == description)
+    {
+        return found->second.id;
+    }
+    const std::int32_t region = RegionOf(RegionCodeOf(sigla));
+    const std::int32_t id = region == 0 ? 0 : WriteAsl(AslNumberOf(sigla), region, description);
+    m_asls.insert_or_assign(sigla, Asl{id, description});
+    return id;
 }
 
 std::int32_t ReferenceData::WriteAsl(const std::string& number, std::int32_t region,

@@ -36,7 +36,12 @@ private:
     const service::ProviderContext& m_context;
     std::unordered_map<std::string, std::int32_t> m_towns;
     std::unordered_map<std::string, std::int32_t> m_regions;
-    std::unordered_map<std::string, std::int32_t> m_asls; // by code and description
+    struct Asl
+    {
+        std::int32_t id = 0;
+        std::string description; // as last stored
+    };
+    std::unordered_map<std::string, Asl> m_asls;
 };
 
 // The two parts of the code that SISS gives an ASL: region, then number.

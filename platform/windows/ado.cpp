@@ -81,9 +81,16 @@ std::string AdoRecordset::ColumnName(std::size_t column) const
     return FromWide(ColumnAt(column).name);
 }
 
+// A view of the host may carry bytes, such as the version of a row. They are nothing that goes into a message.
+host::Value AdoRecordset::ValueOf(const LateBound& field) const
+{
+    const Variant value = field.Call(m_value);
+    return (V_VT(&value.Get()) & VT_ARRAY) != 0 ? host::Value() : value.Value();
+}
+
 host::Value AdoRecordset::Field(std::size_t column) const
 {
-    return ColumnAt(column).field.Call(m_value).Value();
+    return ValueOf(ColumnAt(column).field);
 }
 
 host::Value AdoRecordset::Field(std::string_view name) const
@@ -95,7 +102,7 @@ host::Value AdoRecordset::Field(std::string_view name) const
     {
         throw host::Fault("Il recordset non ha la colonna " + std::string(name) + ".");
     }
-    return column->field.Call(m_value).Value();
+    return ValueOf(column->field);
 }
 
 AdoConnection::AdoConnection(ComPtr<IDispatch> connection)

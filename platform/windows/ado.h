@@ -35,6 +35,7 @@ private:
     };
 
     void ReadColumns();
+    [[nodiscard]] host::Value ValueOf(const LateBound& field) const;
     [[nodiscard]] const Column& ColumnAt(std::size_t column) const;
 
     LateBound m_recordset;

@@ -34,6 +34,10 @@ struct SISSProvider::Parts
     {
     }
 
+    // The host may replace or clear what it handed over while an operation calls it. What the operation has in its
+    // hands lives to its end.
+    [[nodiscard]] host::HostServices Keep() const { return services; }
+
     Surroundings surroundings;
     host::HostServices services;
     service::ServiceFactory factory;
@@ -74,6 +78,7 @@ host::HostServices& SISSProvider::Services() noexcept
 std::int32_t SISSProvider::IdentificaPaziente(const host::Value& idPaziente, bool& gestito)
 {
     gestito = true;
+    const auto kept = m_parts->Keep();
     const auto outcome = patient::Identification(m_parts->context).Run(idPaziente);
     if (outcome.WithoutSession)
     {
@@ -85,6 +90,7 @@ std::int32_t SISSProvider::IdentificaPaziente(const host::Value& idPaziente, boo
 
 bool SISSProvider::Sincronizza() noexcept
 {
+    const auto kept = m_parts->Keep();
     return environment::TableSynchronisation(m_parts->services, m_parts->environment, *m_parts->surroundings.settings,
                                              *m_parts->surroundings.desktop)
         .Run();
@@ -92,6 +98,7 @@ bool SISSProvider::Sincronizza() noexcept
 
 bool SISSProvider::SincronizzaPazienti() noexcept
 {
+    const auto kept = m_parts->Keep();
     return patient::PatientListImport(m_parts->context).Run();
 }
 
@@ -107,6 +114,7 @@ bool SISSProvider::VerificaPaziente(const host::Value&) noexcept
 
 std::shared_ptr<host::PrescriptionSession> SISSProvider::ApriSessionePrescrizione()
 {
+    const auto kept = m_parts->Keep();
     return prescription::SessionOpening(m_parts->context, *m_parts->surroundings.prescriptions).Run();
 }
 
@@ -120,17 +128,20 @@ bool SISSProvider::RegistraPrescrizione(host::PrescriptionSession* session, cons
 bool SISSProvider::RegistraPrescrizioneSingola(host::PrescriptionSession* session, const host::Value& idRicetta,
                                                const host::Value& numRicetta, std::int32_t kind)
 {
+    const auto kept = m_parts->Keep();
     return prescription::Registration(m_parts->context, *m_parts->surroundings.prescriptions)
         .Run(Require(session), idRicetta, numRicetta, kind);
 }
 
 bool SISSProvider::ChiudiSessionePrescrizione(host::PrescriptionSession* session)
 {
+    const auto kept = m_parts->Keep();
     return prescription::SessionClosing(m_parts->context, *m_parts->surroundings.prescriptions).Run(Require(session));
 }
 
 bool SISSProvider::VerificaPrescrizione(const host::Value& idRicetta, std::int32_t kind)
 {
+    const auto kept = m_parts->Keep();
     return prescription::PrescriptionCheck(m_parts->context, *m_parts->surroundings.prescriptions)
         .Verify(idRicetta, std::nullopt, kind);
 }
@@ -138,6 +149,7 @@ bool SISSProvider::VerificaPrescrizione(const host::Value& idRicetta, std::int32
 bool SISSProvider::VerificaPrescrizioneSingola(const host::Value& idRicetta, const host::Value& numRicetta,
                                                std::int32_t kind)
 {
+    const auto kept = m_parts->Keep();
     return prescription::PrescriptionCheck(m_parts->context, *m_parts->surroundings.prescriptions)
         .Verify(idRicetta, numRicetta, kind);
 }
@@ -145,27 +157,32 @@ bool SISSProvider::VerificaPrescrizioneSingola(const host::Value& idRicetta, con
 bool SISSProvider::AnnullaPrescrizione(const host::Value& idRicetta, const host::Value& numRicetta,
                                        std::int32_t value) noexcept
 {
+    const auto kept = m_parts->Keep();
     return prescription::PrescriptionCheck(m_parts->context, *m_parts->surroundings.prescriptions)
         .Cancel(idRicetta, numRicetta, value);
 }
 
 bool SISSProvider::InviaCertificato(host::Record* certificato) noexcept
 {
+    const auto kept = m_parts->Keep();
     return certificate::Certificates(m_parts->context).Send(certificato);
 }
 
 bool SISSProvider::AnnullaCertificato(host::Record* certificato) noexcept
 {
+    const auto kept = m_parts->Keep();
     return certificate::Certificates(m_parts->context).Cancel(certificato);
 }
 
 bool SISSProvider::InserisciContatto(const host::Value& idPaziente) noexcept
 {
+    const auto kept = m_parts->Keep();
     return certificate::Contacts(m_parts->context).Insert(idPaziente);
 }
 
 bool SISSProvider::IsPersonaleStudio() noexcept
 {
+    const auto kept = m_parts->Keep();
     return service::IsPersonaleStudio(m_parts->services);
 }
 

@@ -69,7 +69,9 @@ void ExchangeLog::Prepare() noexcept
 
 void ExchangeLog::Write(const ServiceRequest& request, const ServiceResponse* response) noexcept
 {
-    if (m_folder.empty() || !IsEnabled() || !environment::FolderExists(m_folder))
+    bool ready = false;
+    host::PassOver([&] { ready = !m_folder.empty() && IsEnabled() && environment::FolderExists(m_folder); });
+    if (!ready)
     {
         return;
     }

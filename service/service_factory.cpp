@@ -1,9 +1,11 @@
 #include "service/service_factory.h"
 
+#include "environment/declared_encoding.h"
 #include "environment/files.h"
 #include "environment/siss_configuration.h"
 
 #include <array>
+#include <optional>
 
 namespace vellumo::service
 {
@@ -36,6 +38,14 @@ constexpr std::array<RequestRow, 12> requests = {{
      "param/invioCertificato"},
 }};
 
+// As a program loads a file: its own declaration says which encoding it has.
+std::optional<xml::Document> ReadDocument(const std::string& path)
+{
+    const auto bytes = environment::ReadFile(path);
+    const auto text = bytes ? environment::DecodeXml(*bytes) : std::nullopt;
+    return text ? xml::Document::FromText(*text) : std::nullopt;
+}
+
 constexpr std::string_view bodyPath = "/SOAP-ENV:Envelope/SOAP-ENV:Body/";
 
 } // namespace
@@ -64,9 +74,7 @@ std::optional<ServiceRequest> ServiceFactory::GetRequest(RequestTypes requestTyp
         return std::nullopt;
     }
     const std::string header = std::string(bodyPath) + row.operation;
-    const std::string text = environment::ReadFile(path).value_or(std::string());
-    return ServiceRequest(row.name, header + "/" + row.data, header,
-                          xml::Document::FromText(text).value_or(xml::Document()));
+    return ServiceRequest(row.name, header + "/" + row.data, header, ReadDocument(path).value_or(xml::Document()));
 }
 
 std::shared_ptr<ServiceResponse> ServiceFactory::GetTestResponse(RequestTypes requestType) const
@@ -75,8 +83,7 @@ std::shared_ptr<ServiceResponse> ServiceFactory::GetTestResponse(RequestTypes re
     {
         return nullptr;
     }
-    const auto text = environment::ReadFile(PathOf("Tests", "identificaCittadino.test"));
-    const auto document = xml::Document::FromText(text.value_or(std::string()));
+    const auto document = ReadDocument(PathOf("Tests", "identificaCittadino.test"));
     return document ? GetResponse(document->Xml()) : nullptr;
 }
 

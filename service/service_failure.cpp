@@ -1,5 +1,6 @@
 #include "service/service_failure.h"
 
+#include "environment/ansi_text.h"
 #include "host/fault.h"
 
 #include <string>
@@ -8,6 +9,14 @@ namespace vellumo::service
 {
 namespace
 {
+
+// What is no XML is told as it came, and that may be megabytes; the code behind the message must still be seen.
+std::string Told(const std::string& message)
+{
+    constexpr std::size_t most = 1200; // characters
+    const auto beginning = environment::FirstCharacters(message, most);
+    return beginning.size() < message.size() ? beginning + "…" : message;
+}
 
 std::string Describe(const ServiceException& detail)
 {
@@ -22,7 +31,8 @@ void ReportServiceFailure(const ServiceResponse& response, const host::HostServi
     const ServiceException* main = response.FailedResult.get();
     if (main != nullptr)
     {
-        host::PassOver([&] { services.RequireUtils().RecordServiceError("(" + main->Code + ") " + main->Message); });
+        host::PassOver([&]
+                       { services.RequireUtils().RecordServiceError("(" + main->Code + ") " + Told(main->Message)); });
     }
     ShowServiceError(main, response.Exceptions, desktop);
 }
@@ -33,7 +43,7 @@ void ShowServiceError(const ServiceException* main, const ServiceExceptions& det
     {
         return;
     }
-    std::string text = main->Message + "\r\nIl codice di errore restituito è " + main->Code;
+    std::string text = Told(main->Message) + "\r\nIl codice di errore restituito è " + main->Code;
     if (details.Count() > 0)
     {
         text += "\r\n\r\nDETTAGLI\r\n" + Describe(*details.Item(details.Count()));

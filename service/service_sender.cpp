@@ -24,7 +24,8 @@ std::shared_ptr<ServiceResponse> ServiceSender::SendServiceRequest(const Service
             window.Parameters() = request;
             window.OnActivate = [this](ui::FormWait& sender, const std::any& parameters, std::any& result)
             { OnWaitActivate(sender, parameters, result); };
-            m_desktop.ShowModal(window);
+            // A window that fails when the bridge has answered must not take the answer with it.
+            host::PassOver([&] { m_desktop.ShowModal(window); });
             if (const auto* result = std::any_cast<std::shared_ptr<ServiceResponse>>(&window.Result()))
             {
                 response = *result;

@@ -78,8 +78,8 @@ bool Identification::Attempt(const host::Value& idPaziente, IdentificationOutcom
     outcome = {};
     if (service::IsPersonaleStudio(m_context.services))
     {
-        outcome.Gestito = false;
         outcome.IDPaziente = idPaziente.ToInteger();
+        outcome.Gestito = false;
         return false;
     }
     const auto request = BuildRequest(idPaziente);
@@ -96,8 +96,8 @@ bool Identification::Attempt(const host::Value& idPaziente, IdentificationOutcom
     if (response->Data.Text().empty())
     {
         m_context.desktop.Show({"Non è stata trovata nessuna corrispondenza.", attention, ui::Icon::Exclamation});
-        outcome.Gestito = false;
         outcome.IDPaziente = idPaziente.ToInteger();
+        outcome.Gestito = false;
         return false;
     }
     outcome.IDPaziente = PatientUpdate(m_context).UpdatePatientFromCitizen(*response, true, true);

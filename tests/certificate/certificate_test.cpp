@@ -26,10 +26,18 @@ public:
         told += prompt.title + ": " + prompt.text + '\n';
         return ui::Answer::Ok;
     }
-    void ShowModal(ui::Form& form) override { form.Activated(); }
+    void ShowModal(ui::Form& form) override
+    {
+        form.Activated();
+        if (failsAfterwards)
+        {
+            throw host::Fault("La finestra non si chiude.");
+        }
+    }
     std::optional<std::string> AskFile(const std::string&, const std::string&) override { return std::nullopt; }
 
     std::string told;
+    bool failsAfterwards = false;
 };
 
 class TwoRecords final : public host::HostObjects
@@ -177,6 +185,16 @@ TEST_SUITE("certificate")
         REQUIRE(practice.bridge.requests.size() == 2);
         CHECK(practice.bridge.requests[0] == Golden("certificate", "certificato"));
         CHECK(practice.bridge.requests[1] == Golden("certificate", "certificato-senza-residenze"));
+    }
+
+    TEST_CASE("a window that fails when INPS has answered does not take the number with it")
+    {
+        Practice practice;
+        practice.desktop.failsAfterwards = true;
+        practice.bridge.reply = Receipt("350000007", "20240305103000");
+        CHECK_FALSE(certificate::Certificates(practice.context).Send(&practice.certificate));
+        CHECK(practice.stored.columns.at("NumeroProtocollo") == host::Value("350000007"));
+        CHECK(practice.stored.saved == 1);
     }
 
     TEST_CASE("a rectification carries the last day and the number on, again and again")

@@ -212,6 +212,12 @@ TEST_SUITE("service")
         REQUIRE(desktop.prompts.size() == 2);
         CHECK(desktop.prompts[1].text == "Dati errati\r\nIl codice di errore restituito è E9\r\n\r\nDETTAGLI\r\n"
                                          "secondo ( err : C2 )\r\nCampo cap : non valido ( err : F2 )");
+
+        // A page of a broken proxy, say: the code behind it is still seen.
+        response.FailedResult->Message.assign(5'000'000, 'x');
+        ReportServiceFailure(response, services, desktop);
+        CHECK(desktop.prompts.at(2).text.size() < 2000);
+        CHECK(desktop.prompts.at(2).text.find("…\r\nIl codice di errore restituito è E9") != std::string::npos);
     }
 
     TEST_CASE("dates as SISS services send them")

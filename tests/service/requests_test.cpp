@@ -160,6 +160,10 @@ TEST_SUITE("service")
         request->SetData("x", "y");
         CHECK_FALSE(request->Data());
         CHECK(request->ToString() == "");
+        // A template may say which encoding it has.
+        installation.Write("host\\SISS\\Templates\\identificaCittadinoGUI.template",
+                           "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><a>modalit\xE0</a>");
+        CHECK(factory.GetRequest(rtIdentificaCittadinoGUI)->ToString().find("modalità") != std::string::npos);
         installation.settings.values.clear();
         CHECK_FALSE(factory.GetRequest(rtIdentificaCittadinoGUI));
     }

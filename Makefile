@@ -5,10 +5,11 @@
 #   make norda         the simulated host, for a person at the console
 #   make test          lint, native tests with sanitizers, then the tests of the x64 DLL under Wine
 #   make test-win32    the tests of the x86 DLL under Wine
+#   make dll           the DLLs for 64-bit and 32-bit hosts
 #   make bench         how the long jobs compare with bare programs doing the same work
 #   make clean         removes what was built
 
-.PHONY: run run-native norda test test-win32 bench clean
+.PHONY: run run-native norda test test-win32 dll bench clean
 .DEFAULT_GOAL := run
 MAKEFLAGS += --no-print-directory
 
@@ -34,6 +35,12 @@ test:
 test-win32:
 	@tools/setup win32
 	@tools/test win32
+
+dll:
+	@tools/setup
+	@tools/build win64 vellumo_dll
+	@tools/build win32 vellumo_dll
+	@echo "build/win64/Vellumo.dll, build/win32/Vellumo.dll; the request templates are in templates/"
 
 bench:
 	@tools/setup

@@ -13,6 +13,7 @@ namespace
 {
 
 std::atomic<long> locks = 0;
+std::atomic<long> serverLocks = 0;
 
 } // namespace
 
@@ -28,12 +29,16 @@ ModuleLock::~ModuleLock()
 
 void LockModule(bool lock) noexcept
 {
-    locks += lock ? 1 : -1;
+    // Letting go more often than holding must not unload the DLL under living objects.
+    if (lock || serverLocks > 0)
+    {
+        serverLocks += lock ? 1 : -1;
+    }
 }
 
 bool IsModuleInUse() noexcept
 {
-    return locks != 0;
+    return locks != 0 || serverLocks != 0;
 }
 
 std::wstring ModulePath()

@@ -104,6 +104,13 @@ ProviderFace::ProviderFace()
 {
 }
 
+ProviderFace::~ProviderFace()
+{
+    // The host's helpers go first, while everything that they might call on their way out is still there.
+    m_provider.Services().utils.reset();
+    m_handles->utils.Reset();
+}
+
 HRESULT ProviderFace::Create(REFIID iid, void** result) noexcept
 {
     SetErrorInfo(0, nullptr);

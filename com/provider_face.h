@@ -71,7 +71,7 @@ public:
     HRESULT STDMETHODCALLTYPE InserisciContatto(VARIANT idPaziente, VARIANT_BOOL* result) override;
 
 private:
-    ~ProviderFace() override = default;
+    ~ProviderFace() override;
 
     using CertificateOperation = bool (provider::SISSProvider::*)(host::Record* certificato);
     HRESULT OnCertificate(VARIANT certificato, VARIANT_BOOL* result, CertificateOperation operation);

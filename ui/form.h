@@ -24,8 +24,9 @@ public:
 
     // Draws what has changed since the last call, at once.
     virtual void Refresh() = 0;
-    // Draws it soon: at most some twenty times a second, so that a long job may report as often as it likes. The last
-    // state is drawn at the latest before anything waits for the operator or the network.
+    // Draws it soon: at most some twenty times a second, so that a long job may report as often as it likes. A report
+    // that follows the one before it quickly may wait for a later one to be drawn, and stays undrawn while the job
+    // blocks meanwhile. The last state is drawn at the latest before a box or another window opens.
     virtual void RefreshSoon() { Refresh(); }
     // Lets the platform process its pending messages, so that the window repaints and answers.
     virtual void ProcessMessages() = 0;

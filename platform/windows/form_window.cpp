@@ -14,6 +14,7 @@ namespace
 
 constexpr UINT firstActivation = WM_APP; // posted to the window itself
 constexpr UINT unusedMessage = WM_APP + 2;
+constexpr UINT_PTR activationTimer = 1;
 constexpr int firstId = 1000; // of the input controls
 constexpr int margin = 11;    // at 96 dots an inch
 constexpr int gap = 7;
@@ -21,9 +22,6 @@ constexpr int gap = 7;
 // at most twenty a second.
 constexpr ULONGLONG drawingPause = 100; // milliseconds
 constexpr int drawingsAtOnce = 2;
-// A look into the message queue costs more than a row of a table takes. Nobody notices a message that waits this long.
-constexpr ULONGLONG messagePause = 10; // milliseconds
-constexpr int messagesAtOnce = 200;
 
 struct EmptyDialog
 {
@@ -118,7 +116,7 @@ INT_PTR CALLBACK FormWindow::DialogProcedure(HWND window, UINT message, WPARAM w
         reinterpret_cast<FormWindow*>(lParam)->m_window = window;
     }
     auto* const self = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, DWLP_USER));
-    if (self == nullptr)
+    if (self == nullptr || self->m_fault) // after a fault not all controls may be there; the window is about to go
     {
         return FALSE;
     }
@@ -147,10 +145,16 @@ INT_PTR FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_SHOWWINDOW:
         if (wParam != FALSE && !m_activated)
         {
-            // Comes back when the window stands on the screen.
-            PostMessageW(m_window, firstActivation, 0, 0);
+            ComeBackActivated();
         }
         return FALSE;
+    case WM_TIMER:
+        if (wParam == activationTimer)
+        {
+            KillTimer(m_window, activationTimer);
+            OnFirstActivation();
+        }
+        return TRUE;
     case firstActivation:
         OnFirstActivation();
         return TRUE;
@@ -216,6 +220,16 @@ void FormWindow::MakeControls()
     }
 }
 
+// The job begins when the window stands on the screen. A host that fell behind may have left no room for a message; a
+// timer needs none, and without either the window would stay for ever.
+void FormWindow::ComeBackActivated() const
+{
+    if (PostMessageW(m_window, firstActivation, 0, 0) == FALSE)
+    {
+        SetTimer(m_window, activationTimer, USER_TIMER_MINIMUM, nullptr);
+    }
+}
+
 void FormWindow::OnFirstActivation()
 {
     if (m_activated)
@@ -225,7 +239,7 @@ void FormWindow::OnFirstActivation()
     m_activated = true;
     SetInitialFocus();
     RedrawWindow(m_window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    DispatchPending(); // the job may take long, and what is drawn has to reach the screen before
+    ProcessMessages(); // the job may take long, and what is drawn has to reach the screen before
     if (!m_form.IsClosed())
     {
         m_form.Activated();
@@ -362,31 +376,7 @@ void FormWindow::DrawNow()
 
 void FormWindow::ProcessMessages()
 {
-    const ULONGLONG now = GetTickCount64();
-    if (now - m_messagesProcessed >= messagePause)
-    {
-        m_messagesProcessed = now;
-        DispatchPending();
-    }
-}
-
-void FormWindow::DispatchPending()
-{
-    MSG message;
-    // Not without end: a window of the host that never stops posting must not stop the job.
-    for (int i = 0; i < messagesAtOnce && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE; ++i)
-    {
-        if (message.message == WM_QUIT)
-        {
-            PostQuitMessage(static_cast<int>(message.wParam)); // for the loops around this one
-            return;
-        }
-        if (IsDialogMessageW(m_window, &message) == FALSE)
-        {
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-        }
-    }
+    m_messages.Process(m_window);
 }
 
 void FormWindow::Focus(const ui::Control& control)

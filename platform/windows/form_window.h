@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/windows/control_view.h"
+#include "platform/windows/message_pump.h"
 #include "platform/windows/surface.h"
 #include "ui/form.h"
 
@@ -41,8 +42,8 @@ private:
     void PassKeyToList(WORD boxId, WPARAM key);
     void OnSized();
     void SendToScreen() const;
-    void DispatchPending();
     void OnLimits(MINMAXINFO& limits) const;
+    void ComeBackActivated() const;
     void OnFirstActivation();
     void Tell(ControlView& view, Event event);
 
@@ -69,7 +70,7 @@ private:
     bool m_drawingDue = false;
     ULONGLONG m_pauseBegan = 0;
     int m_drawingsLeft = 0;
-    ULONGLONG m_messagesProcessed = 0;
+    MessagePump m_messages;
     std::exception_ptr m_fault;
 };
 

@@ -49,6 +49,21 @@ private:
     HWND m_window;
 };
 
+// Counts the messages that reach a window of the host; answers one of them with itself, without end.
+constexpr UINT counted = WM_APP;
+constexpr UINT endless = WM_APP + 1;
+int messagesCounted = 0;
+
+LRESULT CALLBACK Counting(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    messagesCounted += message == counted ? 1 : 0;
+    if (message == endless)
+    {
+        PostMessageW(window, endless, 0, 0);
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
 // Two buttons and what happens when the first is pressed.
 class SampleForm final : public Form
 {
@@ -305,6 +320,32 @@ TEST_SUITE("windows on screen")
         MSG message;
         REQUIRE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE);
         CHECK(message.wParam == 7);
+    }
+
+    TEST_CASE("every report lets the host's messages through, also when they do not end")
+    {
+        windows::Win32Desktop desktop;
+        FormProgress progress;
+        progress.InitializeProgress("Sincronizzazione", "Tabelle");
+        progress.OnActivate = [&](FormProgress& sender, const std::any&, std::any& result)
+        {
+            const HostWindow host;
+            SetWindowLongPtrW(host.Get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Counting));
+            messagesCounted = 0;
+            for (int row = 1; row <= 20; ++row)
+            {
+                PostMessageW(host.Get(), counted, 0, 0);
+                sender.SetProgressValue(row, 100);
+                CHECK(messagesCounted == row);
+            }
+            PostMessageW(host.Get(), endless, 0, 0);
+            PostMessageW(host.Get(), counted, 0, 0);
+            sender.SetProgressInformation("Importazione", "Riga 21");
+            CHECK(messagesCounted == 21);
+            result = 1;
+        };
+        desktop.ShowModal(progress);
+        CHECK(progress.Result().has_value());
     }
 
     TEST_CASE("a job runs with its window drawn; progress lets the host's messages through")

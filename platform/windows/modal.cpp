@@ -1,5 +1,9 @@
 #include "platform/windows/modal.h"
 
+#include <algorithm>
+#include <exception>
+#include <utility>
+
 namespace vellumo::windows
 {
 namespace
@@ -10,21 +14,51 @@ bool CanBeWorkedWith(HWND window) noexcept
     return IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE;
 }
 
-BOOL CALLBACK AddWorkingWindow(HWND window, LPARAM windows) noexcept
+BOOL CALLBACK TakeTopmost(HWND window, LPARAM topmost) noexcept
 {
-    if (CanBeWorkedWith(window))
+    if (!CanBeWorkedWith(window))
     {
-        reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+        return TRUE;
     }
-    return TRUE;
+    *reinterpret_cast<HWND*>(topmost) = window;
+    return FALSE;
 }
 
-// The thread's windows that the operator can work with, topmost first.
+struct Windows
+{
+    std::vector<HWND> found;
+    std::exception_ptr fault;
+};
+
+// Windows calls here: nothing may escape.
+BOOL CALLBACK AddWorkingWindow(HWND window, LPARAM windows) noexcept
+{
+    auto& [found, fault] = *reinterpret_cast<Windows*>(windows);
+    try
+    {
+        if (CanBeWorkedWith(window))
+        {
+            found.push_back(window);
+        }
+        return TRUE;
+    }
+    catch (...)
+    {
+        fault = std::current_exception();
+        return FALSE;
+    }
+}
+
+// The thread's windows that the operator can work with.
 std::vector<HWND> WorkingWindows()
 {
-    std::vector<HWND> windows;
+    Windows windows;
     EnumThreadWindows(GetCurrentThreadId(), &AddWorkingWindow, reinterpret_cast<LPARAM>(&windows));
-    return windows;
+    if (windows.fault)
+    {
+        std::rethrow_exception(windows.fault);
+    }
+    return std::move(windows.found);
 }
 
 } // namespace
@@ -35,19 +69,19 @@ HWND ModalOwner() noexcept
     {
         return active;
     }
-    const std::vector<HWND> windows = WorkingWindows();
-    return windows.empty() ? nullptr : windows.front();
+    HWND topmost = nullptr; // it comes first
+    EnumThreadWindows(GetCurrentThreadId(), &TakeTopmost, reinterpret_cast<LPARAM>(&topmost));
+    return topmost;
 }
 
+// Nothing can fail once the first is disabled: the destructor of a half-made object would not run.
 OthersDisabled::OthersDisabled(HWND owner)
+    : m_disabled(WorkingWindows())
 {
-    for (const HWND window : WorkingWindows())
+    m_disabled.erase(std::remove(m_disabled.begin(), m_disabled.end(), owner), m_disabled.end());
+    for (const HWND window : m_disabled)
     {
-        if (window != owner)
-        {
-            m_disabled.push_back(window);
-            EnableWindow(window, FALSE);
-        }
+        EnableWindow(window, FALSE);
     }
 }
 

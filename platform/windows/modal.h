@@ -18,7 +18,7 @@ namespace vellumo::windows
 class OthersDisabled
 {
 public:
-    explicit OthersDisabled(HWND owner);
+    explicit OthersDisabled(HWND owner); // no memory: throws, and all are as they were
     ~OthersDisabled();
     OthersDisabled(const OthersDisabled&) = delete;
     OthersDisabled& operator=(const OthersDisabled&) = delete;

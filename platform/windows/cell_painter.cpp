@@ -1,5 +1,6 @@
 #include "platform/windows/cell_painter.h"
 
+#include "platform/windows/drawing.h"
 #include "platform/windows/text.h"
 
 #include <algorithm>
@@ -72,7 +73,7 @@ void CellPainter::Draw(HDC context, const ui::Cell& cell, RECT area, const CellL
     }
 
     area.bottom -= gridLine;
-    const int saved = SaveDC(context);
+    const SavedContext saved(context);
     Fill(context, area, background);
     if (look.selected)
     {
@@ -88,7 +89,6 @@ void CellPainter::Draw(HDC context, const ui::Cell& cell, RECT area, const CellL
     SetBkMode(context, TRANSPARENT);
     const std::wstring wide = look.wraps ? WithoutLastLineEnds(ToWide(cell.text)) : ToWide(cell.text);
     DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &area, look.wraps ? wrapped : onOneLine);
-    RestoreDC(context, saved);
 }
 
 // Beside a wrapped text it stands on the first line.

@@ -38,11 +38,6 @@ std::optional<TallRows::Step> StepOf(WPARAM key)
     }
 }
 
-void Fill(HDC context, const RECT& area, int systemColour)
-{
-    FillRect(context, &area, GetSysColorBrush(systemColour));
-}
-
 } // namespace
 
 WrappedGridClass::WrappedGridClass(WNDPROC procedure) noexcept
@@ -73,7 +68,6 @@ WrappedGridView::WrappedGridView(ui::Grid& grid, const Surface& surface, int id)
     , m_list(surface.MakeChild(WrappedGridClass::name, L"", WS_TABSTOP | WS_VSCROLL | WS_CLIPCHILDREN, WS_EX_CLIENTEDGE,
                                id))
 {
-    SetWindowLongPtrW(m_list.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     m_header = CreateWindowExW(0, WC_HEADERW, L"", WS_CHILD | WS_VISIBLE | HDS_HORZ | HDS_NOSIZING, 0, 0, 0, 0,
                                m_list.Get(), nullptr, ThisModule(), nullptr);
     if (m_header == nullptr)
@@ -83,6 +77,8 @@ WrappedGridView::WrappedGridView(ui::Grid& grid, const Surface& surface, int id)
     }
     Send(m_header, WM_SETFONT, reinterpret_cast<WPARAM>(surface.Plain()), FALSE);
     MakeColumns();
+    // Last: when one of these fails, the window outlives this view.
+    SetWindowLongPtrW(m_list.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 
 void WrappedGridView::MakeColumns()
@@ -428,52 +424,6 @@ RECT WrappedGridView::CellArea(std::size_t row, std::size_t column) const
         area.right += m_widths[i];
     }
     return area;
-}
-
-// Into a picture first, so that nothing flickers.
-void WrappedGridView::OnPaint()
-{
-    PAINTSTRUCT paint;
-    const HDC screen = BeginPaint(m_list.Get(), &paint);
-    RECT inner{};
-    GetClientRect(m_list.Get(), &inner);
-    const HDC context = CreateCompatibleDC(screen);
-    const HBITMAP picture = CreateCompatibleBitmap(screen, std::max(1L, inner.right), std::max(1L, inner.bottom));
-    const HGDIOBJ before = SelectObject(context, picture);
-
-    Fill(context, inner, COLOR_WINDOW);
-    for (auto row = m_rows.RowAt(0); row && *row < m_rows.Count() && m_rows.Top(*row) < m_rows.ViewHeight(); ++*row)
-    {
-        PaintRow(context, *row);
-    }
-    const bool keyboardHere = GetFocus() == m_list.Get();
-    if (keyboardHere && !m_grid.selected)
-    {
-        const RECT frame{1, HeaderHeight() + 1, inner.right - 1, inner.bottom - 1};
-        DrawFocusRect(context, &frame);
-    }
-    BitBlt(screen, 0, 0, inner.right, inner.bottom, context, 0, 0, SRCCOPY);
-
-    SelectObject(context, before);
-    DeleteObject(picture);
-    DeleteDC(context);
-    EndPaint(m_list.Get(), &paint);
-}
-
-void WrappedGridView::PaintRow(HDC context, std::size_t row) const
-{
-    const CellLook look{.selected = m_grid.selected == row, .keyboardHere = GetFocus() == m_list.Get(), .wraps = true};
-    const ui::Row& cells = m_grid.rows[row];
-    for (std::size_t column = 0; column < cells.size() && column < m_widths.size(); ++column)
-    {
-        const RECT area = CellArea(row, column);
-        m_painter.Draw(context, cells[column], area, look);
-        Fill(context, {area.left, area.bottom - 1, area.right, area.bottom}, COLOR_3DFACE);
-        if (!look.selected)
-        {
-            Fill(context, {area.right - 1, area.top, area.right, area.bottom}, COLOR_3DFACE);
-        }
-    }
 }
 
 } // namespace vellumo::windows

@@ -1,0 +1,75 @@
+// What has to be given back after drawing, each with an owner: drawing may throw, and the system has few of them.
+#pragma once
+
+#include <windows.h>
+
+#include <algorithm>
+
+namespace vellumo::windows
+{
+
+// The answer to WM_PAINT.
+class WindowPaint
+{
+public:
+    explicit WindowPaint(HWND window) noexcept
+        : m_window(window)
+        , m_context(BeginPaint(window, &m_paint))
+    {
+    }
+    ~WindowPaint() { EndPaint(m_window, &m_paint); }
+    WindowPaint(const WindowPaint&) = delete;
+    WindowPaint& operator=(const WindowPaint&) = delete;
+    [[nodiscard]] HDC Context() const noexcept { return m_context; }
+
+private:
+    HWND m_window;
+    PAINTSTRUCT m_paint{};
+    HDC m_context;
+};
+
+// A picture in memory like those of `model`.
+class MemoryPicture
+{
+public:
+    MemoryPicture(HDC model, int width, int height) noexcept
+        : m_context(CreateCompatibleDC(model))
+        , m_picture(CreateCompatibleBitmap(model, std::max(1, width), std::max(1, height)))
+        , m_before(SelectObject(m_context, m_picture))
+    {
+    }
+    ~MemoryPicture()
+    {
+        SelectObject(m_context, m_before);
+        DeleteObject(m_picture);
+        DeleteDC(m_context);
+    }
+    MemoryPicture(const MemoryPicture&) = delete;
+    MemoryPicture& operator=(const MemoryPicture&) = delete;
+    [[nodiscard]] HDC Context() const noexcept { return m_context; }
+
+private:
+    HDC m_context;
+    HBITMAP m_picture;
+    HGDIOBJ m_before;
+};
+
+// Fonts, colours and modes of a context as they were before.
+class SavedContext
+{
+public:
+    explicit SavedContext(HDC context) noexcept
+        : m_context(context)
+        , m_saved(SaveDC(context))
+    {
+    }
+    ~SavedContext() { RestoreDC(m_context, m_saved); }
+    SavedContext(const SavedContext&) = delete;
+    SavedContext& operator=(const SavedContext&) = delete;
+
+private:
+    HDC m_context;
+    int m_saved;
+};
+
+} // namespace vellumo::windows

@@ -327,7 +327,7 @@ void FormWindow::Refresh()
     if (m_title != m_form.Title())
     {
         m_title = m_form.Title();
-        SetWindowTextW(m_window, ToWide(m_title).c_str());
+        SetWindowTextW(m_window, ToShown(m_title).c_str());
     }
     for (const auto& view : m_views)
     {

@@ -1,10 +1,9 @@
 #include "platform/windows/grid_view.h"
 
-#include "platform/windows/grid_columns.h"
+#include "platform/windows/grid_parts.h"
 #include "platform/windows/text.h"
 
 #include <algorithm>
-#include <cwchar>
 
 namespace vellumo::windows
 {
@@ -51,11 +50,6 @@ void GridView::MakeColumns()
     }
 }
 
-int GridView::HeadingHeight() const
-{
-    return m_grid.text.empty() ? 0 : m_surface.LineHeight() + m_surface.Pixels(3);
-}
-
 LayoutItem GridView::Needs() const
 {
     RECT header{};
@@ -66,7 +60,7 @@ LayoutItem GridView::Needs() const
     {
         width += m_surface.PixelsOfTwips(column.width);
     }
-    return {.size = {width, HeadingHeight() + height},
+    return {.size = {width, HeadingHeight(m_grid, m_surface) + height},
             .sameLine = m_grid.sameLine,
             .stretches = true,
             .growth = m_grid.visibleRows};
@@ -74,7 +68,7 @@ LayoutItem GridView::Needs() const
 
 void GridView::Place(const RECT& place)
 {
-    const int top = std::min<int>(place.bottom, place.top + HeadingHeight());
+    const int top = std::min<int>(place.bottom, place.top + HeadingHeight(m_grid, m_surface));
     m_heading.Place(place.left, place.top, place.right, top);
     m_list.Place(place.left, top, place.right, place.bottom);
     FitColumns();
@@ -150,7 +144,7 @@ Event GridView::OnNotify(NMHDR& notification, LRESULT& answer)
     switch (notification.code)
     {
     case LVN_GETDISPINFOW:
-        GiveText(reinterpret_cast<NMLVDISPINFOW&>(notification).item);
+        AnswerText(reinterpret_cast<NMLVDISPINFOW&>(notification).item);
         return Event::None;
     case NM_CUSTOMDRAW:
         answer = Draw(reinterpret_cast<NMLVCUSTOMDRAW&>(notification));
@@ -176,26 +170,12 @@ Event GridView::OnNotify(NMHDR& notification, LRESULT& answer)
     }
 }
 
-const ui::Cell* GridView::CellAt(std::size_t row, int column) const
+void GridView::AnswerText(LVITEMW& item) const
 {
-    if (row >= m_grid.rows.size() || column < 0 || static_cast<std::size_t>(column) >= m_grid.rows[row].size())
+    if ((item.mask & LVIF_TEXT) != 0)
     {
-        return nullptr;
+        GiveText(CellAt(m_grid, static_cast<std::size_t>(item.iItem), item.iSubItem), item);
     }
-    return &m_grid.rows[row][static_cast<std::size_t>(column)];
-}
-
-void GridView::GiveText(LVITEMW& item) const
-{
-    const ui::Cell* const cell = CellAt(static_cast<std::size_t>(item.iItem), item.iSubItem);
-    if (cell == nullptr || (item.mask & LVIF_TEXT) == 0 || item.cchTextMax < 1)
-    {
-        return;
-    }
-    const std::wstring text = ToWide(cell->text);
-    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
-    std::wmemcpy(item.pszText, text.c_str(), length);
-    item.pszText[length] = L'\0';
 }
 
 LRESULT GridView::Draw(NMLVCUSTOMDRAW& drawing) const
@@ -208,7 +188,7 @@ LRESULT GridView::Draw(NMLVCUSTOMDRAW& drawing) const
     case CDDS_ITEMPREPAINT:
         return CDRF_NOTIFYSUBITEMDRAW;
     case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
-        if (const ui::Cell* const cell = CellAt(row, drawing.iSubItem); cell != nullptr)
+        if (const ui::Cell* const cell = CellAt(m_grid, row, drawing.iSubItem); cell != nullptr)
         {
             const bool selected = m_grid.selected == row;
             const bool pictured = cell->image != ui::Image::None;

@@ -31,12 +31,10 @@ private:
     void FitColumns();
     [[nodiscard]] int ColumnWidth(std::size_t column) const;
     void ShowSelection();
-    void GiveText(LVITEMW& item) const;
+    void AnswerText(LVITEMW& item) const;
     [[nodiscard]] LRESULT Draw(NMLVCUSTOMDRAW& drawing) const;
-    [[nodiscard]] const ui::Cell* CellAt(std::size_t row, int column) const;
     [[nodiscard]] RECT CellArea(std::size_t row, int column) const;
     [[nodiscard]] std::optional<std::size_t> ListSelection() const;
-    [[nodiscard]] int HeadingHeight() const;
 
     ui::Grid& m_grid;
     const Surface& m_surface;

@@ -19,20 +19,6 @@ namespace
 constexpr std::size_t longestPrompt = 2000; // UTF-16 units
 constexpr std::size_t longestPath = 4096;
 
-std::wstring CutForDisplay(std::wstring text)
-{
-    if (text.size() > longestPrompt)
-    {
-        text.resize(longestPrompt);
-        if (IS_HIGH_SURROGATE(text.back()))
-        {
-            text.pop_back();
-        }
-        text += L'…';
-    }
-    return text;
-}
-
 UINT IconFlag(ui::Icon icon)
 {
     switch (icon)
@@ -93,7 +79,7 @@ ui::Answer Win32Desktop::Show(const ui::Prompt& prompt)
     const HWND owner = ModalOwner();
     const OthersDisabled others(owner);
     const CommonControls::Scope scope(m_controls);
-    const int button = MessageBoxW(owner, CutForDisplay(ToWide(prompt.text)).c_str(), ToWide(prompt.title).c_str(),
+    const int button = MessageBoxW(owner, ToShown(prompt.text, longestPrompt).c_str(), ToShown(prompt.title).c_str(),
                                    set->flag | IconFlag(prompt.icon) | defaultButton);
     return ToAnswer(button, *set);
 }

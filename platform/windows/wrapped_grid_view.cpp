@@ -2,13 +2,12 @@
 
 #include "host/fault.h"
 #include "platform/windows/common_controls.h"
-#include "platform/windows/grid_columns.h"
+#include "platform/windows/grid_parts.h"
 #include "platform/windows/text.h"
 
 #include <windowsx.h>
 
 #include <algorithm>
-#include <cwchar>
 
 namespace vellumo::windows
 {
@@ -96,11 +95,6 @@ void WrappedGridView::MakeColumns()
     }
 }
 
-int WrappedGridView::HeadingHeight() const
-{
-    return m_grid.text.empty() ? 0 : m_surface.LineHeight() + m_surface.Pixels(3);
-}
-
 int WrappedGridView::HeaderHeight() const
 {
     RECT inner{0, 0, 100, 1000};
@@ -118,16 +112,16 @@ LayoutItem WrappedGridView::Needs() const
     {
         width += m_surface.PixelsOfTwips(column.width);
     }
-    return {
-        .size = {width, HeadingHeight() + HeaderHeight() + m_grid.visibleRows * row + 2 * GetSystemMetrics(SM_CYEDGE)},
-        .sameLine = m_grid.sameLine,
-        .stretches = true,
-        .growth = m_grid.visibleRows};
+    return {.size = {width, HeadingHeight(m_grid, m_surface) + HeaderHeight() + m_grid.visibleRows * row +
+                                2 * GetSystemMetrics(SM_CYEDGE)},
+            .sameLine = m_grid.sameLine,
+            .stretches = true,
+            .growth = m_grid.visibleRows};
 }
 
 void WrappedGridView::Place(const RECT& place)
 {
-    const int top = std::min<int>(place.bottom, place.top + HeadingHeight());
+    const int top = std::min<int>(place.bottom, place.top + HeadingHeight(m_grid, m_surface));
     m_heading.Place(place.left, place.top, place.right, top);
     m_list.Place(place.left, top, place.right, place.bottom);
 
@@ -162,10 +156,10 @@ void WrappedGridView::MeasureRows()
     for (std::size_t i = 0; i < m_grid.rows.size(); ++i)
     {
         const ui::Row& row = m_grid.rows[i];
-        std::string texts;
+        std::wstring texts;
         for (const ui::Cell& cell : row)
         {
-            texts.append(cell.text).append(cell.strong ? "\1" : "\2");
+            texts.append(ToShown(cell.text)).append(cell.strong ? L"\1" : L"\2");
         }
         MeasuredRow& measured = m_measured[i];
         if (measured.height == 0 || measured.texts != texts)
@@ -291,7 +285,10 @@ LRESULT WrappedGridView::OnListMessage(UINT message, WPARAM wParam, LPARAM lPara
     case LVM_GETNEXTITEM: // of the selected ones, of which there is at most one
         return m_grid.selected && wParam == static_cast<WPARAM>(-1) ? static_cast<LRESULT>(*m_grid.selected) : -1;
     case LVM_GETITEMTEXTW:
-        return GiveText(row, *reinterpret_cast<LVITEMW*>(lParam));
+    {
+        auto& item = *reinterpret_cast<LVITEMW*>(lParam);
+        return static_cast<LRESULT>(GiveText(CellAt(m_grid, row, item.iSubItem), item));
+    }
     case LVM_SETITEMSTATE:
         if (row < m_rows.Count() && (reinterpret_cast<LVITEMW*>(lParam)->state & LVIS_SELECTED) != 0)
         {
@@ -319,20 +316,6 @@ LRESULT WrappedGridView::OnListMessage(UINT message, WPARAM wParam, LPARAM lPara
     default:
         return DefWindowProcW(m_list.Get(), message, wParam, lParam);
     }
-}
-
-LRESULT WrappedGridView::GiveText(std::size_t row, LVITEMW& item) const
-{
-    const auto column = static_cast<std::size_t>(item.iSubItem);
-    if (row >= m_grid.rows.size() || column >= m_grid.rows[row].size() || item.cchTextMax < 1)
-    {
-        return 0;
-    }
-    const std::wstring text = ToWide(m_grid.rows[row][column].text);
-    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
-    std::wmemcpy(item.pszText, text.c_str(), length);
-    item.pszText[length] = L'\0';
-    return static_cast<LRESULT>(length);
 }
 
 void WrappedGridView::OnKey(WPARAM key)

@@ -47,8 +47,8 @@ public:
 private:
     struct MeasuredRow
     {
-        std::string texts;
-        int height = 0; // pixels; 0: not measured
+        std::wstring texts; // as shown
+        int height = 0;     // pixels; 0: not measured
     };
 
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
@@ -62,7 +62,6 @@ private:
     void OnPaint();
 
     void MakeColumns();
-    [[nodiscard]] int HeadingHeight() const;
     [[nodiscard]] int HeaderHeight() const;
     void MeasureRows();
     [[nodiscard]] int HeightOf(const ui::Row& row) const;
@@ -71,7 +70,6 @@ private:
     void Notify(UINT code);
     void PaintRow(HDC context, std::size_t row) const;
     [[nodiscard]] RECT CellArea(std::size_t row, std::size_t column) const;
-    [[nodiscard]] LRESULT GiveText(std::size_t row, LVITEMW& item) const;
 
     ui::Grid& m_grid;
     const Surface& m_surface;

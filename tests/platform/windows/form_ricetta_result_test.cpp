@@ -1,4 +1,5 @@
 // The results of the registration on a real screen: pictures, whole texts in rows as high as they need, the keyboard.
+#include "platform/windows/text.h"
 #include "platform/windows/win32_desktop.h"
 #include "platform/windows/wrapped_grid_view.h"
 #include "tests/platform/windows/steps.h"
@@ -53,6 +54,17 @@ int RowHeight(int row)
 {
     const RECT area = scenario::CellArea(GridOnScreen(), row, 1);
     return area.bottom - area.top;
+}
+
+std::size_t TextLength(int row, int column)
+{
+    std::wstring text(20000, L'\0');
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = text.data();
+    item.cchTextMax = static_cast<int>(text.size());
+    return static_cast<std::size_t>(
+        SendMessageW(GridOnScreen(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item)));
 }
 
 int BottomOf(int row)
@@ -125,6 +137,21 @@ TEST_SUITE("results of the registration on screen")
                  }},
                 results);
         CHECK(result == FormRicettaResult::cancelRefused);
+    }
+
+    TEST_CASE("of a reply of megabytes in the place of a reason the beginning is shown")
+    {
+        auto results = ManyResults();
+        results[0].descrizione = std::string(windows::longestShown, 'x');
+        results[1].descrizione = std::string(3'000'000, 'x');
+        Run({[&](Window& window)
+             {
+                 CHECK(TextLength(0, 1) == windows::longestShown);
+                 CHECK(TextLength(1, 1) == windows::longestShown + 1); // and an ellipsis
+                 CHECK(RowHeight(1) < 2 * RowHeight(0));
+                 window.CloseByFrame();
+             }},
+            results);
     }
 
     TEST_CASE("read and answered by keyboard alone; a row taller than the window is read to its end")

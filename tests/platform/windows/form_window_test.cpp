@@ -322,6 +322,32 @@ TEST_SUITE("windows on screen")
         CHECK(message.wParam == 7);
     }
 
+    TEST_CASE("of a huge text the beginning is shown, whole characters and an ellipsis")
+    {
+        std::string emoji;
+        for (int i = 0; i < 4000; ++i)
+        {
+            emoji += "😀"; // two units each
+        }
+        windows::Win32Desktop desktop;
+        FormWait wait;
+        wait.OnActivate = [&](FormWait& sender, const std::any&, std::any& result)
+        {
+            sender.SetOperazione("!" + emoji);
+            result = Robot::Topmost()->Labels().at(0);
+        };
+        desktop.ShowModal(wait);
+        CHECK(std::any_cast<std::string>(wait.Result()) == "!" + emoji.substr(0, std::size_t{4} * 2499) + "…");
+
+        Steps steps({[&](Window& box)
+                     {
+                         CHECK(box.Text() == emoji.substr(0, std::size_t{4} * 1000) + "…");
+                         box.Press(0);
+                     }});
+        const Robot robot(steps);
+        desktop.Show({emoji, "Errore", Icon::Critical, Buttons::Ok, 1});
+    }
+
     TEST_CASE("every report lets the host's messages through, also when they do not end")
     {
         windows::Win32Desktop desktop;

@@ -167,13 +167,13 @@ std::optional<Date> ReadSeparated(std::string_view text)
     if (scanner.OneOf("T ") != 0)
     {
         const auto read = ReadTime(scanner);
-        if (!read || !SkipZone(scanner))
+        if (!read)
         {
             return std::nullopt;
         }
         time = *read;
     }
-    if (!scanner.AtEnd())
+    if (!SkipZone(scanner) || !scanner.AtEnd())
     {
         return std::nullopt;
     }

@@ -10,9 +10,9 @@ namespace vellumo::environment
 {
 
 // Reads what SISS services are known to send: yyyymmdd, yyyymmddhhmm, yyyymmddhhmmss; yyyy-mm-dd, yyyy/mm/dd,
-// dd/mm/yyyy, dd-mm-yyyy, dd.mm.yyyy, these optionally followed by "T" or a blank, a time hh:mm[:ss[.f]] and a zone,
-// which is ignored. Blanks around are ignored. "", all zeros, impossible dates and anything else give the zero date.
-// Never faults.
+// dd/mm/yyyy, dd-mm-yyyy, dd.mm.yyyy, these optionally followed by "T" or a blank and a time hh:mm[:ss[.f]], and with
+// or without a time by a zone (Z, +hh, +hhmm, +hh:mm), which is ignored. Blanks around are ignored. "", all zeros,
+// impossible dates and anything else give the zero date. Never faults.
 [[nodiscard]] host::Date ConvertSissDateTime(std::string_view text) noexcept;
 
 // The day in a column of the host, which keeps dates as dates, as OLE numbers or as text in one of those forms. What is

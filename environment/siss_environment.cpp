@@ -29,6 +29,15 @@ int LeadingNumber(std::string_view text)
     return std::fabs(number) < 1e9 ? static_cast<int>(number) : -1;
 }
 
+// Without the time of day that stands behind a blank: blanks within a number count for nothing, so that a time would be
+// run into the day.
+std::string_view WithoutTime(std::string_view day)
+{
+    const auto colon = day.find(':');
+    const auto blank = colon == std::string_view::npos ? colon : day.rfind(' ', colon);
+    return day.substr(0, blank);
+}
+
 // A year of one or two digits is read as the platform reads it in a date: up to 29 as 20yy, else as 19yy.
 int FullYear(int year)
 {
@@ -98,7 +107,8 @@ host::Date SISSEnvironment::ConvertToDateTime(const std::string& text)
         {
             throw host::Fault("Il valore \"" + text + "\" non è una data.");
         }
-        parts.at(part) = LeadingNumber(rest.substr(0, dash));
+        const auto number = rest.substr(0, dash);
+        parts.at(part) = LeadingNumber(part + 1 < parts.size() ? number : WithoutTime(number));
         rest = dash == std::string_view::npos ? std::string_view() : rest.substr(dash + 1);
     }
     const auto date = host::Date::FromCalendar(FullYear(parts[0]), parts[1], parts[2]);

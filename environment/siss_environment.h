@@ -32,8 +32,9 @@ public:
     // The entry that stands for the master index itself.
     [[nodiscard]] SISSImportIndex DefaultIndex() const;
 
-    // "year-month-day" as the tables have it. Faults on anything else. Dates in SISS messages have forms of their own,
-    // see environment/siss_date_time.h.
+    // "year-month-day" as the index has it; a time of day behind it, after "T" or a blank, counts for nothing. Faults
+    // on anything else. Index dates are read here; those in columns of the tables and in messages have forms of their
+    // own, see environment/siss_date_time.h.
     [[nodiscard]] static host::Date ConvertToDateTime(const std::string& text);
 
 private:

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 
 namespace vellumo::environment
 {
@@ -16,25 +15,6 @@ constexpr std::array<char16_t, 32> upperControls = {0x20AC, 0x0081, 0x201A, 0x01
                                                     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 constexpr std::uint32_t notUtf8 = 0xFFFFFFFF;
-
-void AppendUtf8(std::uint32_t code, std::string& out)
-{ // code points of Windows-1252 only, so three bytes at most
-    if (code < 0x80)
-    {
-        out += static_cast<char>(code);
-    }
-    else if (code < 0x800)
-    {
-        out += static_cast<char>(0xC0U | code >> 6U);
-        out += static_cast<char>(0x80U | (code & 0x3FU));
-    }
-    else
-    {
-        out += static_cast<char>(0xE0U | code >> 12U);
-        out += static_cast<char>(0x80U | (code >> 6U & 0x3FU));
-        out += static_cast<char>(0x80U | (code & 0x3FU));
-    }
-}
 
 bool IsContinuation(char byte)
 {
@@ -62,6 +42,11 @@ std::uint32_t TakeCharacter(std::string_view text, std::size_t& position)
         code = code << 6U | (static_cast<unsigned char>(text[position++]) & 0x3FU);
     }
     return code;
+}
+
+char Lower(char letter)
+{
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
 char ToAnsi(std::uint32_t code)
@@ -99,6 +84,33 @@ std::string ToAnsi(std::string_view utf8)
     return bytes;
 }
 
+void AppendUtf8(std::uint32_t code, std::string& out)
+{
+    const auto more = [&](unsigned shift) { out += static_cast<char>(0x80U | (code >> shift & 0x3FU)); };
+    if (code < 0x80)
+    {
+        out += static_cast<char>(code);
+    }
+    else if (code < 0x800)
+    {
+        out += static_cast<char>(0xC0U | code >> 6U);
+        more(0);
+    }
+    else if (code < 0x10000)
+    {
+        out += static_cast<char>(0xE0U | code >> 12U);
+        more(6);
+        more(0);
+    }
+    else
+    {
+        out += static_cast<char>(0xF0U | code >> 18U);
+        more(12);
+        more(6);
+        more(0);
+    }
+}
+
 std::string FirstCharacters(std::string_view utf8, std::size_t count)
 {
     std::size_t position = 0;
@@ -127,9 +139,14 @@ std::string LastCharacters(std::string_view utf8, std::size_t count)
 
 bool EqualsIgnoringCase(std::string_view left, std::string_view right)
 {
-    constexpr auto lower = [](char letter)
-    { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; };
-    return std::ranges::equal(left, right, {}, lower, lower);
+    return std::ranges::equal(left, right, {}, Lower, Lower);
+}
+
+std::string WithoutCase(std::string_view text)
+{
+    std::string folded(text);
+    std::ranges::transform(folded, folded.begin(), Lower);
+    return folded;
 }
 
 } // namespace vellumo::environment

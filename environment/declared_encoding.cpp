@@ -34,33 +34,6 @@ std::string_view DeclaredEncoding(std::string_view text)
     return declaration.substr(open + 1, close == std::string_view::npos ? close : close - open - 1);
 }
 
-void AppendUtf8(std::uint32_t code, std::string& out)
-{
-    const auto more = [&](unsigned shift) { out += static_cast<char>(0x80U | (code >> shift & 0x3FU)); };
-    if (code < 0x80)
-    {
-        out += static_cast<char>(code);
-    }
-    else if (code < 0x800)
-    {
-        out += static_cast<char>(0xC0U | code >> 6U);
-        more(0);
-    }
-    else if (code < 0x10000)
-    {
-        out += static_cast<char>(0xE0U | code >> 12U);
-        more(6);
-        more(0);
-    }
-    else
-    {
-        out += static_cast<char>(0xF0U | code >> 18U);
-        more(12);
-        more(6);
-        more(0);
-    }
-}
-
 // Half a pair and half a unit are no text.
 std::optional<std::string> FromUtf16(std::string_view bytes, bool bigEndian)
 {
@@ -96,21 +69,21 @@ std::optional<std::string> FromUtf16(std::string_view bytes, bool bigEndian)
 
 } // namespace
 
-std::optional<std::string> DecodeXml(std::string_view bytes)
+std::optional<std::string> DecodeXml(std::string bytes)
 {
     if (bytes.starts_with(utf16LittleMark) || bytes.starts_with(utf16BigMark))
     {
-        return FromUtf16(bytes.substr(utf16LittleMark.size()), bytes.starts_with(utf16BigMark));
+        return FromUtf16(std::string_view(bytes).substr(utf16LittleMark.size()), bytes.starts_with(utf16BigMark));
     }
     if (bytes.starts_with(utf8Mark))
     {
-        return std::string(bytes);
+        return bytes;
     }
     const auto isOneOf = [encoding = DeclaredEncoding(bytes)](const auto& names)
     { return std::ranges::any_of(names, [&](const char* name) { return EqualsIgnoringCase(encoding, name); }); };
     if (isOneOf(std::array{"", "UTF-8", "US-ASCII"}))
     {
-        return std::string(bytes);
+        return bytes;
     }
     if (isOneOf(std::array{"ISO-8859-1", "Windows-1252"}))
     {

@@ -4,14 +4,13 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace vellumo::environment
 {
 
 // UTF-8 by the byte order mark or the encoding that the XML declaration names; without either it is UTF-8. Known are
 // UTF-8, UTF-16 (with a byte order mark), US-ASCII, ISO-8859-1 and Windows-1252, of which ISO-8859-1 is taken for the
-// latter. Empty for any other, which cannot be read. Never faults.
-[[nodiscard]] std::optional<std::string> DecodeXml(std::string_view bytes);
+// latter. Empty for any other, which cannot be read. Faults only for lack of memory; UTF-8 takes none beside `bytes`.
+[[nodiscard]] std::optional<std::string> DecodeXml(std::string bytes);
 
 } // namespace vellumo::environment

@@ -3,7 +3,7 @@
 #include "host/path.h"
 
 #include <array>
-#include <cstdint>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -41,7 +41,7 @@ bool CreateFolder(std::string_view path)
     return FolderExists(path);
 }
 
-std::optional<std::string> ReadFile(std::string_view path)
+std::optional<std::uintmax_t> FileSize(std::string_view path)
 {
     if (!FileExists(path))
     {
@@ -49,21 +49,36 @@ std::optional<std::string> ReadFile(std::string_view path)
     }
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(host::NativePath(path), error);
-    std::ifstream in(host::NativePath(path), std::ios::binary);
-    if (error || !in)
+    return error ? std::nullopt : std::optional(size);
+}
+
+std::optional<std::string> ReadFile(std::string_view path)
+{
+    try
     {
+        constexpr std::uintmax_t largest = 0xFFFFFFFF;
+        const auto size = FileSize(path);
+        std::ifstream in(host::NativePath(path), std::ios::binary);
+        if (!size || *size > largest || !in)
+        {
+            return std::nullopt;
+        }
+        // Piece by piece: filling a large text with zeros first, for the system to write over, takes half as long
+        // again.
+        std::string bytes;
+        bytes.reserve(static_cast<std::size_t>(*size));
+        std::array<char, 65536> piece;
+        do
+        {
+            in.read(piece.data(), piece.size());
+            bytes.append(piece.data(), static_cast<std::size_t>(in.gcount()));
+        } while (in);
+        return in.bad() ? std::nullopt : std::optional(std::move(bytes));
+    }
+    catch (const std::exception&)
+    { // no memory for it
         return std::nullopt;
     }
-    // Piece by piece: filling a large text with zeros first, for the system to write over, takes half as long again.
-    std::string bytes;
-    bytes.reserve(static_cast<std::size_t>(size));
-    std::array<char, 65536> piece;
-    do
-    {
-        in.read(piece.data(), piece.size());
-        bytes.append(piece.data(), static_cast<std::size_t>(in.gcount()));
-    } while (in);
-    return in.bad() ? std::nullopt : std::optional(std::move(bytes));
 }
 
 bool WriteFile(std::string_view path, std::string_view bytes)

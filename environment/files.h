@@ -1,7 +1,8 @@
-// Files and folders by Windows path text (UTF-8, joined with "\"). Nothing here faults; what cannot be done is said
-// by the answer.
+// Files and folders by Windows path text (UTF-8, joined with "\"). What cannot be done is said by the answer;
+// nothing here faults but for lack of memory for the path itself.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,7 +19,10 @@ namespace vellumo::environment
 // True when the folder is there afterwards. Creates one level only.
 bool CreateFolder(std::string_view path);
 
-// All bytes of the file; empty when it cannot be opened or read.
+// In bytes; empty when there is no such regular file.
+[[nodiscard]] std::optional<std::uintmax_t> FileSize(std::string_view path);
+
+// All bytes of the file; empty when it cannot be opened or read, has more than 4 GB or does not fit into the memory.
 [[nodiscard]] std::optional<std::string> ReadFile(std::string_view path);
 
 // Creates or overwrites. False when not all could be written.

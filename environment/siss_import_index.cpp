@@ -3,21 +3,18 @@
 #include "environment/ansi_text.h"
 #include "host/fault.h"
 
-#include <algorithm>
-
 namespace vellumo::environment
 {
 
 const SISSImportIndex* SISSImportIndexs::Find(std::string_view name) const
 {
-    const auto entry = std::ranges::find_if(m_entries, [&](const SISSImportIndex& index)
-                                            { return EqualsIgnoringCase(index.Name, name); });
-    return entry == m_entries.end() ? nullptr : &*entry;
+    const auto place = m_places.find(WithoutCase(name));
+    return place == m_places.end() ? nullptr : &m_entries[place->second];
 }
 
 void SISSImportIndexs::AddObject(SISSImportIndex index)
 {
-    if (Find(index.Name) != nullptr)
+    if (!m_places.try_emplace(WithoutCase(index.Name), m_entries.size()).second)
     {
         throw host::Fault("La tabella \"" + index.Name + "\" è già presente nell'indice.");
     }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace vellumo::environment
@@ -37,6 +38,7 @@ private:
     [[nodiscard]] const SISSImportIndex* Find(std::string_view name) const;
 
     std::vector<SISSImportIndex> m_entries;
+    std::unordered_map<std::string, std::size_t> m_places; // in `m_entries`, by the name without case
 };
 
 } // namespace vellumo::environment

@@ -24,14 +24,13 @@ bool IsBlank(std::string_view line)
 
 const SISSImportTableCol* SISSImportTableCols::Find(std::string_view name) const
 {
-    const auto column = std::ranges::find_if(m_columns, [&](const SISSImportTableCol& candidate)
-                                             { return EqualsIgnoringCase(candidate.Name, name); });
-    return column == m_columns.end() ? nullptr : &*column;
+    const auto place = m_places.find(WithoutCase(name));
+    return place == m_places.end() ? nullptr : &m_columns[place->second];
 }
 
 void SISSImportTableCols::Add(std::string_view name)
 {
-    if (Find(name) != nullptr)
+    if (!m_places.try_emplace(WithoutCase(name), m_columns.size()).second)
     {
         throw host::Fault("La colonna \"" + std::string(name) + "\" è presente due volte nella tabella.");
     }

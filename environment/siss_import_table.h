@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace vellumo::environment
@@ -39,6 +40,9 @@ public:
 
 private:
     std::vector<SISSImportTableCol> m_columns;
+    // In `m_columns`, by the name without case. A table whose lines do not end in CR LF is all header, with hundred
+    // thousands of columns.
+    std::unordered_map<std::string, std::size_t> m_places;
 };
 
 // One row; valid as long as its table.

@@ -186,8 +186,12 @@ void TableSynchronisation::ImportRows(const SISSImportIndex& index, ui::FormProg
     {
         const SISSImportTableRow row = table.Item(position);
         const std::string code = row.Field(codeColumn);
-        progress.SetProgressValue(position, table.RowCount());
-        progress.SetProgressInformation(known.progress, code + " - " + row.Field(descriptionColumn));
+        host::PassOver(
+            [&]
+            {
+                progress.SetProgressValue(position, table.RowCount());
+                progress.SetProgressInformation(known.progress, code + " - " + row.Field(descriptionColumn));
+            });
         if (known.effect == Effect::ExemptionValidity)
         {
             host::PassOver([&] { validity.Store(code, row); });

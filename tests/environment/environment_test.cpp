@@ -1,6 +1,8 @@
 #include "environment/ansi_text.h"
 #include "environment/siss_environment.h"
+#include "environment/table_synchronisation.h"
 #include "host/fault.h"
+#include "tests/support/fake_host.h"
 #include "tests/support/installation.h"
 
 #include <doctest.h>
@@ -10,6 +12,7 @@
 using namespace vellumo::environment;
 using vellumo::host::Date;
 using vellumo::host::Fault;
+using vellumo::tests::FakeUtils;
 using vellumo::tests::Installation;
 
 namespace
@@ -21,6 +24,26 @@ bool ReadsDumper(const std::string& bytes)
     installation.Write("client\\SISS\\Conf\\WINBRIDGE4SEBACTIVEX.conf", bytes);
     return SISSConfiguration(installation.settings).IsPersonaleStudio();
 }
+
+// Shows windows that cannot be drawn.
+class BrokenDesktop final : public vellumo::ui::Desktop, private vellumo::ui::FormView
+{
+public:
+    vellumo::ui::Answer Show(const vellumo::ui::Prompt&) override { return vellumo::ui::Answer::Ok; }
+    void ShowModal(vellumo::ui::Form& form) override
+    {
+        form.Attach(this);
+        form.Activated();
+        form.Attach(nullptr);
+    }
+    std::optional<std::string> AskFile(const std::string&, const std::string&) override { return std::nullopt; }
+
+private:
+    void Refresh() override { throw Fault("Finestra distrutta."); }
+    void RefreshSoon() override { Refresh(); }
+    void ProcessMessages() override {}
+    void Focus(const vellumo::ui::Control&) override {}
+};
 
 } // namespace
 
@@ -70,6 +93,9 @@ TEST_SUITE("environment")
             CAPTURE(text);
             CHECK_FALSE(ReadsDumper(text));
         }
+        Installation installation;
+        installation.WriteHuge("client\\SISS\\Conf\\WINBRIDGE4SEBACTIVEX.conf");
+        CHECK_FALSE(SISSConfiguration(installation.settings).IsPersonaleStudio());
     }
 
     TEST_CASE("a table's rows and values")
@@ -94,6 +120,27 @@ TEST_SUITE("environment")
         CHECK(SISSImportTable("A").RowCount() == 0);
         CHECK_THROWS_AS(SISSImportTable(""), Fault);
         CHECK_THROWS_AS(SISSImportTable("A|B|a\r\n1|2|3"), Fault);
+    }
+
+    TEST_CASE("a table without CR LF is one header, however many lines it has")
+    {
+        std::string text = "CD_APPLICATIVO|DS_PRESTAZIONE_SISS\n";
+        for (int row = 0; row < 100'000; ++row)
+        {
+            text += std::to_string(row) + "|Prestazione numero " + std::to_string(row) + "\n";
+        }
+        const SISSImportTable table(text);
+        CHECK(table.RowCount() == 0);
+        CHECK(table.Columns().Count() == 100'002);
+        CHECK(table.Columns().Item("prestazione NUMERO 99998\n99999").Index == 100'001);
+        CHECK_THROWS_AS(SISSImportTable(text + "|cd_applicativo"), Fault);
+
+        SISSImportIndexs indexs;
+        for (int entry = 0; entry < 100'000; ++entry)
+        {
+            indexs.AddObject({"Tabella" + std::to_string(entry), "", {}});
+        }
+        CHECK(&indexs.Item("TABELLA99999") == &indexs.Item(100'000));
     }
 
     TEST_CASE("the master index is read once, with the rows that can be read")
@@ -131,10 +178,32 @@ TEST_SUITE("environment")
         CHECK(convert("2011-03-07") == Date::FromCalendar(2011, 3, 7));
         CHECK(convert(" 2011-3 - 7.9") == Date::FromCalendar(2011, 3, 7));
         CHECK(convert("2011-03-07-99") == Date::FromCalendar(2011, 3, 7));
-        for (const auto* text : {"", "2011", "2011-03", "2011-02-30", "07/03/2011", "x-y-z", "2011-03-07 10:30"})
+        for (const auto* text :
+             {"2011-03-07 00:00:00", "2011-03-07  9:30", "2011-03-7 23:59:59.997", "2011-03-07T10:30"})
+        {
+            CAPTURE(text);
+            CHECK(convert(text) == Date::FromCalendar(2011, 3, 7));
+        }
+        for (const auto* text : {"", "2011", "2011-03", "2011-02-30", "07/03/2011", "x-y-z", "2011-03-07 1"})
         {
             CAPTURE(text);
             CHECK_THROWS_AS(convert(text), Fault);
         }
+    }
+
+    TEST_CASE("a window that cannot be drawn does not keep the rows out")
+    {
+        Installation installation;
+        installation.WriteTable("master", "ID_CENTRALE|DS_NOME_FILE|DT_AGGIORNAMENTO\r\nESENZIONI|es|2011-03-07\r\n");
+        installation.WriteTable("es", "CD_APPLICATIVO|DT_INIZIO_VALIDITA\r\n048|20020304\r\nE01|20030405\r\n");
+        SISSEnvironment environment(installation.settings, installation.clock);
+        const auto utils = std::make_shared<FakeUtils>();
+        utils->tableDate = Date::FromCalendar(2020, 1, 1).value();
+        utils->valueOf = [](const std::string&, const vellumo::host::Parameters&) { return vellumo::host::Value(5); };
+        vellumo::host::HostServices services;
+        services.utils = utils;
+        BrokenDesktop desktop;
+        CHECK(TableSynchronisation(services, environment, installation.settings, desktop).Run());
+        CHECK(utils->written == std::vector<std::string>{"Norda..Esenzione", "Norda..Esenzione"});
     }
 }

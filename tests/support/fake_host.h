@@ -90,13 +90,14 @@ public:
         written.push_back(table);
         return static_cast<std::int32_t>(written.size());
     }
-    host::Value TableDate(const std::string&) override { return {}; }
+    host::Value TableDate(const std::string&) override { return tableDate; }
     void StoreTableDate(const std::string&, host::Date, std::int32_t) override {}
     void RecordServiceError(const std::string& line) override { written.push_back(line); }
     bool ToBoolean(const host::Value& value) override { return value.ToBoolean(); }
 
     std::function<host::Value(const std::string& sql, const host::Parameters& parameters)> valueOf;
     std::function<std::vector<Columns>(const std::string& sql)> rowsOf;
+    host::Value tableDate;
     std::vector<std::string> written; // tables and statements, in order
 };
 

@@ -10,6 +10,7 @@
 #include <doctest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <random>
 #include <string>
@@ -88,6 +89,15 @@ public:
     {
         std::filesystem::create_directories(host::NativePath(Path(name)).parent_path());
         REQUIRE(environment::WriteFile(Path(name), bytes));
+    }
+
+    // A file larger than any memory, which takes no room: all of it is a hole.
+    void WriteHuge(const std::string& name) const
+    {
+        Write(name, "");
+        std::ofstream out(host::NativePath(Path(name)), std::ios::binary);
+        out.seekp(std::streamoff{2} * 1024 * 1024 * 1024 * 1024);
+        out.put(' ');
     }
 
     void WriteTable(const std::string& name, std::string_view bytes) const

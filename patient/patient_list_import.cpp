@@ -9,6 +9,8 @@
 
 #include <any>
 #include <array>
+#include <exception>
+#include <utility>
 
 namespace vellumo::patient
 {
@@ -18,8 +20,9 @@ namespace
 constexpr const char* jobName = "sincronizza_pazienti";
 constexpr const char* listElement = "assistiti";
 
-// A citizen takes about a kilobyte; a doctor has two thousand, a group of practices fifty times as many.
-constexpr xml::Limits limits = {.bytes = std::size_t{128} * 1024 * 1024};
+// A citizen takes about a kilobyte and 22 elements; a doctor has two thousand, a group of practices fifty times as
+// many.
+constexpr xml::Limits limits = {.bytes = std::size_t{96} * 1024 * 1024, .nodes = 2'500'000};
 
 constexpr std::array<FieldMapping, 11> personalData = {{
     {"CodiceFiscale", "codiceFiscale", Conversion::Text},
@@ -96,14 +99,15 @@ bool PatientListImport::Run() const noexcept
 
 bool PatientListImport::RunOnFile(const std::string& path) const
 {
-    auto bytes = environment::ReadFile(path);
-    if (!bytes)
+    // What is too large for a list is not even read: there may not be memory for it.
+    const bool fits = environment::FileSize(path).value_or(0) <= limits.bytes;
+    auto bytes = fits ? environment::ReadFile(path) : std::nullopt;
+    if (fits && !bytes)
     {
         ShowError("Il file di importazione selezionato non è valido.");
         return false;
     }
-    const auto list = ReadList(*bytes);
-    bytes.reset();
+    const auto list = fits ? ReadList(std::move(*bytes)) : std::nullopt;
     if (!list)
     {
         ShowError("Si è verificato un errore in fase di apertura del documento selezionato.");
@@ -120,9 +124,9 @@ bool PatientListImport::RunOnFile(const std::string& path) const
             Import(*list, window);
             result = true;
         }
-        catch (const host::Fault& fault)
+        catch (const std::exception& fault)
         {
-            result = fault.Description();
+            result = std::string(fault.what());
         }
     };
     progress.InitializeProgress("Sincronizzazione", "Importazione pazienti");
@@ -140,12 +144,21 @@ bool PatientListImport::RunOnFile(const std::string& path) const
     return false;
 }
 
-std::optional<xml::Document> PatientListImport::ReadList(const std::string& bytes)
+std::optional<xml::Document> PatientListImport::ReadList(std::string bytes)
 {
-    const auto text = environment::DecodeXml(bytes);
-    auto document = text ? xml::Document::FromText(*text, limits) : std::nullopt;
-    // Any other document has nobody in it, and all patients would be revoked.
-    return document && document->Root().Name() == listElement ? document : std::nullopt;
+    std::optional<xml::Document> list;
+    host::PassOver( // memory may run out
+        [&]
+        {
+            const auto text = environment::DecodeXml(std::move(bytes));
+            auto document = text ? xml::Document::FromText(*text, limits) : std::nullopt;
+            // Any other document has nobody in it, and all patients would be revoked.
+            if (document && document->Root().Name() == listElement)
+            {
+                list = std::move(document);
+            }
+        });
+    return list;
 }
 
 void PatientListImport::Import(const xml::Document& list, ui::FormProgress& progress) const

@@ -36,7 +36,7 @@ public:
 private:
     [[nodiscard]] bool RunOnFile(const std::string& path) const;
     // The list, when the text is one; empty for anything else.
-    [[nodiscard]] static std::optional<xml::Document> ReadList(const std::string& bytes);
+    [[nodiscard]] static std::optional<xml::Document> ReadList(std::string bytes);
     void Import(const xml::Document& list, ui::FormProgress& progress) const;
     void Revoke() const;
     void ShowError(const std::string& text) const;

@@ -3,7 +3,7 @@
 // namespace address. White space between elements is dropped on reading.
 //
 // A `Node` is a small handle; it keeps the document that it belongs to alive. A default-made node is empty: selecting
-// from it gives nothing, its text is "", setting it does nothing. Nothing here faults.
+// from it gives nothing, its text is "", setting it does nothing. Nothing here faults but for lack of memory.
 #pragma once
 
 #include <cstddef>
@@ -78,14 +78,17 @@ struct Limits
     std::size_t bytes = std::size_t{32} * 1024 * 1024;
     std::size_t depth = 200;
     std::size_t attributes = 256; // of one element
+    // Elements and attributes of the whole document: each takes some hundred bytes of memory, and four of the text. A
+    // reply has some hundreds.
+    std::size_t nodes = 250'000;
 };
 
 class Document
 {
 public:
     // Empty when the text is not well-formed XML, uses a prefix without declaring it, has a document type declaration,
-    // or is beyond the limits. `text` is
-    // UTF-8; an encoding that its XML declaration names is not applied, since the text has been decoded already.
+    // or is beyond the limits. `text` is UTF-8; an encoding that its XML declaration names is not applied, since the
+    // text has been decoded already.
     [[nodiscard]] static std::optional<Document> FromText(std::string_view text, const Limits& limits = {});
 
     // An empty document: no root, every selection empty, text "".

@@ -63,7 +63,11 @@ private:
     {
         const bool closing = m_text.substr(m_position).starts_with("</");
         const auto name = m_text.substr(m_position + (closing ? 2 : 1));
-        NotePrefix(name.substr(0, name.find_first_of(" \t\r\n/>")));
+        if (!closing) // whose name the engine compares with the opening one
+        {
+            ++m_nodes;
+            NotePrefix(name.substr(0, name.find_first_of(" \t\r\n/>")));
+        }
         std::size_t attributes = 0;
         std::size_t word = m_position + 1; // start of what may be an attribute's name
         char last = '<';
@@ -72,7 +76,12 @@ private:
             const char character = m_text[m_position];
             if (character == '"' || character == '\'')
             {
-                ++attributes;
+                ++m_nodes;
+                if (++attributes > m_limits.attributes)
+                {
+                    m_good = false;
+                    return;
+                }
                 NoteAttribute(m_text.substr(word, m_position - word));
                 m_position = m_text.find(character, m_position + 1);
                 if (m_position == std::string_view::npos)
@@ -92,7 +101,7 @@ private:
         {
             ++m_depth;
         }
-        m_good = m_depth <= m_limits.depth && attributes <= m_limits.attributes;
+        m_good = m_depth <= m_limits.depth && m_nodes <= m_limits.nodes;
     }
 
     void NotePrefix(std::string_view name)
@@ -125,6 +134,7 @@ private:
     std::set<std::string_view> m_declaredPrefixes = {"xml"};
     std::size_t m_position = 0;
     std::size_t m_depth = 0;
+    std::size_t m_nodes = 0;
     bool m_good = true;
 };
 

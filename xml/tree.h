@@ -1,11 +1,13 @@
-// The storage behind `Document` and `Node`: all nodes of a document in one array, linked by index, so that handles
-// stay valid while nodes are added and a large document is one allocation that grows. A removed node stays in the
-// array, out of reach, until the document goes.
+// The storage behind `Document` and `Node`: all nodes of a document in one sequence, linked by index, so that handles
+// stay valid while nodes are added. It grows by pieces: a list of patients takes hundreds of megabytes, which a 32-bit
+// process has, but not in one block, and not twice while it grows. A removed node stays in it, out of reach, until the
+// document goes.
 #pragma once
 
 #include "xml/engine.h"
 
 #include <cstdint>
+#include <deque>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -40,7 +42,7 @@ struct Tree
         [[nodiscard]] bool IsElement() const noexcept { return !name.empty(); }
     };
 
-    std::vector<Item> items;
+    std::deque<Item> items;
     Index root = none;
 
     Index Add(Item item);

@@ -260,6 +260,15 @@ private:
     bool m_good = true;
 };
 
+// The text as the reader takes it; empty when its declaration is not well-formed. Of a large text the reader's copy is
+// the only wide one left.
+std::optional<Variant> ReaderInput(std::string_view text)
+{
+    const std::wstring wide = windows::ToWide(text);
+    const std::optional<std::wstring_view> content = Declaration(wide).TextBehind();
+    return content ? std::optional(Variant::Text(*content)) : std::nullopt;
+}
+
 } // namespace
 
 bool Read(std::string_view text, Builder& builder)
@@ -268,18 +277,16 @@ bool Read(std::string_view text, Builder& builder)
     {
         return false;
     }
-    const std::wstring wide = windows::ToWide(text);
-    const std::optional<std::wstring_view> content = Declaration(wide).TextBehind();
+    const std::optional<Variant> input = ReaderInput(text);
     Handler handler(builder); // before the reader, which refers to it
     const ComPtr<ISAXXMLReader> reader = CreateReader();
-    if (!content || !reader)
+    if (!input || !reader)
     {
         return false;
     }
     Prepare(*reader);
     reader->putContentHandler(&handler);
-    const Variant input = Variant::Text(*content);
-    const HRESULT result = reader->parse(input.Get());
+    const HRESULT result = reader->parse(input->Get());
     if (handler.Failure())
     {
         std::rethrow_exception(handler.Failure());

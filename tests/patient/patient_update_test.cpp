@@ -1,4 +1,6 @@
-// What of the update cannot be reached through IdentificaPaziente, which always forces it.
+// What of the update cannot be reached through IdentificaPaziente, which always forces it, and failures of the list's
+// import that no host can be made to cause.
+#include "patient/patient_list_import.h"
 #include "patient/patient_update.h"
 #include "tests/support/fake_host.h"
 #include "tests/support/installation.h"
@@ -10,6 +12,7 @@
 #include <cmath>
 #include <deque>
 #include <memory>
+#include <new>
 #include <string>
 
 using namespace vellumo;
@@ -35,6 +38,7 @@ public:
     void ShowModal(ui::Form& form) override
     {
         titles.push_back(form.Title());
+        form.Activated();
         for (ui::Control* control : form.Controls())
         {
             const auto* button = dynamic_cast<ui::Button*>(control);
@@ -45,8 +49,9 @@ public:
         }
         REQUIRE(form.IsClosed());
     }
-    std::optional<std::string> AskFile(const std::string&, const std::string&) override { return std::nullopt; }
+    std::optional<std::string> AskFile(const std::string&, const std::string&) override { return file; }
 
+    std::optional<std::string> file;
     std::deque<ui::Answer> answers;
     std::vector<ui::Prompt> prompts;
     std::vector<std::string> titles;
@@ -90,9 +95,16 @@ struct Practice
 
     std::int32_t Update(bool askIfRecent, bool force)
     {
-        const service::ProviderContext context = {services, objects, installation.clock, desktop, environment, factory,
-                                                  sender,   log};
         return patient::PatientUpdate(context).UpdatePatientFromCitizen(response, askIfRecent, force);
+    }
+
+    // The list that the operator chooses, and what he reads in the end.
+    std::string Import(const std::string& list)
+    {
+        desktop.file = installation.Path(list);
+        CHECK_FALSE(patient::PatientListImport(context).Run());
+        REQUIRE(desktop.prompts.size() == 1);
+        return desktop.prompts[0].text;
     }
 
     // Calendar days before the clock's today, late in the evening: days count by midnights.
@@ -116,6 +128,8 @@ struct Practice
     service::ExchangeLog log = {services, objects, installation.settings, installation.clock};
     service::ServiceSender sender = {bridge, factory, log, desktop};
     service::ServiceResponse response;
+    service::ProviderContext context = {services, objects, installation.clock, desktop, environment, factory,
+                                        sender,   log};
 };
 
 } // namespace
@@ -186,5 +200,24 @@ TEST_SUITE("patient")
         practice.fiscalCodeOnFile = "ALTRO";
         practice.cardOnFile = "";
         CHECK(practice.Update(true, true) == 900); // a new patient
+    }
+
+    TEST_CASE("a file beyond any memory is a list that cannot be opened")
+    {
+        Practice practice;
+        practice.installation.WriteHuge("film.xml");
+        CHECK(practice.Import("film.xml") ==
+              "Si è verificato un errore in fase di apertura del documento selezionato.");
+        CHECK(practice.connection->log.empty());
+    }
+
+    TEST_CASE("an import that breaks off says why, whatever it was")
+    {
+        Practice practice;
+        practice.installation.Write("elenco.xml", "<assistiti/>");
+        practice.connection->rowsOf = [](const std::string&) -> std::vector<Columns> { throw std::bad_alloc(); };
+        CHECK(practice.Import("elenco.xml") ==
+              std::string("Si è verificato un errore in fase di importazione:\r\n") + std::bad_alloc().what());
+        CHECK(practice.connection->log == "BR");
     }
 }

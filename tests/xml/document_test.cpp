@@ -24,18 +24,19 @@ bool IsRefused(std::string_view text, const Limits& limits = {})
     return !Document::FromText(text, limits);
 }
 
+std::string Repeated(std::string_view text, std::size_t times)
+{
+    std::string all;
+    for (std::size_t time = 0; time < times; ++time)
+    {
+        all += text;
+    }
+    return all;
+}
+
 std::string Nested(std::size_t depth)
 {
-    std::string text;
-    for (std::size_t level = 0; level < depth; ++level)
-    {
-        text += "<a>";
-    }
-    for (std::size_t level = 0; level < depth; ++level)
-    {
-        text += "</a>";
-    }
-    return text;
+    return Repeated("<a>", depth) + Repeated("</a>", depth);
 }
 
 } // namespace
@@ -148,12 +149,17 @@ TEST_SUITE("xml")
         CHECK(IsRefused("<!DOCTYPE a SYSTEM \"file:///etc/passwd\"><a/>"));
         CHECK(IsRefused("<?xml version='1.0'?><!-- > --><!DOCTYPE a><a/>"));
         CHECK(IsRefused(Nested(100'000)));
-        const Limits limits{.bytes = 1'000, .depth = 3, .attributes = 2};
+        const Limits limits{.bytes = 1'000, .depth = 3, .attributes = 2, .nodes = 9};
         CHECK_FALSE(IsRefused(Nested(3), limits));
         CHECK(IsRefused(Nested(4), limits));
         CHECK_FALSE(IsRefused("<a b='1' c='2'/>", limits));
         CHECK(IsRefused("<a b='1' c='2' d='3'/>", limits));
         CHECK(IsRefused("<a>" + std::string(1'000, 'x') + "</a>", limits));
+        // Elements and attributes count together, wherever they stand.
+        CHECK_FALSE(IsRefused("<a><b c='1' d='2'>x</b><b/>x<b/><b/><b/><b/></a>", limits));
+        CHECK(IsRefused("<a><b c='1' d='2'>x</b><b/>x<b/><b/><b/><b/><b/></a>", limits));
+        CHECK(IsRefused("<a><b c='1' d='2'>x</b><b c='1'/>x<b/><b/><b/><b/></a>", limits));
+        CHECK(IsRefused("<a>" + Repeated("<b/>", 300'000) + "</a>"));
         // Markup inside comments and sections counts for nothing.
         CHECK_FALSE(IsRefused("<a><!-- <b><b><b><b> <!DOCTYPE --><![CDATA[<b><b><b><!DOCTYPE]]></a>", limits));
         // Siblings are not depth; a closing bracket inside a value is not the end of its tag.

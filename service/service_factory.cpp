@@ -6,6 +6,7 @@
 
 #include <array>
 #include <optional>
+#include <utility>
 
 namespace vellumo::service
 {
@@ -41,8 +42,8 @@ constexpr std::array<RequestRow, 12> requests = {{
 // As a program loads a file: its own declaration says which encoding it has.
 std::optional<xml::Document> ReadDocument(const std::string& path)
 {
-    const auto bytes = environment::ReadFile(path);
-    const auto text = bytes ? environment::DecodeXml(*bytes) : std::nullopt;
+    auto bytes = environment::ReadFile(path);
+    const auto text = bytes ? environment::DecodeXml(std::move(*bytes)) : std::nullopt;
     return text ? xml::Document::FromText(*text) : std::nullopt;
 }
 

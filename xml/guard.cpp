@@ -174,7 +174,11 @@ std::size_t AllowedCharacter(std::string_view text)
 
 bool IsAcceptable(std::string_view text, const Limits& limits)
 {
-    return text.size() <= limits.bytes && MarkupScanner(text, limits).Run();
+    // A zero byte or a byte order mark (which one before the text has been taken from) is no XML; some engines pass
+    // over the mark, or take the zero byte for the end and do not see what stands behind it.
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    return text.size() <= limits.bytes && text.find('\0') == std::string_view::npos &&
+           !text.starts_with(byteOrderMark) && MarkupScanner(text, limits).Run();
 }
 
 std::string WithoutForbiddenCharacters(std::string_view text)

@@ -141,6 +141,9 @@ TEST_SUITE("xml")
             CAPTURE(text);
             CHECK(IsRefused(text));
         }
+        CHECK(IsRefused(std::string_view("<a/>\0<b/>", 9)));
+        CHECK(IsRefused(std::string_view("<a>x\0</a>", 9)));
+        CHECK(IsRefused("\xEF\xBB\xBF\xEF\xBB\xBF<a/>"));
     }
 
     TEST_CASE("a hostile text is refused before it does harm")

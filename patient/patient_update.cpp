@@ -145,7 +145,7 @@ std::int32_t PatientUpdate::Store(const xml::Node& data, const SissExemptions& e
         WriteState(data, patient);
         PatientWriter::Save(patient);
     }
-    const std::int32_t idPaziente = PatientWriter::KeyOf(patient);
+    const std::int32_t idPaziente = patient.Id();
     if (HasBit(mask, ui::update::exemptions))
     {
         m_exemptions.Store(exemptions, idPaziente, HasBit(mask, ui::update::deleteExemptions));

@@ -51,16 +51,10 @@ void PatientWriter::Save(host::Record& patient)
     {
         throw host::Fault("Impossibile salvare l'anagrafica del paziente.");
     }
-}
-
-std::int32_t PatientWriter::KeyOf(const host::Record& patient)
-{
-    const std::int32_t key = patient.Id();
-    if (key <= 0)
+    if (patient.Id() <= 0)
     {
         throw host::Fault("Il programma non ha dato un identificativo al paziente.");
     }
-    return key;
 }
 
 void PatientWriter::WriteAddresses(const xml::Node& citizen, std::int32_t idPaziente) const

@@ -72,12 +72,9 @@ public:
     // record is not.
     void Fill(const xml::Node& citizen, host::Record& patient) const;
 
-    // Stores the record. Faults when the host refuses.
-    static void Save(host::Record& patient);
-
-    // Identifier of a record that has been stored. Faults when the host gives none: rows of a patient 0 would belong to
+    // Stores the record. Faults when the host refuses, or gives it no identifier: rows of a patient 0 would belong to
     // nobody.
-    [[nodiscard]] static std::int32_t KeyOf(const host::Record& patient);
+    static void Save(host::Record& patient);
 
     // Each row is updated, or inserted when the patient has none of the kind.
     void WriteAddresses(const xml::Node& citizen, std::int32_t idPaziente) const;

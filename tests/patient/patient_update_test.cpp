@@ -202,6 +202,18 @@ TEST_SUITE("patient")
         CHECK(practice.Update(true, true) == 900); // a new patient
     }
 
+    TEST_CASE("a new patient to whom the host gives no identifier gets no rows")
+    {
+        Practice practice;
+        practice.fiscalCodeOnFile = "ALTRO";
+        practice.objects.patient.newId = 0;
+        CHECK_THROWS_AS(practice.Update(true, true), host::Fault);
+        practice.installation.Write("elenco.xml", "<assistiti><assistito/></assistiti>");
+        CHECK(practice.Import("elenco.xml").find("identificativo") != std::string::npos);
+        CHECK(practice.utils->written.empty());
+        CHECK(practice.connection->log == "BRBCBR"); // the update, the revocation, the listed patient
+    }
+
     TEST_CASE("a file beyond any memory is a list that cannot be opened")
     {
         Practice practice;

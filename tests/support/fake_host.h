@@ -106,6 +106,7 @@ struct StoredRow
 {
     Columns columns;
     std::int32_t id = 0;
+    std::int32_t newId = 900; // given by the first `Save`
     bool loads = true;
     bool saves = true;
     int saved = 0;
@@ -137,7 +138,7 @@ public:
     bool Save() override
     {
         m_row.saved += m_row.saves ? 1 : 0;
-        m_row.id = m_row.id == 0 ? 900 : m_row.id;
+        m_row.id = m_row.id == 0 ? m_row.newId : m_row.id;
         return m_row.saves;
     }
     [[nodiscard]] std::int32_t Id() const override { return m_row.id; }

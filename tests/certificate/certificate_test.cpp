@@ -3,6 +3,7 @@
 #include "certificate/contacts.h"
 #include "tests/support/fake_host.h"
 #include "tests/support/golden.h"
+#include "tests/support/travelling_desktop.h"
 
 #include <doctest.h>
 
@@ -16,29 +17,6 @@ using namespace vellumo::tests;
 
 namespace
 {
-
-// Lets each call travel at once and keeps what the operator was told.
-class TravellingDesktop final : public ui::Desktop
-{
-public:
-    ui::Answer Show(const ui::Prompt& prompt) override
-    {
-        told += prompt.title + ": " + prompt.text + '\n';
-        return ui::Answer::Ok;
-    }
-    void ShowModal(ui::Form& form) override
-    {
-        form.Activated();
-        if (failsAfterwards)
-        {
-            throw host::Fault("La finestra non si chiude.");
-        }
-    }
-    std::optional<std::string> AskFile(const std::string&, const std::string&) override { return std::nullopt; }
-
-    std::string told;
-    bool failsAfterwards = false;
-};
 
 class TwoRecords final : public host::HostObjects
 {

@@ -3,11 +3,11 @@
 #include "prescription/registration.h"
 #include "tests/support/fake_host.h"
 #include "tests/support/golden.h"
+#include "tests/support/travelling_desktop.h"
 
 #include <doctest.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,21 +16,6 @@ using namespace vellumo::tests;
 
 namespace
 {
-
-// Lets each call travel at once and keeps what the operator was told.
-class TravellingDesktop final : public ui::Desktop
-{
-public:
-    ui::Answer Show(const ui::Prompt& prompt) override
-    {
-        told += prompt.text;
-        return ui::Answer::Ok;
-    }
-    void ShowModal(ui::Form& form) override { form.Activated(); }
-    std::optional<std::string> AskFile(const std::string&, const std::string&) override { return std::nullopt; }
-
-    std::string told;
-};
 
 class ForgetfulSession final : public host::PrescriptionSession
 {

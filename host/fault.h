@@ -43,4 +43,18 @@ void PassOver(Statement&& statement) noexcept
     }
 }
 
+// Runs a whole operation and returns what it returns; after a fault, wherever it came from, `otherwise`.
+template <class Result, class Operation>
+[[nodiscard]] Result Trap(Result otherwise, Operation&& operation) noexcept
+{
+    try
+    {
+        return std::forward<Operation>(operation)();
+    }
+    catch (...)
+    {
+        return otherwise;
+    }
+}
+
 } // namespace vellumo::host

@@ -2,9 +2,9 @@
 #include "platform/windows/text.h"
 #include "platform/windows/win32_desktop.h"
 #include "platform/windows/wrapped_grid_view.h"
+#include "player/windows/cell_looks.h"
+#include "player/windows/robot.h"
 #include "tests/platform/windows/steps.h"
-#include "tests/scenario/windows/cell_looks.h"
-#include "tests/scenario/windows/robot.h"
 #include "ui/form_ricetta_result.h"
 
 #include <windows.h>
@@ -13,10 +13,10 @@
 
 using namespace vellumo;
 using namespace vellumo::ui;
-using scenario::Key;
-using scenario::Robot;
-using scenario::Steps;
-using scenario::Window;
+using player::Key;
+using player::Robot;
+using player::Steps;
+using player::Window;
 
 namespace
 {
@@ -52,7 +52,7 @@ HWND GridOnScreen()
 
 int RowHeight(int row)
 {
-    const RECT area = scenario::CellArea(GridOnScreen(), row, 1);
+    const RECT area = player::CellArea(GridOnScreen(), row, 1);
     return area.bottom - area.top;
 }
 
@@ -69,7 +69,7 @@ std::size_t TextLength(int row, int column)
 
 int BottomOf(int row)
 {
-    return scenario::CellArea(GridOnScreen(), row, 1).bottom;
+    return player::CellArea(GridOnScreen(), row, 1).bottom;
 }
 
 int Run(std::vector<Steps::Step> steps, const std::vector<RicettaResult>& results)
@@ -91,7 +91,7 @@ Steps::Step OnRow(std::size_t row)
         RECT inner{};
         GetClientRect(GridOnScreen(), &inner);
         CHECK(BottomOf(static_cast<int>(row)) > 0);
-        CHECK(scenario::CellArea(GridOnScreen(), static_cast<int>(row), 1).top < inner.bottom);
+        CHECK(player::CellArea(GridOnScreen(), static_cast<int>(row), 1).top < inner.bottom);
     };
 }
 

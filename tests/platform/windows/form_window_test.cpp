@@ -1,8 +1,8 @@
 // The windows on a real screen: worked by keyboard alone, the host's windows meanwhile, faults, and the program's end.
 #include "host/fault.h"
 #include "platform/windows/win32_desktop.h"
+#include "player/windows/robot.h"
 #include "tests/platform/windows/steps.h"
-#include "tests/scenario/windows/robot.h"
 #include "tests/ui/local_exemptions.h"
 #include "ui/form_esenzioni.h"
 #include "ui/form_paziente_changes.h"
@@ -19,12 +19,12 @@
 
 using namespace vellumo;
 using namespace vellumo::ui;
-using scenario::Key;
-using scenario::Keys;
-using scenario::Robot;
-using scenario::Steps;
-using scenario::Window;
-using scenario::WindowKind;
+using player::Key;
+using player::Keys;
+using player::Robot;
+using player::Steps;
+using player::Window;
+using player::WindowKind;
 
 namespace
 {

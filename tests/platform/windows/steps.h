@@ -1,7 +1,7 @@
 // An operator for tests of one window: what is done and looked at, step by step.
 #pragma once
 
-#include "tests/scenario/screen.h"
+#include "player/screen.h"
 
 #include <doctest.h>
 
@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace vellumo::scenario
+namespace vellumo::player
 {
 
 // Does one step each time a window waits. When none is left the window should be gone; it is closed after a while.
@@ -60,4 +60,4 @@ inline std::vector<Steps::Step> Keys(const std::vector<std::string>& keys)
     return steps;
 }
 
-} // namespace vellumo::scenario
+} // namespace vellumo::player

@@ -1,0 +1,137 @@
+// A window as the operator sees it, and what the operator can do to it. The scenario player reads and works windows
+// only through this, so that one scenario checks the same things natively (windows as state) and on Windows (the real
+// ones).
+//
+// Windows is the harder target, and it shapes the contract: the robot there works from a timer inside the window's
+// own modal loop, on the same thread. So the player is a step machine. Each call of `Operator::OnScreen` looks at the
+// window or does one thing to it and returns; what it did may take effect only later.
+#pragma once
+
+#include "ui/controls.h"
+#include "ui/prompt.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vellumo::player
+{
+
+enum class WindowKind
+{
+    Box,
+    Form,
+    FileDialog // the platform's own for choosing a file to open
+};
+
+// Captions and labels are as the operator reads them: without the "&" of the access key. Hidden controls are not
+// seen. Everything is counted from 0, top to bottom and then left to right.
+struct ButtonSeen
+{
+    std::string caption;
+    std::optional<ui::Answer> standard; // in a box: which answer it gives, whatever its caption reads
+    bool isDefault = false;
+    bool enabled = true;
+};
+
+// A check box or an option button.
+struct ToggleSeen
+{
+    std::string caption;
+    bool on = false;
+    bool enabled = true;
+};
+
+struct TextBoxSeen
+{
+    std::string caption; // the label that names it, "" when there is none
+    std::string value;
+    bool enabled = true;
+};
+
+struct ListSeen
+{
+    std::vector<std::string> entries;
+    int index = -1; // -1: nothing chosen
+    bool enabled = true;
+};
+
+struct ProgressSeen
+{
+    double value = 0;
+    double maximum = 0;
+};
+
+struct GridSeen
+{
+    std::vector<std::string> columns; // captions
+    std::size_t rowCount = 0;         // thousands are possible, hence `Window::Cell`
+    std::optional<std::size_t> selected;
+};
+
+struct CellSeen
+{
+    std::string text;
+    std::optional<ui::Colour> foreground; // empty: the grid's own
+    std::optional<ui::Colour> background;
+    ui::Image image = ui::Image::None;
+};
+
+class Window
+{
+public:
+    virtual ~Window() = default;
+
+    // A number that no other window of this run has had.
+    [[nodiscard]] virtual std::uint64_t Id() const = 0;
+    [[nodiscard]] virtual WindowKind Kind() const = 0;
+    [[nodiscard]] virtual std::string Title() const = 0;
+    // Of a box: its icon, and its text with lines joined by CR LF. Of a form: None and "".
+    [[nodiscard]] virtual ui::Icon Icon() const = 0;
+    [[nodiscard]] virtual std::string Text() const = 0;
+
+    [[nodiscard]] virtual std::vector<std::string> Labels() const = 0;
+    [[nodiscard]] virtual std::vector<ButtonSeen> Buttons() const = 0;
+    [[nodiscard]] virtual std::vector<ToggleSeen> Toggles() const = 0;
+    [[nodiscard]] virtual std::vector<TextBoxSeen> TextBoxes() const = 0;
+    [[nodiscard]] virtual std::vector<ListSeen> Lists() const = 0;
+    [[nodiscard]] virtual std::vector<ProgressSeen> ProgressBars() const = 0;
+    [[nodiscard]] virtual std::vector<GridSeen> Grids() const = 0;
+    [[nodiscard]] virtual CellSeen Cell(std::size_t grid, std::size_t row, std::size_t column) const = 0;
+
+    // Actions. Each is started and may take effect after its return. The player presses only what exists; pressing
+    // something disabled does nothing, as with a real hand.
+    virtual void Press(std::size_t button) = 0;
+    virtual void SelectRow(std::size_t grid, std::size_t row) = 0;
+    virtual void DoubleClickRow(std::size_t grid, std::size_t row) = 0;
+    // Replaces the content of a text box, as typing does: the form hears of it.
+    virtual void Type(std::size_t textBox, const std::string& text) = 0;
+    virtual void SetToggle(std::size_t toggle, bool on) = 0;
+    virtual void ChooseEntry(std::size_t list, int index) = 0;
+    // One key or combination at the control that has the keyboard: "Tab", "Shift+Tab", "Enter", "Escape", "Space",
+    // "Up", "Down", "Home", "End", "Alt+C", or a single character. False where the target has no keyboard (natively),
+    // and then nothing has happened.
+    virtual bool Key(const std::string& key) = 0;
+    virtual void CloseByFrame() = 0;
+    // In a file dialog: names the file and opens it; "" cancels.
+    virtual void ChooseFile(const std::filesystem::path& file) { static_cast<void>(file); }
+};
+
+// Whoever sits in front of the screen. Nothing escapes from `OnScreen`.
+class Operator
+{
+public:
+    virtual ~Operator() = default;
+
+    // `window` is the one on top, drawn, enabled and waiting. Called again and again while it stays open; never again
+    // before the messages of the action just started have been dispatched.
+    virtual void OnScreen(Window& window) noexcept = 0;
+
+    // `window` is at work and waits for nobody; it has a progress bar. Called whenever the target can look at it.
+    virtual void OnBusy(const Window& window) noexcept { static_cast<void>(window); }
+};
+
+} // namespace vellumo::player

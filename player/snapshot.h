@@ -1,0 +1,48 @@
+// All rows of all tables at one moment, and what differs between two moments.
+#pragma once
+
+#include "simulator/norda/database.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace vellumo::player
+{
+
+// A row's texts by column, as scenarios write them: dates "2024-01-31" with " 09:30:00" behind it when there is a time
+// of day, Booleans "True" and "False", NULL "NULL". "now" stands for a moment within the last quarter of an hour.
+using RowTexts = std::map<std::string, std::string>;
+
+struct TableTexts
+{
+    std::vector<std::string> columns; // the first is the key
+    std::map<int, RowTexts> rows;     // by key
+};
+
+using Snapshot = std::map<std::string, TableTexts>; // by table name, "Norda..Comune" for those of the shared database
+
+[[nodiscard]] Snapshot TakeSnapshot(norda::Database& database);
+
+struct RowChange
+{
+    enum class Kind
+    {
+        Added,
+        Changed,
+        Removed
+    };
+    Kind kind = Kind::Changed;
+    std::string table;
+    int key = 0;
+    RowTexts texts; // of an added row all that are not NULL (without the key), of a changed one the new texts
+
+    // "changed Paziente 2: Cognome = Rossi, …"
+    [[nodiscard]] std::string Text() const;
+};
+
+[[nodiscard]] std::vector<RowChange> Compare(const Snapshot& before, const Snapshot& after);
+
+[[nodiscard]] std::string ScenarioText(const host::Value& value);
+
+} // namespace vellumo::player

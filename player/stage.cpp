@@ -1,0 +1,170 @@
+#include "player/stage.h"
+
+#include "host/fault.h"
+
+#include <algorithm>
+#include <cctype>
+#include <thread>
+
+namespace vellumo::player
+{
+namespace
+{
+
+bool Contains(const std::string& text, const std::string& part)
+{
+    const auto same = [](char left, char right)
+    { return std::toupper(static_cast<unsigned char>(left)) == std::toupper(static_cast<unsigned char>(right)); };
+    return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
+}
+
+// Folder by folder: the standard library for Windows cannot copy a tree.
+std::filesystem::path CopyOf(const std::filesystem::path& model, const std::filesystem::path& folder)
+{
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(model))
+    {
+        const auto copy = folder / std::filesystem::relative(entry.path(), model);
+        if (entry.is_directory())
+        {
+            std::filesystem::create_directories(copy);
+        }
+        else
+        {
+            std::filesystem::copy_file(entry.path(), copy);
+        }
+    }
+    return folder;
+}
+
+// A practice of a scenario need not outlive a power failure, and waiting for the disk takes most of the time.
+std::shared_ptr<norda::Database> OpenFast(const norda::Practice& practice)
+{
+    auto database = practice.Open();
+    for (const auto* const name : {"main", "Norda"})
+    {
+        database->Execute(std::string("PRAGMA ") + name + ".synchronous = OFF");
+    }
+    return database;
+}
+
+} // namespace
+
+Stage::Stage(const std::filesystem::path& model, const std::filesystem::path& folder, Operator& anOperator)
+    : m_practice(CopyOf(model, folder))
+    , m_target(MakeTarget(anOperator, folder))
+    , m_own(OpenFast(m_practice))
+    , m_hosts(OpenFast(m_practice))
+    , m_utils(std::make_shared<norda::HostUtils>(m_hosts))
+    , m_lockSrv(std::make_shared<norda::HostLockSrv>(1))
+{
+    m_network.People().LoadSeed();
+    m_practice.Register(m_target->Machine());
+    m_hosts->SetObserver([this](const std::string& sql) { BeforeStatement(sql); });
+}
+
+Stage::~Stage()
+{
+    static_cast<void>(ReleaseProvider());
+    if (m_hosts)
+    {
+        m_hosts->SetObserver({});
+    }
+}
+
+void Stage::LogOn(std::optional<std::int32_t> user)
+{
+    m_lockSrv = std::make_shared<norda::HostLockSrv>(user);
+    HandOver();
+}
+
+void Stage::SetStudio(std::int32_t studio)
+{
+    m_studio = studio;
+    HandOver();
+}
+
+void Stage::Withhold(const std::string& part)
+{
+    if (part == "Connection")
+    {
+        m_hosts->SetObserver({});
+        m_hosts.reset();
+    }
+    else if (part == "LockSrv")
+    {
+        m_lockSrv.reset();
+    }
+    else
+    {
+        m_utils.reset();
+    }
+    HandOver();
+}
+
+std::shared_ptr<host::Record> Stage::LoadCertificate(std::int32_t id)
+{
+    // What the host reads for itself is no statement of the library's.
+    if (m_hosts)
+    {
+        m_hosts->SetObserver({});
+    }
+    auto certificate = m_objects.LoadCertificate(m_hosts ? m_hosts : m_own, id);
+    if (m_hosts)
+    {
+        m_hosts->SetObserver([this](const std::string& sql) { BeforeStatement(sql); });
+    }
+    return certificate;
+}
+
+norda::ProviderClient& Stage::Provider()
+{
+    if (!m_provider)
+    {
+        m_provider = m_target->CreateProvider({m_bridgeInstalled ? &m_network : nullptr, &m_objects, &m_prescriptions});
+        HandOver();
+    }
+    return *m_provider;
+}
+
+bool Stage::ReleaseProvider()
+{
+    if (!m_provider)
+    {
+        return true;
+    }
+    const bool unloadable = m_provider->Release();
+    m_provider.reset();
+    return unloadable;
+}
+
+void Stage::HandOver()
+{
+    if (m_provider)
+    {
+        m_provider->SetConnection(m_hosts);
+        m_provider->SetLockSrv(m_lockSrv);
+        m_provider->SetUtils(m_utils);
+        m_provider->SetStudio(m_studio);
+    }
+}
+
+void Stage::BeforeStatement(const std::string& sql)
+{
+    ++m_statements;
+    if (m_statementSeen)
+    {
+        m_statementSeen();
+    }
+    std::this_thread::sleep_for(m_pace);
+    for (auto& fault : m_faults)
+    {
+        if (Contains(sql, fault.pattern) && (++fault.met == fault.number || fault.number == 0))
+        {
+            throw host::Fault(fault.message);
+        }
+    }
+}
+
+} // namespace vellumo::player

@@ -1,0 +1,94 @@
+// The world of one scenario: a practice made new in a folder of its own, the simulated network, the simulated host and
+// the provider that it loads. Gone with the object.
+#pragma once
+
+#include "player/target.h"
+#include "simulator/norda/host_records.h"
+#include "simulator/norda/host_utils.h"
+#include "simulator/norda/practice.h"
+#include "simulator/norda/provider_client.h"
+#include "simulator/siss/network.h"
+
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vellumo::player
+{
+
+// A statement of the database that is to fail.
+struct StatementFault
+{
+    std::string pattern;    // part of its text, in any case; "" is in every statement
+    std::size_t number = 0; // which of those; 0: each
+    std::string message;
+    std::size_t met = 0;
+};
+
+class Stage
+{
+public:
+    // `model` is a practice as `Practice::Create` leaves it; a copy of it in `folder` is this stage's own.
+    Stage(const std::filesystem::path& model, const std::filesystem::path& folder, Operator& anOperator);
+    ~Stage();
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+
+    [[nodiscard]] norda::Practice& Practice() noexcept { return m_practice; }
+    [[nodiscard]] siss::Network& Network() noexcept { return m_network; }
+    [[nodiscard]] norda::HostObjects& Objects() noexcept { return m_objects; }
+    [[nodiscard]] norda::PrescriptionObjects& Prescriptions() noexcept { return m_prescriptions; }
+    [[nodiscard]] Target& GetTarget() noexcept { return *m_target; }
+    // A second connection, which sees what is stored and is never made to fail.
+    [[nodiscard]] norda::Database& Database() noexcept { return *m_own; }
+
+    // Empty: nobody. Takes effect at once.
+    void LogOn(std::optional<std::int32_t> user);
+    void SetStudio(std::int32_t studio);
+    // "Connection", "LockSrv" or "Utils": the host does not hand it over (any more).
+    void Withhold(const std::string& part);
+    void AnswerZeroWithoutRow() { m_utils->AnswerZeroWithoutRow(); }
+    void RemoveBridge() noexcept { m_bridgeInstalled = false; }
+    void AddFault(StatementFault fault) { m_faults.push_back(std::move(fault)); }
+    // As the host would before it hands the certificate over. Faults when there is none.
+    [[nodiscard]] std::shared_ptr<host::Record> LoadCertificate(std::int32_t id);
+    // From now on each statement of the library takes that long, as on a busy server.
+    void SetPace(std::chrono::milliseconds pace) noexcept { m_pace = pace; }
+    // Hears of each statement of the library before it is run.
+    void SetStatementSeen(std::function<void()> seen) { m_statementSeen = std::move(seen); }
+    // Statements of the library so far.
+    [[nodiscard]] std::size_t StatementCount() const noexcept { return m_statements; }
+
+    // The provider; made by the first call of it, everything handed over. Faults as creating it does.
+    [[nodiscard]] norda::ProviderClient& Provider();
+    // Lets go of the provider; True when nothing of the library is left, or there was none.
+    [[nodiscard]] bool ReleaseProvider();
+
+private:
+    void HandOver();
+    void BeforeStatement(const std::string& sql);
+
+    norda::Practice m_practice;
+    siss::Network m_network;
+    norda::HostObjects m_objects;
+    norda::PrescriptionObjects m_prescriptions;
+    std::unique_ptr<Target> m_target;
+    std::shared_ptr<norda::Database> m_own;
+    std::shared_ptr<norda::Database> m_hosts;
+    std::shared_ptr<norda::HostUtils> m_utils;
+    std::shared_ptr<norda::HostLockSrv> m_lockSrv;
+    std::int32_t m_studio = norda::Practice::studio;
+    bool m_bridgeInstalled = true;
+    std::vector<StatementFault> m_faults;
+    std::size_t m_statements = 0;
+    std::chrono::milliseconds m_pace{0};
+    std::function<void()> m_statementSeen;
+    std::unique_ptr<norda::ProviderClient> m_provider;
+};
+
+} // namespace vellumo::player

@@ -1,0 +1,43 @@
+// What differs between the targets on which scenarios run: how a provider is created, where the installation keeps
+// its settings, and who shows the windows to the operator.
+#pragma once
+
+#include "player/screen.h"
+#include "simulator/norda/provider_client.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vellumo::player
+{
+
+class Target
+{
+public:
+    virtual ~Target() = default;
+
+    // Faults when the library refuses, with the text that a host would get.
+    [[nodiscard]] virtual std::unique_ptr<norda::ProviderClient> CreateProvider(const norda::Outside& outside) = 0;
+
+    [[nodiscard]] virtual norda::Installation& Machine() = 0;
+
+    // The window on top while the library is at work (a wait window during a call, which is not waiting for anybody);
+    // null when none of the library's is on screen.
+    [[nodiscard]] virtual std::unique_ptr<Window> Topmost() = 0;
+
+    // Saves a picture of the screen. False where there is none to take.
+    virtual bool Screenshot(const std::filesystem::path& file) = 0;
+};
+
+// Each target's build defines this. `folder` is an empty folder of this run, where the target may keep its own files
+// (natively the settings file). Windows that wait for input go to `anOperator`.
+[[nodiscard]] std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::path& folder);
+
+// Does the work in a process of its own, which may end in the middle of it; the answer is its exit code. Empty where a
+// target cannot do that: then nothing has been done.
+[[nodiscard]] std::optional<int> DoApart(const std::function<void()>& work);
+
+} // namespace vellumo::player

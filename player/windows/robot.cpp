@@ -1,0 +1,77 @@
+#include "player/windows/robot.h"
+
+#include "player/windows/real_window.h"
+
+namespace vellumo::player
+{
+namespace
+{
+
+constexpr UINT interval = 10; // milliseconds, the shortest that Windows knows
+
+Robot* theRobot = nullptr; // a timer's callback is told nothing
+
+BOOL CALLBACK TakeLibraryWindow(HWND window, LPARAM found) noexcept
+{
+    if (!RealWindow::IsLibraryWindow(window))
+    {
+        return TRUE;
+    }
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+HWND TopLibraryWindow()
+{
+    HWND top = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), &TakeLibraryWindow, reinterpret_cast<LPARAM>(&top)); // topmost first
+    return top;
+}
+
+} // namespace
+
+Robot::Robot(Operator& anOperator)
+    : m_operator(anOperator)
+    , m_timer(SetTimer(nullptr, 0, interval, &Robot::OnTimer))
+{
+    theRobot = this;
+    SetCursorPos(0, 0); // out of the way: what the mouse points at looks different
+}
+
+Robot::~Robot()
+{
+    KillTimer(nullptr, m_timer);
+    theRobot = nullptr;
+}
+
+std::unique_ptr<Window> Robot::Topmost()
+{
+    const HWND top = TopLibraryWindow();
+    return top == nullptr ? nullptr : std::make_unique<RealWindow>(top);
+}
+
+void CALLBACK Robot::OnTimer(HWND, UINT, UINT_PTR, DWORD) noexcept
+{
+    if (theRobot == nullptr || theRobot->m_atWork)
+    {
+        return;
+    }
+    const HWND top = TopLibraryWindow();
+    if (top == nullptr)
+    {
+        return;
+    }
+    RealWindow window(top);
+    if (window.IsWaiting())
+    {
+        theRobot->m_atWork = true;
+        theRobot->m_operator.OnScreen(window);
+        theRobot->m_atWork = false;
+    }
+    else if (!window.ProgressBars().empty())
+    {
+        theRobot->m_operator.OnBusy(window);
+    }
+}
+
+} // namespace vellumo::player

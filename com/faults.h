@@ -1,7 +1,7 @@
 // Faults at the border to the host: no exception leaves a COM method; it becomes an HRESULT with error information.
 #pragma once
 
-#include "platform/windows/com_ptr.h"
+#include "platform/windows/adapters/com_ptr.h"
 
 #include <oaidl.h>
 

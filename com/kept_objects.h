@@ -5,7 +5,7 @@
 
 #include "com/module.h"
 #include "host/kept_object.h"
-#include "platform/windows/dispatch_prescriptions.h"
+#include "platform/windows/adapters/dispatch_prescriptions.h"
 
 #include <atomic>
 #include <memory>

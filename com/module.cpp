@@ -1,7 +1,7 @@
 #include "com/module.h"
 
-#include "platform/windows/common_controls.h"
-#include "platform/windows/host_fault.h"
+#include "platform/windows/adapters/host_fault.h"
+#include "platform/windows/system/this_module.h"
 
 #include <oleauto.h>
 

@@ -1,7 +1,7 @@
 // The DLL as a COM module: whether anything of it is still in use, and the type libraries that it carries.
 #pragma once
 
-#include "platform/windows/com_ptr.h"
+#include "platform/windows/adapters/com_ptr.h"
 
 #include <oaidl.h>
 

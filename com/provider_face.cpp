@@ -2,12 +2,12 @@
 
 #include "com/kept_objects.h"
 #include "host/fault.h"
-#include "platform/windows/ado.h"
-#include "platform/windows/dispatch_bridge.h"
-#include "platform/windows/dispatch_prescriptions.h"
-#include "platform/windows/dispatch_services.h"
-#include "platform/windows/registry_settings_store.h"
-#include "platform/windows/win32_desktop.h"
+#include "platform/windows/adapters/ado.h"
+#include "platform/windows/adapters/dispatch_bridge.h"
+#include "platform/windows/adapters/dispatch_prescriptions.h"
+#include "platform/windows/adapters/dispatch_services.h"
+#include "platform/windows/adapters/registry_settings_store.h"
+#include "platform/windows/forms/win32_desktop.h"
 
 #include <optional>
 

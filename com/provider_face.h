@@ -6,7 +6,7 @@
 #pragma once
 
 #include "com/com_object.h"
-#include "platform/windows/dispatch_records.h"
+#include "platform/windows/adapters/dispatch_records.h"
 #include "provider/siss_provider.h"
 
 #include <kelnordaccelib.h>

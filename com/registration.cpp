@@ -1,8 +1,8 @@
 #include "com/registration.h"
 
 #include "com/module.h"
-#include "platform/windows/host_fault.h"
-#include "platform/windows/registry_key.h"
+#include "platform/windows/adapters/host_fault.h"
+#include "platform/windows/adapters/registry_key.h"
 
 #include <oleauto.h>
 #include <olectl.h>

@@ -1,6 +1,6 @@
 #include "player/windows/keyboard.h"
 
-#include "platform/windows/text.h"
+#include "platform/windows/system/text.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 #include "player/windows/real_window.h"
 
-#include "platform/windows/text.h"
-#include "platform/windows/wrapped_grid_view.h"
+#include "platform/windows/forms/wrapped_grid_view.h"
+#include "platform/windows/system/text.h"
 #include "player/windows/cell_looks.h"
 #include "player/windows/keyboard.h"
 

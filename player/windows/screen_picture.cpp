@@ -1,6 +1,6 @@
 #include "player/windows/screen_picture.h"
 
-#include "platform/windows/com_ptr.h"
+#include "platform/windows/adapters/com_ptr.h"
 
 #include <windows.h>
 // After windows.h.

@@ -1,6 +1,6 @@
 // The provider as a COM object: what it promises to any host, whatever language that is written in.
-#include "platform/windows/host_fault.h"
-#include "platform/windows/late_bound.h"
+#include "platform/windows/adapters/host_fault.h"
+#include "platform/windows/adapters/late_bound.h"
 #include "simulator/norda/windows/dispatch_face.h"
 #include "simulator/norda/windows/faces.h"
 #include "tests/com/fake_outside.h"

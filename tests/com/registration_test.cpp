@@ -1,5 +1,5 @@
 // Registration as an installer does it, and what a script host then finds.
-#include "platform/windows/registry_key.h"
+#include "platform/windows/adapters/registry_key.h"
 #include "tests/com/library.h"
 #include "tests/com/process.h"
 

@@ -1,7 +1,7 @@
 // Settings in the Windows registry.
 #include "host/fault.h"
-#include "platform/windows/registry_key.h"
-#include "platform/windows/registry_settings_store.h"
+#include "platform/windows/adapters/registry_key.h"
+#include "platform/windows/adapters/registry_settings_store.h"
 
 #include <doctest.h>
 

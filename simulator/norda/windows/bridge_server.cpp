@@ -4,7 +4,7 @@
 //   siss_bridge --register      enters the ProgID for the current user
 //   siss_bridge --unregister    takes it out again
 #include "host/fault.h"
-#include "platform/windows/host_names.h"
+#include "platform/windows/adapters/host_names.h"
 #include "simulator/norda/windows/class_objects.h"
 #include "simulator/norda/windows/dispatch_face.h"
 #include "simulator/norda/windows/faces.h"

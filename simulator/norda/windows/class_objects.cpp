@@ -1,10 +1,10 @@
 #include "simulator/norda/windows/class_objects.h"
 
 #include "host/fault.h"
-#include "platform/windows/host_fault.h"
-#include "platform/windows/host_names.h"
-#include "platform/windows/registry_key.h"
-#include "platform/windows/text.h"
+#include "platform/windows/adapters/host_fault.h"
+#include "platform/windows/adapters/host_names.h"
+#include "platform/windows/adapters/registry_key.h"
+#include "platform/windows/system/text.h"
 #include "simulator/norda/windows/faces.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 #include "simulator/norda/windows/dispatch_face.h"
 
 #include "host/fault.h"
-#include "platform/windows/bstr.h"
-#include "platform/windows/text.h"
+#include "platform/windows/adapters/bstr.h"
+#include "platform/windows/system/text.h"
 
 #include <algorithm>
 

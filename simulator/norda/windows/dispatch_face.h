@@ -4,8 +4,8 @@
 // A fault in a member reaches the caller as an exception of IDispatch with the fault's description and number.
 #pragma once
 
-#include "platform/windows/com_ptr.h"
-#include "platform/windows/variant.h"
+#include "platform/windows/adapters/com_ptr.h"
+#include "platform/windows/adapters/variant.h"
 
 #include <functional>
 #include <span>

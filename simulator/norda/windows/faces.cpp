@@ -2,7 +2,7 @@
 
 #include "host/fault.h"
 #include "host/host_services.h"
-#include "platform/windows/host_names.h"
+#include "platform/windows/adapters/host_names.h"
 #include "simulator/norda/windows/dispatch_face.h"
 #include "simulator/norda/windows/recordset_face.h"
 

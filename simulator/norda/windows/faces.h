@@ -1,5 +1,5 @@
 // What the simulated host shows of itself to the library: each of its C++ objects as a late-bound COM object with the
-// member names that the library knows (platform/windows/host_names.h).
+// member names that the library knows (platform/windows/adapters/host_names.h).
 #pragma once
 
 #include "host/bridge.h"
@@ -7,7 +7,7 @@
 #include "host/lock_srv.h"
 #include "host/records.h"
 #include "host/utils.h"
-#include "platform/windows/com_ptr.h"
+#include "platform/windows/adapters/com_ptr.h"
 #include "simulator/norda/prescriptions.h"
 
 #include <memory>

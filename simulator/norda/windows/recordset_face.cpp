@@ -1,8 +1,8 @@
 #include "simulator/norda/windows/recordset_face.h"
 
 #include "host/fault.h"
-#include "platform/windows/host_names.h"
-#include "platform/windows/text.h"
+#include "platform/windows/adapters/host_names.h"
+#include "platform/windows/system/text.h"
 #include "simulator/norda/windows/dispatch_face.h"
 
 namespace vellumo::norda

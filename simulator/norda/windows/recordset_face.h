@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/connection.h"
-#include "platform/windows/com_ptr.h"
+#include "platform/windows/adapters/com_ptr.h"
 
 #include <memory>
 

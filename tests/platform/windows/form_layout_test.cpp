@@ -1,5 +1,5 @@
 // Where controls stand in a window: lines, what is left over, the closing row of buttons.
-#include "platform/windows/form_layout.h"
+#include "platform/windows/forms/form_layout.h"
 
 #include <doctest.h>
 

@@ -1,7 +1,7 @@
 // The results of the registration on a real screen: pictures, whole texts in rows as high as they need, the keyboard.
-#include "platform/windows/text.h"
-#include "platform/windows/win32_desktop.h"
-#include "platform/windows/wrapped_grid_view.h"
+#include "platform/windows/forms/win32_desktop.h"
+#include "platform/windows/forms/wrapped_grid_view.h"
+#include "platform/windows/system/text.h"
 #include "player/windows/cell_looks.h"
 #include "player/windows/robot.h"
 #include "tests/platform/windows/steps.h"

@@ -1,6 +1,6 @@
 // The windows on a real screen: worked by keyboard alone, the host's windows meanwhile, faults, and the program's end.
 #include "host/fault.h"
-#include "platform/windows/win32_desktop.h"
+#include "platform/windows/forms/win32_desktop.h"
 #include "player/windows/robot.h"
 #include "tests/platform/windows/steps.h"
 #include "tests/ui/local_exemptions.h"

@@ -1,5 +1,5 @@
 // Scrolling through rows of different heights: no key passes over lines that have not been seen.
-#include "platform/windows/tall_rows.h"
+#include "platform/windows/forms/tall_rows.h"
 
 #include <doctest.h>
 

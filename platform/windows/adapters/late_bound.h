@@ -1,0 +1,74 @@
+// Late-bound calls: an object of the host reached by the names of its members alone.
+//
+// A `Member` looks its identifier up once and keeps it, so it may be used on objects of one class only; who owns the
+// `LateBound` objects of a class owns their members too. Failures are host::Fault with the description and the number
+// that the object reported.
+#pragma once
+
+#include "platform/windows/adapters/com_ptr.h"
+#include "platform/windows/adapters/variant.h"
+
+#include <array>
+#include <span>
+
+namespace vellumo::windows
+{
+
+class Member
+{
+public:
+    explicit constexpr Member(const wchar_t* name) noexcept
+        : m_name(name)
+    {
+    }
+
+    [[nodiscard]] const wchar_t* Name() const noexcept { return m_name; }
+    [[nodiscard]] DISPID IdOn(IDispatch& object, const wchar_t* objectName);
+
+private:
+    const wchar_t* m_name;
+    DISPID m_id = DISPID_UNKNOWN;
+};
+
+class LateBound
+{
+public:
+    LateBound() = default;
+    // `name` stands in the descriptions of faults; it must outlive the object.
+    LateBound(ComPtr<IDispatch> object, const wchar_t* name)
+        : m_object(std::move(object))
+        , m_name(name)
+    {
+    }
+
+    // Calls a method or reads a property, with or without arguments; the host may have made it either.
+    template <class... Arguments>
+    Variant Call(Member& member, const Arguments&... arguments) const
+    {
+        std::array<VARIANT, sizeof...(Arguments)> plain{arguments.Get()...};
+        return Invoke(member, DISPATCH_METHOD | DISPATCH_PROPERTYGET, plain);
+    }
+    // Writes a property; the last argument is the value, those before it are its indexes.
+    template <class... Arguments>
+    void Put(Member& member, const Arguments&... arguments) const
+    {
+        std::array<VARIANT, sizeof...(Arguments)> plain{arguments.Get()...};
+        Invoke(member, DISPATCH_PROPERTYPUT, plain);
+    }
+    // Hands an object over as a property ("Set x.Member = object").
+    void PutObject(Member& member, IDispatch* object) const;
+
+    [[nodiscard]] IDispatch* Object() const noexcept { return m_object.Get(); }
+
+private:
+    // The arguments in the order in which they are written; they stay the caller's.
+    Variant Invoke(Member& member, WORD flags, std::span<VARIANT> arguments) const;
+
+    ComPtr<IDispatch> m_object;
+    const wchar_t* m_name = L"";
+};
+
+// Creates an object from its ProgID; faults with the name of the ProgID and the reason.
+[[nodiscard]] ComPtr<IDispatch> CreateByProgId(const wchar_t* progId);
+
+} // namespace vellumo::windows

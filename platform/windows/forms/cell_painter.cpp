@@ -1,0 +1,106 @@
+#include "platform/windows/forms/cell_painter.h"
+
+#include "platform/windows/forms/drawing.h"
+#include "platform/windows/system/text.h"
+
+#include <algorithm>
+
+namespace vellumo::windows
+{
+namespace
+{
+
+constexpr int paddingAcross = 5; // at 96 dots an inch
+constexpr int paddingAbove = 3;  // of wrapped texts, and below
+constexpr int gridLine = 1;      // pixels
+constexpr UINT wrapped = DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX;
+constexpr UINT onOneLine = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS;
+
+COLORREF ToColorRef(ui::Colour colour)
+{
+    return RGB((colour >> 16u) & 0xFFu, (colour >> 8u) & 0xFFu, colour & 0xFFu);
+}
+
+// A quarter of the first colour over the second.
+COLORREF Mixed(COLORREF over, COLORREF under)
+{
+    const auto mix = [](int a, int b) { return (a + 3 * b) / 4; };
+    return RGB(mix(GetRValue(over), GetRValue(under)), mix(GetGValue(over), GetGValue(under)),
+               mix(GetBValue(over), GetBValue(under)));
+}
+
+void Fill(HDC context, const RECT& area, COLORREF colour)
+{
+    SetBkColor(context, colour);
+    ExtTextOutW(context, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
+}
+
+// Line ends at the end would make the row higher for nothing.
+std::wstring WithoutLastLineEnds(std::wstring text)
+{
+    text.erase(text.find_last_not_of(L"\r\n") + 1);
+    return text;
+}
+
+} // namespace
+
+int CellPainter::ImageRoom(const ui::Cell& cell) const
+{
+    return cell.image == ui::Image::None ? 0 : m_surface.ImageSize() + m_surface.Pixels(paddingAcross);
+}
+
+int CellPainter::WrappedHeight(const ui::Cell& cell, int width) const
+{
+    const int room = width - 2 * m_surface.Pixels(paddingAcross) - ImageRoom(cell);
+    const int text = m_surface.TextHeight(WithoutLastLineEnds(ToShown(cell.text)), cell.strong, room, wrapped);
+    const int image = cell.image == ui::Image::None ? 0 : m_surface.ImageSize();
+    return std::max({text, image, m_surface.LineHeight()}) + 2 * m_surface.Pixels(paddingAbove) + gridLine;
+}
+
+// The selected row stands out also while the keyboard is elsewhere: it is the one that the next button works on. A
+// coloured cell keeps its colours there and gets lines in the colour of the selection, above and below.
+void CellPainter::Draw(HDC context, const ui::Cell& cell, RECT area, const CellLook& look) const
+{
+    const COLORREF window = GetSysColor(COLOR_WINDOW);
+    const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
+    const bool coloured = cell.foreground || cell.background;
+    COLORREF background = cell.background ? ToColorRef(*cell.background) : window;
+    COLORREF text = cell.foreground ? ToColorRef(*cell.foreground) : GetSysColor(COLOR_WINDOWTEXT);
+    if (look.selected && !coloured)
+    {
+        background = look.keyboardHere ? highlight : Mixed(highlight, window);
+        text = look.keyboardHere ? GetSysColor(COLOR_HIGHLIGHTTEXT) : text;
+    }
+
+    area.bottom -= gridLine;
+    const SavedContext saved(context);
+    Fill(context, area, background);
+    if (look.selected)
+    {
+        const int line = m_surface.Pixels(1);
+        Fill(context, {area.left, area.top, area.right, area.top + line}, highlight);
+        Fill(context, {area.left, area.bottom - line, area.right, area.bottom}, highlight);
+    }
+    InflateRect(&area, -m_surface.Pixels(paddingAcross), look.wraps ? -m_surface.Pixels(paddingAbove) : 0);
+    DrawImage(context, cell.image, area, look.wraps);
+    area.left += ImageRoom(cell);
+    SelectObject(context, m_surface.FontFor(cell.strong));
+    SetTextColor(context, text);
+    SetBkMode(context, TRANSPARENT);
+    const std::wstring wide = look.wraps ? WithoutLastLineEnds(ToShown(cell.text)) : ToShown(cell.text);
+    DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &area, look.wraps ? wrapped : onOneLine);
+}
+
+// Beside a wrapped text it stands on the first line.
+void CellPainter::DrawImage(HDC context, ui::Image image, const RECT& area, bool wraps) const
+{
+    if (image == ui::Image::None)
+    {
+        return;
+    }
+    const int size = m_surface.ImageSize();
+    const int above = wraps ? 0 : (area.bottom - area.top - size) / 2;
+    DrawIconEx(context, area.left, area.top + above, m_surface.IconFor(image), size, size, 0, nullptr, DI_NORMAL);
+}
+
+} // namespace vellumo::windows

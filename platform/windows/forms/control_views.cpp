@@ -1,0 +1,419 @@
+// The views of all controls but the grids, which have files of their own.
+#include "host/fault.h"
+#include "platform/windows/forms/control_view.h"
+#include "platform/windows/forms/grid_view.h"
+#include "platform/windows/forms/window_message.h"
+#include "platform/windows/forms/wrapped_grid_view.h"
+#include "platform/windows/system/text.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace vellumo::windows
+{
+namespace
+{
+
+constexpr int buttonHeight = 23; // all at 96 dots an inch, the sizes that Windows itself uses
+constexpr int buttonWidth = 75;
+constexpr int checkHeight = 17;
+constexpr int editHeight = 21;
+constexpr int barHeight = 17;
+constexpr int imageGap = 6;
+
+class LabelView final : public ControlView
+{
+public:
+    LabelView(ui::Label& label, const Surface& surface)
+        : ControlView(label)
+        , m_label(label)
+        , m_surface(surface)
+    {
+        const DWORD cut = label.lines > 1 ? SS_EDITCONTROL : SS_ENDELLIPSIS;
+        m_window = TextWindow(surface.MakeChild(L"STATIC", L"", SS_LEFT | SS_NOPREFIX | cut, 0, -1));
+        Send(m_window.Get(), WM_SETFONT, reinterpret_cast<WPARAM>(surface.FontFor(label.strong)), FALSE);
+        if (label.image != ui::Image::None)
+        {
+            m_image = surface.MakeChild(L"STATIC", L"", SS_ICON | SS_REALSIZECONTROL | WS_VISIBLE, 0, -1);
+            Send(m_image, STM_SETICON, reinterpret_cast<WPARAM>(surface.IconFor(label.image)));
+        }
+    }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        const int width = m_label.lines > 1 ? 0 : m_surface.TextWidth(ToShown(m_label.text), m_label.strong, false);
+        const int image = m_image == nullptr ? 0 : m_surface.ImageSize();
+        return {.size = {ImageRoom() + width, std::max(image, m_label.lines * m_surface.LineHeight())},
+                .sameLine = m_label.sameLine,
+                .stretches = true};
+    }
+    void Place(const RECT& place) override
+    {
+        const int height = m_label.lines * m_surface.LineHeight();
+        const LONG top = place.top + (place.bottom - place.top - height) / 2;
+        m_window.Place(place.left + ImageRoom(), top, place.right, top + height);
+        if (m_image != nullptr)
+        {
+            const int size = m_surface.ImageSize();
+            SetWindowPos(m_image, nullptr, place.left, place.top, size, size, SWP_NOZORDER | SWP_NOACTIVATE);
+        }
+    }
+    void Update() override { m_window.Update(m_label); }
+
+private:
+    [[nodiscard]] int ImageRoom() const
+    {
+        return m_image == nullptr ? 0 : m_surface.ImageSize() + m_surface.Pixels(imageGap);
+    }
+
+    ui::Label& m_label;
+    const Surface& m_surface;
+    TextWindow m_window;
+    HWND m_image = nullptr;
+};
+
+class TextBoxView final : public ControlView
+{
+public:
+    TextBoxView(ui::TextBox& box, const Surface& surface, int id)
+        : ControlView(box)
+        , m_box(box)
+        , m_surface(surface)
+    {
+        m_caption = TextWindow(surface.MakeChild(L"STATIC", L"", SS_LEFT | SS_CENTERIMAGE, 0, -1));
+        m_edit =
+            TextWindow(surface.MakeChild(L"EDIT", L"", ES_LEFT | ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, id));
+        if (box.list != nullptr)
+        {
+            PassListKeysToWindow();
+        }
+    }
+    [[nodiscard]] HWND Input() const noexcept override { return m_edit.Get(); }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        return {.size = {CaptionWidth() + m_surface.Pixels(150), m_surface.Pixels(editHeight)},
+                .sameLine = m_box.sameLine,
+                .stretches = true};
+    }
+    void Place(const RECT& place) override
+    {
+        const LONG middle = std::min(place.right, place.left + CaptionWidth());
+        m_caption.Place(place.left, place.top, middle, place.bottom);
+        m_edit.Place(middle, place.top, place.right, place.bottom);
+    }
+    void Update() override
+    {
+        m_caption.Update(m_box);
+        m_updating = true;
+        m_edit.UpdateText(m_box.value);
+        m_updating = false;
+        m_edit.UpdateState(m_box);
+    }
+    Event OnCommand(WORD code) override
+    {
+        if (code != EN_CHANGE || m_updating)
+        {
+            return Event::None;
+        }
+        std::wstring typed(static_cast<std::size_t>(GetWindowTextLengthW(m_edit.Get())) + 1, L'\0');
+        typed.resize(
+            static_cast<std::size_t>(GetWindowTextW(m_edit.Get(), typed.data(), static_cast<int>(typed.size()))));
+        m_box.value = FromWide(typed);
+        m_edit.Note(m_box.value);
+        return Event::Changed;
+    }
+
+private:
+    // The window that the box belongs to knows the list and gets the keys that move in it.
+    void PassListKeysToWindow()
+    {
+        const LONG_PTR procedure = reinterpret_cast<LONG_PTR>(&TextBoxView::EditProcedure);
+        SetWindowLongPtrW(m_edit.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        m_editProcedure = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(m_edit.Get(), GWLP_WNDPROC, procedure));
+    }
+    static LRESULT CALLBACK EditProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
+    {
+        const bool listKey = wParam == VK_UP || wParam == VK_DOWN || wParam == VK_PRIOR || wParam == VK_NEXT;
+        if (message == WM_KEYDOWN && listKey)
+        {
+            return Send(GetParent(window), listKeyMessage, wParam, GetDlgCtrlID(window));
+        }
+        const auto* const self = reinterpret_cast<const TextBoxView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        return CallWindowProcW(self->m_editProcedure, window, message, wParam, lParam);
+    }
+    [[nodiscard]] int CaptionWidth() const
+    {
+        return m_surface.TextWidth(ToWide(m_box.text), false, true) + m_surface.Pixels(6);
+    }
+
+    ui::TextBox& m_box;
+    const Surface& m_surface;
+    TextWindow m_caption;
+    TextWindow m_edit;
+    WNDPROC m_editProcedure = nullptr;
+    bool m_updating = false;
+};
+
+class CheckBoxView final : public ControlView
+{
+public:
+    CheckBoxView(ui::CheckBox& box, const Surface& surface, int id)
+        : ControlView(box)
+        , m_box(box)
+        , m_surface(surface)
+    {
+        m_window = TextWindow(surface.MakeChild(L"BUTTON", L"", BS_AUTOCHECKBOX | WS_TABSTOP, 0, id));
+    }
+    [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        return {.size = {m_surface.TextWidth(ToWide(m_box.text), false, true) + m_surface.Pixels(24),
+                         m_surface.Pixels(checkHeight)},
+                .sameLine = m_box.sameLine};
+    }
+    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Update() override
+    {
+        m_window.Update(m_box);
+        const WPARAM state = m_box.checked ? BST_CHECKED : BST_UNCHECKED;
+        if (static_cast<WPARAM>(Send(m_window.Get(), BM_GETCHECK)) != state)
+        {
+            Send(m_window.Get(), BM_SETCHECK, state);
+        }
+    }
+    Event OnCommand(WORD code) override
+    {
+        if (code != BN_CLICKED)
+        {
+            return Event::None;
+        }
+        m_box.checked = Send(m_window.Get(), BM_GETCHECK) == BST_CHECKED;
+        return Event::Clicked;
+    }
+
+private:
+    ui::CheckBox& m_box;
+    const Surface& m_surface;
+    TextWindow m_window;
+};
+
+class OptionView final : public ControlView
+{
+public:
+    OptionView(ui::OptionButton& option, const Surface& surface, int id, bool startsGroup)
+        : ControlView(option)
+        , m_option(option)
+        , m_surface(surface)
+    {
+        const DWORD style = BS_AUTORADIOBUTTON | WS_TABSTOP | (startsGroup ? WS_GROUP : 0);
+        m_window = TextWindow(surface.MakeChild(L"BUTTON", L"", style, 0, id));
+    }
+    [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        return {.size = {m_surface.TextWidth(ToWide(m_option.text), false, true) + m_surface.Pixels(24),
+                         m_surface.Pixels(checkHeight)},
+                .sameLine = m_option.sameLine,
+                .leads = true};
+    }
+    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Update() override
+    {
+        m_window.Update(m_option);
+        Send(m_window.Get(), BM_SETCHECK, m_option.selected ? BST_CHECKED : BST_UNCHECKED);
+    }
+    Event OnCommand(WORD code) override
+    {
+        // Windows says "clicked" also when the keyboard comes back to an option.
+        const bool chosen = code == BN_CLICKED && Send(m_window.Get(), BM_GETCHECK) == BST_CHECKED;
+        return chosen && !m_option.selected ? Event::Clicked : Event::None;
+    }
+
+private:
+    ui::OptionButton& m_option;
+    const Surface& m_surface;
+    TextWindow m_window;
+};
+
+class ComboBoxView final : public ControlView
+{
+public:
+    ComboBoxView(ui::ComboBox& list, const Surface& surface, int id)
+        : ControlView(list)
+        , m_list(list)
+        , m_surface(surface)
+        , m_window(surface.MakeChild(L"COMBOBOX", L"", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP | WS_GROUP, 0, id))
+    {
+        for (const std::string& entry : list.entries)
+        {
+            const std::wstring text = ToWide(entry);
+            Send(m_window.Get(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+            m_widest = std::max(m_widest, surface.TextWidth(text, false, false));
+        }
+    }
+    [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        return {
+            .size = {m_widest + GetSystemMetrics(SM_CXVSCROLL) + m_surface.Pixels(16), m_surface.Pixels(editHeight)},
+            .sameLine = m_list.sameLine,
+            .stretches = true};
+    }
+    // The height that Windows wants is the one with the list dropped down.
+    void Place(const RECT& place) override
+    {
+        m_window.Place(place.left, place.top, place.right, place.bottom + rowsDropped * m_surface.LineHeight());
+    }
+    void Update() override
+    {
+        m_window.UpdateState(m_list);
+        if (Send(m_window.Get(), CB_GETCURSEL) != m_list.index)
+        {
+            Send(m_window.Get(), CB_SETCURSEL, static_cast<WPARAM>(m_list.index));
+        }
+    }
+    Event OnCommand(WORD code) override
+    {
+        if (code != CBN_SELCHANGE)
+        {
+            return Event::None;
+        }
+        m_list.index = static_cast<int>(Send(m_window.Get(), CB_GETCURSEL));
+        return Event::Changed;
+    }
+
+private:
+    static constexpr int rowsDropped = 12;
+
+    ui::ComboBox& m_list;
+    const Surface& m_surface;
+    TextWindow m_window;
+    int m_widest = 0;
+};
+
+class ButtonView final : public ControlView
+{
+public:
+    ButtonView(ui::Button& button, const Surface& surface, int id, bool startsGroup)
+        : ControlView(button)
+        , m_button(button)
+        , m_surface(surface)
+    {
+        const DWORD kind = button.isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+        m_window =
+            TextWindow(surface.MakeChild(L"BUTTON", L"", kind | WS_TABSTOP | (startsGroup ? WS_GROUP : 0), 0, id));
+    }
+    [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        const int width = m_surface.TextWidth(ToWide(m_button.text), false, true) + m_surface.Pixels(24);
+        return {.size = {std::max(width, m_surface.Pixels(buttonWidth)), m_surface.Pixels(buttonHeight)},
+                .sameLine = m_button.sameLine,
+                .isButton = true};
+    }
+    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Update() override { m_window.Update(m_button); }
+    Event OnCommand(WORD code) override { return code == BN_CLICKED ? Event::Clicked : Event::None; }
+
+private:
+    ui::Button& m_button;
+    const Surface& m_surface;
+    TextWindow m_window;
+};
+
+class ProgressBarView final : public ControlView
+{
+public:
+    ProgressBarView(ui::ProgressBar& bar, const Surface& surface)
+        : ControlView(bar)
+        , m_bar(bar)
+        , m_surface(surface)
+    {
+        m_window = TextWindow(surface.MakeChild(PROGRESS_CLASSW, L"", 0, 0, -1));
+    }
+    [[nodiscard]] LayoutItem Needs() const override
+    {
+        return {.size = {m_surface.Pixels(100), m_surface.Pixels(barHeight)},
+                .sameLine = m_bar.sameLine,
+                .stretches = true};
+    }
+    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Update() override
+    {
+        m_window.UpdateState(m_bar);
+        // In the form's own units; a bar without a maximum is empty.
+        Send(m_window.Get(), PBM_SETRANGE32, 0, std::max(1L, std::lround(m_bar.maximum)));
+        Send(m_window.Get(), PBM_SETPOS, m_bar.maximum > 0 ? static_cast<WPARAM>(std::lround(m_bar.value)) : 0);
+    }
+
+private:
+    ui::ProgressBar& m_bar;
+    const Surface& m_surface;
+    TextWindow m_window;
+};
+
+} // namespace
+
+void TextWindow::Place(int left, int top, int right, int bottom) const noexcept
+{
+    SetWindowPos(m_window, nullptr, left, top, right - left, bottom - top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void TextWindow::Update(const ui::Control& control)
+{
+    UpdateText(control.text);
+    UpdateState(control);
+}
+
+void TextWindow::UpdateText(const std::string& text)
+{
+    if (text != m_text)
+    {
+        m_text = text;
+        SetWindowTextW(m_window, ToShown(text).c_str());
+    }
+}
+
+void TextWindow::UpdateState(const ui::Control& control) const noexcept
+{
+    const bool shown = (GetWindowLongPtrW(m_window, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (shown != control.visible)
+    {
+        ShowWindow(m_window, control.visible ? SW_SHOWNA : SW_HIDE);
+    }
+    if ((IsWindowEnabled(m_window) != FALSE) != control.enabled)
+    {
+        EnableWindow(m_window, control.enabled);
+    }
+}
+
+std::unique_ptr<ControlView> MakeControlView(ui::Control& control, const Surface& surface, int id, bool startsGroup)
+{
+    switch (control.kind)
+    {
+    case ui::ControlKind::Label:
+        return std::make_unique<LabelView>(dynamic_cast<ui::Label&>(control), surface);
+    case ui::ControlKind::TextBox:
+        return std::make_unique<TextBoxView>(dynamic_cast<ui::TextBox&>(control), surface, id);
+    case ui::ControlKind::CheckBox:
+        return std::make_unique<CheckBoxView>(dynamic_cast<ui::CheckBox&>(control), surface, id);
+    case ui::ControlKind::Grid:
+    {
+        auto& grid = dynamic_cast<ui::Grid&>(control);
+        return grid.wraps ? std::unique_ptr<ControlView>(std::make_unique<WrappedGridView>(grid, surface, id))
+                          : std::make_unique<GridView>(grid, surface, id);
+    }
+    case ui::ControlKind::ProgressBar:
+        return std::make_unique<ProgressBarView>(dynamic_cast<ui::ProgressBar&>(control), surface);
+    case ui::ControlKind::Button:
+        return std::make_unique<ButtonView>(dynamic_cast<ui::Button&>(control), surface, id, startsGroup);
+    case ui::ControlKind::OptionButton:
+        return std::make_unique<OptionView>(dynamic_cast<ui::OptionButton&>(control), surface, id, startsGroup);
+    case ui::ControlKind::ComboBox:
+        return std::make_unique<ComboBoxView>(dynamic_cast<ui::ComboBox&>(control), surface, id);
+    }
+    throw host::Fault("La finestra contiene un controllo sconosciuto.");
+}
+
+} // namespace vellumo::windows

@@ -1,0 +1,522 @@
+#include "platform/windows/forms/form_window.h"
+
+#include "host/fault.h"
+#include "platform/windows/forms/modal.h"
+#include "platform/windows/forms/window_message.h"
+#include "platform/windows/system/text.h"
+#include "platform/windows/system/this_module.h"
+
+#include <algorithm>
+
+namespace vellumo::windows
+{
+namespace
+{
+
+constexpr UINT firstActivation = WM_APP; // posted to the window itself
+constexpr UINT unusedMessage = WM_APP + 2;
+constexpr UINT_PTR activationTimer = 1;
+constexpr int firstId = 1000; // of the input controls
+constexpr int margin = 11;    // at 96 dots an inch
+constexpr int gap = 7;
+// A job reports position and text one after the other, and both are to be seen together: two drawings in each pause,
+// at most twenty a second.
+constexpr ULONGLONG drawingPause = 100; // milliseconds
+constexpr int drawingsAtOnce = 2;
+
+struct EmptyDialog
+{
+    alignas(DWORD) DLGTEMPLATE head;
+    WORD menu;
+    WORD windowClass;
+    WORD title;
+};
+
+bool HasGrid(const ui::Form& form)
+{
+    return std::any_of(form.Controls().begin(), form.Controls().end(),
+                       [](const ui::Control* control) { return control->kind == ui::ControlKind::Grid; });
+}
+
+EmptyDialog DialogFor(const ui::Form& form, bool owned)
+{
+    EmptyDialog dialog{};
+    dialog.head.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+    dialog.head.style |= HasGrid(form) ? WS_THICKFRAME | WS_MAXIMIZEBOX : DWORD{DS_MODALFRAME};
+    dialog.head.dwExtendedStyle = WS_EX_DLGMODALFRAME | (owned ? 0 : WS_EX_APPWINDOW);
+    return dialog;
+}
+
+bool IsOption(const ui::Control* control)
+{
+    return control->kind == ui::ControlKind::OptionButton;
+}
+
+// The option buttons are made one after the other, whatever stands between them in the form, so that the arrow keys
+// lead from one to the next.
+std::vector<std::size_t> OrderOfMaking(const std::vector<ui::Control*>& controls)
+{
+    std::vector<std::size_t> order;
+    bool optionsMade = false;
+    for (std::size_t i = 0; i < controls.size(); ++i)
+    {
+        if (!IsOption(controls[i]))
+        {
+            order.push_back(i);
+            continue;
+        }
+        for (std::size_t option = i; option < controls.size() && !optionsMade; ++option)
+        {
+            if (IsOption(controls[option]))
+            {
+                order.push_back(option);
+            }
+        }
+        optionsMade = true;
+    }
+    return order;
+}
+
+} // namespace
+
+FormWindow::FormWindow(ui::Form& form)
+    : m_form(form)
+    , m_owner(ModalOwner())
+{
+}
+
+FormWindow::~FormWindow()
+{
+    m_form.Attach(nullptr);
+}
+
+void FormWindow::ShowModal()
+{
+    const EmptyDialog dialog = DialogFor(m_form, m_owner != nullptr);
+    {
+        const OthersDisabled others(m_owner);
+        DialogBoxIndirectParamW(ThisModule(), &dialog.head, m_owner, &FormWindow::DialogProcedure,
+                                reinterpret_cast<LPARAM>(this));
+    }
+    if (m_fault)
+    {
+        std::rethrow_exception(m_fault);
+    }
+    if (!m_opened)
+    {
+        throw host::Fault("Non è possibile aprire la finestra \"" + m_form.Title() + "\".");
+    }
+}
+
+// The only place where Windows calls: nothing may escape from here.
+INT_PTR CALLBACK FormWindow::DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
+{
+    if (message == WM_INITDIALOG)
+    {
+        SetWindowLongPtrW(window, DWLP_USER, lParam);
+        reinterpret_cast<FormWindow*>(lParam)->m_window = window;
+    }
+    auto* const self = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, DWLP_USER));
+    if (self == nullptr || self->m_fault) // after a fault not all controls may be there; the window is about to go
+    {
+        return FALSE;
+    }
+    try
+    {
+        return self->OnMessage(message, wParam, lParam);
+    }
+    catch (...)
+    {
+        if (!self->m_fault)
+        {
+            self->m_fault = std::current_exception();
+        }
+        EndDialog(window, 0);
+        return FALSE;
+    }
+}
+
+INT_PTR FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message)
+    {
+    case WM_INITDIALOG:
+        OnInitialize();
+        return FALSE; // the focus is set when the window is shown
+    case WM_SHOWWINDOW:
+        if (wParam != FALSE && !m_activated)
+        {
+            ComeBackActivated();
+        }
+        return FALSE;
+    case WM_TIMER:
+        if (wParam == activationTimer)
+        {
+            KillTimer(m_window, activationTimer);
+            OnFirstActivation();
+        }
+        return TRUE;
+    case firstActivation:
+        OnFirstActivation();
+        return TRUE;
+    case WM_ACTIVATE:
+        if (m_activated && LOWORD(wParam) != WA_INACTIVE)
+        {
+            m_form.Activated();
+        }
+        return FALSE; // the system restores the focus
+    case WM_COMMAND:
+        return OnCommand(LOWORD(wParam), HIWORD(wParam));
+    case listKeyMessage:
+        PassKeyToList(static_cast<WORD>(lParam), wParam);
+        return TRUE;
+    case WM_NOTIFY:
+        return OnNotify(*reinterpret_cast<NMHDR*>(lParam));
+    case WM_SIZE:
+        OnSized();
+        return TRUE;
+    case WM_GETMINMAXINFO:
+        OnLimits(*reinterpret_cast<MINMAXINFO*>(lParam));
+        return TRUE;
+    case WM_CLOSE:
+        m_form.FrameClosed();
+        EndIfClosed();
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+void FormWindow::OnInitialize()
+{
+    m_form.Load();
+    m_surface = std::make_unique<Surface>(m_window);
+    MakeControls();
+    m_form.Attach(this);
+    m_opened = true;
+    Refresh();
+    if (!m_form.ClosesByFrame())
+    {
+        EnableMenuItem(GetSystemMenu(m_window, FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
+    }
+    PlaceWindow();
+}
+
+void FormWindow::MakeControls()
+{
+    const std::vector<ui::Control*>& controls = m_form.Controls();
+    m_views.resize(controls.size());
+    bool optionBefore = false;
+    for (const std::size_t i : OrderOfMaking(controls))
+    {
+        const int id = firstId + static_cast<int>(i);
+        const bool isOption = IsOption(controls[i]);
+        m_views[i] = MakeControlView(*controls[i], *m_surface, id, isOption != optionBefore);
+        optionBefore = isOption;
+        const auto* const button = dynamic_cast<const ui::Button*>(controls[i]);
+        if (button != nullptr && button->isDefault)
+        {
+            Send(m_window, DM_SETDEFID, static_cast<WPARAM>(id));
+        }
+    }
+}
+
+// The job begins when the window stands on the screen. A host that fell behind may have left no room for a message; a
+// timer needs none, and without either the window would stay for ever.
+void FormWindow::ComeBackActivated() const
+{
+    if (PostMessageW(m_window, firstActivation, 0, 0) == FALSE)
+    {
+        SetTimer(m_window, activationTimer, USER_TIMER_MINIMUM, nullptr);
+    }
+}
+
+void FormWindow::OnFirstActivation()
+{
+    if (m_activated)
+    {
+        return;
+    }
+    m_activated = true;
+    SetInitialFocus();
+    RedrawWindow(m_window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    ProcessMessages(); // the job may take long, and what is drawn has to reach the screen before
+    if (!m_form.IsClosed())
+    {
+        m_form.Activated();
+    }
+    DrawNow();
+    EndIfClosed();
+}
+
+INT_PTR FormWindow::OnCommand(WORD id, WORD code)
+{
+    if (id == IDCANCEL) // Escape
+    {
+        for (const auto& view : m_views)
+        {
+            const auto* const button = dynamic_cast<const ui::Button*>(&view->Control());
+            if (button != nullptr && button->isCancel && button->enabled)
+            {
+                Tell(*view, Event::Clicked);
+            }
+        }
+        return TRUE;
+    }
+    ControlView* const view = ViewOfId(id);
+    if (view == nullptr)
+    {
+        return FALSE;
+    }
+    Tell(*view, view->OnCommand(code));
+    return TRUE;
+}
+
+void FormWindow::PassKeyToList(WORD boxId, WPARAM key)
+{
+    const auto* const box = dynamic_cast<const ui::TextBox*>(&ViewOfId(boxId)->Control());
+    if (box != nullptr && box->list != nullptr)
+    {
+        Send(ViewOf(*box->list)->Input(), WM_KEYDOWN, key);
+    }
+}
+
+INT_PTR FormWindow::OnNotify(NMHDR& notification)
+{
+    ControlView* const view = ViewOfId(static_cast<WORD>(notification.idFrom));
+    if (view == nullptr)
+    {
+        return FALSE;
+    }
+    LRESULT answer = 0;
+    Tell(*view, view->OnNotify(notification, answer));
+    SetWindowLongPtrW(m_window, DWLP_MSGRESULT, answer);
+    return TRUE;
+}
+
+void FormWindow::Tell(ControlView& view, Event event)
+{
+    switch (event)
+    {
+    case Event::None:
+        return;
+    case Event::Clicked:
+        if (view.Control().kind == ui::ControlKind::OptionButton)
+        {
+            m_form.Select(view.Control());
+        }
+        m_form.Clicked(view.Control());
+        break;
+    case Event::Changed:
+        m_form.Changed(view.Control());
+        break;
+    }
+    Refresh();
+    EndIfClosed();
+}
+
+void FormWindow::EndIfClosed()
+{
+    if (m_form.IsClosed())
+    {
+        EndDialog(m_window, 1);
+    }
+}
+
+void FormWindow::Refresh()
+{
+    if (m_title != m_form.Title())
+    {
+        m_title = m_form.Title();
+        SetWindowTextW(m_window, ToShown(m_title).c_str());
+    }
+    for (const auto& view : m_views)
+    {
+        view->Update();
+    }
+    KeepFocusUsable();
+    if (IsWindowVisible(m_window) != FALSE)
+    {
+        RedrawWindow(m_window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        SendToScreen();
+    }
+    m_drawingDue = false;
+}
+
+// The call that follows may block this thread for long. A look into the message queue that takes nothing out tells the
+// system that the window still answers, and brings to the screen what was drawn so far.
+void FormWindow::SendToScreen() const
+{
+    MSG message;
+    PeekMessageW(&message, m_window, unusedMessage, unusedMessage, PM_NOREMOVE);
+}
+
+void FormWindow::RefreshSoon()
+{
+    m_drawingDue = true;
+    const ULONGLONG now = GetTickCount64();
+    if (now - m_pauseBegan >= drawingPause)
+    {
+        m_pauseBegan = now;
+        m_drawingsLeft = drawingsAtOnce;
+    }
+    if (m_drawingsLeft > 0)
+    {
+        --m_drawingsLeft;
+        Refresh();
+    }
+}
+
+void FormWindow::DrawNow()
+{
+    if (m_drawingDue)
+    {
+        Refresh();
+    }
+}
+
+void FormWindow::ProcessMessages()
+{
+    m_messages.Process(m_window);
+}
+
+void FormWindow::Focus(const ui::Control& control)
+{
+    if (const ControlView* const view = ViewOf(control))
+    {
+        GiveKeyboard(view->Input());
+    }
+}
+
+// Not SetFocus: this also moves the frame of the button that Enter presses.
+void FormWindow::GiveKeyboard(HWND input) const
+{
+    if (input != nullptr)
+    {
+        Send(m_window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(input), TRUE);
+    }
+}
+
+void FormWindow::SetInitialFocus()
+{
+    const ui::Control* const first = m_form.InitialFocus();
+    GiveKeyboard(first != nullptr ? ViewOf(*first)->Input() : GetNextDlgTabItem(m_window, nullptr, FALSE));
+}
+
+// A control that was disabled keeps the keyboard or leaves it to nobody, and then no key does anything.
+void FormWindow::KeepFocusUsable()
+{
+    const HWND focus = GetFocus();
+    if (GetActiveWindow() == m_window && (focus == nullptr || IsWindowEnabled(focus) == FALSE))
+    {
+        GiveKeyboard(GetNextDlgTabItem(m_window, focus, FALSE));
+    }
+}
+
+std::vector<ControlView*> FormWindow::VisibleViews() const
+{
+    std::vector<ControlView*> visible;
+    for (const auto& view : m_views)
+    {
+        if (view->Control().visible)
+        {
+            visible.push_back(view.get());
+        }
+    }
+    return visible;
+}
+
+namespace
+{
+
+FormLayout LayOut(const std::vector<ControlView*>& views, const Surface& surface)
+{
+    std::vector<LayoutItem> items;
+    items.reserve(views.size());
+    for (const ControlView* view : views)
+    {
+        items.push_back(view->Needs());
+    }
+    return {std::move(items), surface.Pixels(margin), surface.Pixels(gap)};
+}
+
+} // namespace
+
+void FormWindow::OnSized()
+{
+    if (m_views.empty())
+    {
+        return;
+    }
+    RECT inner{};
+    GetClientRect(m_window, &inner);
+    const std::vector<ControlView*> views = VisibleViews();
+    const std::vector<RECT> places = LayOut(views, *m_surface).Place({inner.right, inner.bottom});
+    for (std::size_t i = 0; i < views.size(); ++i)
+    {
+        views[i]->Place(places[i]);
+    }
+    InvalidateRect(m_window, nullptr, TRUE);
+}
+
+SIZE FormWindow::NeededSize() const
+{
+    const SIZE needed = LayOut(VisibleViews(), *m_surface).NeededSize();
+    return {std::max<LONG>(needed.cx, m_surface->PixelsOfTwips(m_form.DesignSize().width)),
+            std::max<LONG>(needed.cy, m_surface->PixelsOfTwips(m_form.DesignSize().height))};
+}
+
+SIZE FormWindow::FrameFor(SIZE inner) const
+{
+    RECT frame{0, 0, inner.cx, inner.cy};
+    AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongPtrW(m_window, GWL_STYLE)), FALSE,
+                       static_cast<DWORD>(GetWindowLongPtrW(m_window, GWL_EXSTYLE)));
+    return {frame.right - frame.left, frame.bottom - frame.top};
+}
+
+void FormWindow::OnLimits(MINMAXINFO& limits) const
+{
+    if (!m_views.empty())
+    {
+        const SIZE frame = FrameFor(NeededSize());
+        limits.ptMinTrackSize = {std::min(frame.cx, limits.ptMaxSize.x), std::min(frame.cy, limits.ptMaxSize.y)};
+    }
+}
+
+// In the middle of the owner, or of its screen, and never beyond the edge.
+void FormWindow::PlaceWindow()
+{
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(m_owner, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    const RECT& work = monitor.rcWork;
+    RECT around = work;
+    if (m_owner != nullptr && IsIconic(m_owner) == FALSE)
+    {
+        GetWindowRect(m_owner, &around);
+    }
+    const SIZE frame = FrameFor(NeededSize());
+    const LONG width = std::min(frame.cx, work.right - work.left);
+    const LONG height = std::min(frame.cy, work.bottom - work.top);
+    const LONG left = std::clamp((around.left + around.right - width) / 2, work.left, work.right - width);
+    const LONG top = std::clamp((around.top + around.bottom - height) / 2, work.top, work.bottom - height);
+    SetWindowPos(m_window, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    OnSized();
+}
+
+ControlView* FormWindow::ViewOf(const ui::Control& control) const
+{
+    const auto found =
+        std::find_if(m_views.begin(), m_views.end(), [&](const auto& view) { return &view->Control() == &control; });
+    return found == m_views.end() ? nullptr : found->get();
+}
+
+ControlView* FormWindow::ViewOfId(WORD id) const
+{
+    const int index = id - firstId;
+    return index >= 0 && static_cast<std::size_t>(index) < m_views.size()
+               ? m_views[static_cast<std::size_t>(index)].get()
+               : nullptr;
+}
+
+} // namespace vellumo::windows

@@ -1,0 +1,97 @@
+#include "platform/windows/forms/surface.h"
+
+#include "host/fault.h"
+#include "platform/windows/forms/window_message.h"
+#include "platform/windows/system/this_module.h"
+
+#include <string>
+
+namespace vellumo::windows
+{
+namespace
+{
+
+// The screen as something to measure on.
+class ScreenContext
+{
+public:
+    ScreenContext() noexcept
+        : m_context(GetDC(nullptr))
+    {
+    }
+    ~ScreenContext() { ReleaseDC(nullptr, m_context); }
+    ScreenContext(const ScreenContext&) = delete;
+    ScreenContext& operator=(const ScreenContext&) = delete;
+    [[nodiscard]] HDC Get() const noexcept { return m_context; }
+
+private:
+    HDC m_context;
+};
+
+SIZE Measure(HFONT font, std::wstring_view text, UINT format, LONG width = 0)
+{
+    const ScreenContext screen;
+    const HGDIOBJ before = SelectObject(screen.Get(), font);
+    RECT area{0, 0, width, 0};
+    DrawTextW(screen.Get(), text.data(), static_cast<int>(text.size()), &area, format | DT_CALCRECT);
+    SelectObject(screen.Get(), before);
+    return {area.right, area.bottom};
+}
+
+Font MakeFont(int dpi, LONG weight)
+{
+    constexpr int points = 8;
+    return Font(CreateFontW(-MulDiv(points, dpi, 72), 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
+                            OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, L"Tahoma"));
+}
+
+} // namespace
+
+Surface::Surface(HWND window)
+    : m_window(window)
+    , m_dpi(GetDeviceCaps(ScreenContext().Get(), LOGPIXELSY))
+    , m_plain(MakeFont(m_dpi, FW_NORMAL))
+    , m_bold(MakeFont(m_dpi, FW_BOLD))
+    , m_lineHeight(Measure(m_plain.get(), L"Àg", DT_SINGLELINE).cy)
+{
+}
+
+int Surface::TextWidth(std::wstring_view text, bool strong, bool accessKey) const
+{
+    return Measure(FontFor(strong), text, DT_SINGLELINE | (accessKey ? 0u : DT_NOPREFIX)).cx;
+}
+
+int Surface::TextHeight(std::wstring_view text, bool strong, int width, UINT format) const
+{
+    return text.empty() ? 0 : static_cast<int>(Measure(FontFor(strong), text, format, width).cy);
+}
+
+HICON Surface::IconFor(ui::Image image) const noexcept
+{
+    constexpr WORD errorIcon = 32513; // OIC_ERROR and OIC_WARNING, which windows.h hides
+    constexpr WORD warningIcon = 32515;
+    if (image == ui::Image::None)
+    {
+        return nullptr;
+    }
+    const WORD name = image == ui::Image::Error ? errorIcon : warningIcon;
+    return static_cast<HICON>(
+        LoadImageW(nullptr, MAKEINTRESOURCEW(name), IMAGE_ICON, ImageSize(), ImageSize(), LR_SHARED));
+}
+
+HWND Surface::MakeChild(const wchar_t* windowClass, std::wstring_view text, DWORD style, DWORD extendedStyle,
+                        int id) const
+{
+    const HWND child =
+        CreateWindowExW(extendedStyle, windowClass, std::wstring(text).c_str(), style | WS_CHILD, 0, 0, 0, 0, m_window,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), nullptr);
+    if (child == nullptr)
+    {
+        throw host::Fault("Non è possibile creare un controllo della finestra.",
+                          static_cast<std::int32_t>(HRESULT_FROM_WIN32(GetLastError())));
+    }
+    Send(child, WM_SETFONT, reinterpret_cast<WPARAM>(Plain()), FALSE);
+    return child;
+}
+
+} // namespace vellumo::windows

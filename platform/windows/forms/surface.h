@@ -1,0 +1,57 @@
+// What the controls of one window draw with: its fonts, its scale, how large a text comes out. Owned by the window.
+#pragma once
+
+#include "ui/controls.h"
+
+#include <windows.h>
+
+#include <memory>
+#include <string_view>
+#include <type_traits>
+
+namespace vellumo::windows
+{
+
+struct DeleteGdiObject
+{
+    void operator()(HGDIOBJ object) const noexcept { DeleteObject(object); }
+};
+using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
+
+class Surface
+{
+public:
+    explicit Surface(HWND window);
+
+    [[nodiscard]] HWND Window() const noexcept { return m_window; }
+    [[nodiscard]] HFONT Plain() const noexcept { return m_plain.get(); }
+    [[nodiscard]] HFONT Bold() const noexcept { return m_bold.get(); }
+    [[nodiscard]] HFONT FontFor(bool strong) const noexcept { return strong ? Bold() : Plain(); }
+    [[nodiscard]] int LineHeight() const noexcept { return m_lineHeight; }
+
+    // Pixels for a length that is given at 96 dots an inch, or in twips.
+    [[nodiscard]] int Pixels(int at96) const noexcept { return MulDiv(at96, m_dpi, 96); }
+    [[nodiscard]] int PixelsOfTwips(int twips) const noexcept { return MulDiv(twips, m_dpi, 1440); }
+    // Width of one line of text. With an access key the "&" is not counted.
+    [[nodiscard]] int TextWidth(std::wstring_view text, bool strong, bool accessKey) const;
+
+    // Height of a text in that width, drawn with these DrawText flags.
+    [[nodiscard]] int TextHeight(std::wstring_view text, bool strong, int width, UINT format) const;
+
+    // The system's own icons, as large as its small ones. They belong to the system.
+    [[nodiscard]] int ImageSize() const noexcept { return GetSystemMetrics(SM_CXSMICON); }
+    [[nodiscard]] HICON IconFor(ui::Image image) const noexcept;
+
+    // Makes a child control in this window, in the plain font; the window owns it. Faults when it cannot be made.
+    [[nodiscard]] HWND MakeChild(const wchar_t* windowClass, std::wstring_view text, DWORD style, DWORD extendedStyle,
+                                 int id) const;
+
+private:
+    HWND m_window;
+    int m_dpi;
+    Font m_plain;
+    Font m_bold;
+    int m_lineHeight = 0;
+};
+
+} // namespace vellumo::windows

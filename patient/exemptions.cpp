@@ -69,10 +69,9 @@ std::int32_t Exemptions::LocalExemptionOf(const std::string& codice) const
 
 bool Exemptions::Assign(SissExemptions& exemptions) const
 {
-    constexpr int confirmed = 1;
     ui::FormEsenzioni window(exemptions, m_context.services.RequireConnection(), m_context.desktop);
     m_context.desktop.ShowModal(window);
-    return window.Result() == confirmed;
+    return window.Result() == ui::FormEsenzioni::Decision::Confirmed;
 }
 
 void Exemptions::Store(const SissExemptions& exemptions, std::int32_t idPaziente, bool deleteFirst) const

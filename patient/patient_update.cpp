@@ -99,11 +99,10 @@ std::int32_t PatientUpdate::UpdatePatientFromCitizen(const service::ServiceRespo
         {
             return matched;
         }
-        constexpr int confirmed = 1;
         ui::FormPazienteChanges window(LocalValues(*patient, m_context), SissValues(data, exemptions), mask,
                                        m_context.desktop);
         m_context.desktop.ShowModal(window);
-        if (window.Result() != confirmed)
+        if (window.Result() != ui::FormPazienteChanges::Decision::Confirmed)
         {
             return 0;
         }

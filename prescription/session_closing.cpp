@@ -136,12 +136,13 @@ bool StoreEach(std::vector<Entry>& entries, Store&& store, Tell&& tell)
 }
 
 // The operator's decision in the row and in the record, which the end of the phase goes by.
-Reason StoreReview(const SentPrescription& prescription, int decision, host::Record& row, const Journal& journal)
+Reason StoreReview(const SentPrescription& prescription, FormRicettaResult::Decision decision, host::Record& row,
+                   const Journal& journal)
 {
-    const bool cancelled = decision == FormRicettaResult::cancelRefused && prescription.response->Failed();
+    const bool cancelled = decision == FormRicettaResult::Decision::CancelRefused && prescription.response->Failed();
     row.Set("Annullata", cancelled);
     prescription.record->Set("Annullata", cancelled);
-    return decision == FormRicettaResult::cancelRefused
+    return decision == FormRicettaResult::Decision::CancelRefused
                ? SaveWithCode(row, prescription, prescription.GivenIup(), journal)
                : Save(row);
 }
@@ -250,7 +251,7 @@ bool SessionClosing::ReviewRegistrationResults(std::vector<SentPrescription>& se
 {
     FormRicettaResult window(ToShow(sent));
     m_context.desktop.ShowModal(window);
-    if (window.Result() == FormRicettaResult::cancelAll)
+    if (window.Result() == FormRicettaResult::Decision::CancelAll)
     {
         sent.clear(); // the operator gave the batch up: nothing is written about it, not even a line
         return false;

@@ -83,10 +83,9 @@ SessionOpening::Attempt SessionOpening::Try(host::OpzioniRicetta& options) const
         session->SetDaValidare(true);
         return {std::move(session)};
     }
-    constexpr int cancelled = 2;
     ui::FormStampa window(options);
     m_context.desktop.ShowModal(window);
-    if (window.Result() == cancelled)
+    if (window.Result() == ui::FormStampa::Decision::Cancelled)
     {
         return {};
     }

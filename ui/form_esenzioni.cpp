@@ -182,7 +182,7 @@ void FormEsenzioni::Confirm()
     {
         m_esenzioni[row].IDEsenzione = m_assigned[row];
     }
-    m_result = 1;
+    m_result = Decision::Confirmed;
     Close();
 }
 

@@ -31,11 +31,16 @@ struct SissExemption
 class FormEsenzioni final : public Form
 {
 public:
+    enum class Decision
+    {
+        Confirmed, // `esenzioni` holds the choices
+        Cancelled, // `esenzioni` is unchanged; also when closed by the frame
+    };
+
     // Reads the local exemptions from `connection`; a database fault goes through to the caller.
     FormEsenzioni(std::vector<SissExemption>& esenzioni, host::Connection& connection, Desktop& desktop);
 
-    // 1 = confirmed, and `esenzioni` holds the choices; anything else = cancelled, `esenzioni` unchanged.
-    [[nodiscard]] int Result() const noexcept { return m_result; }
+    [[nodiscard]] Decision Result() const noexcept { return m_result; }
 
     void Clicked(Control& control) override;
     void Changed(Control& control) override;
@@ -65,7 +70,7 @@ private:
     std::vector<LocalExemption> m_locali;
     std::vector<std::int32_t> m_assigned; // one a row of the grid
     std::vector<std::size_t> m_found;     // the local exemptions that match the search, one a row of their grid
-    int m_result = 0;
+    Decision m_result = Decision::Cancelled;
 
     Label m_stato;
     Grid m_esenzioniSiss;

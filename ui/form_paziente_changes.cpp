@@ -209,7 +209,7 @@ void FormPazienteChanges::Confirm()
 void FormPazienteChanges::CloseWith(std::int32_t changes)
 {
     m_changes = changes;
-    m_result = 1;
+    m_result = Decision::Confirmed;
     Close();
 }
 

@@ -31,11 +31,16 @@ using NamedValues = std::map<std::string, host::Value>;
 class FormPazienteChanges final : public Form
 {
 public:
+    enum class Decision
+    {
+        Confirmed, // go on with `Changes`
+        Cancelled, // store nothing; also when closed by the frame
+    };
+
     // `changes` is the mask that the check boxes start from.
     FormPazienteChanges(NamedValues paziente, NamedValues cittadino, std::int32_t changes, Desktop& desktop);
 
-    // 1 = go on with `Changes`, 2 = store nothing (also when closed by the frame).
-    [[nodiscard]] int Result() const noexcept { return m_result; }
+    [[nodiscard]] Decision Result() const noexcept { return m_result; }
     [[nodiscard]] std::int32_t Changes() const noexcept { return m_changes; }
 
     void Clicked(Control& control) override;
@@ -51,7 +56,7 @@ private:
     NamedValues m_paziente;
     NamedValues m_cittadino;
     std::int32_t m_changes;
-    int m_result = 2;
+    Decision m_result = Decision::Cancelled;
     Desktop& m_desktop;
     bool m_otherPerson = false; // what tells one person from another differs
 

@@ -56,15 +56,15 @@ void FormRicettaResult::Clicked(Control& control)
 {
     if (&control == &m_stampaErrate)
     {
-        m_result = printWithoutIup;
+        m_result = Decision::PrintWithoutIup;
     }
     else if (&control == &m_annullaErrate)
     {
-        m_result = cancelRefused;
+        m_result = Decision::CancelRefused;
     }
     else if (&control == &m_annullaOperazione)
     {
-        m_result = cancelAll;
+        m_result = Decision::CancelAll;
     }
     else
     {

@@ -21,13 +21,16 @@ struct RicettaResult
 class FormRicettaResult final : public Form
 {
 public:
-    static constexpr int printWithoutIup = 1;
-    static constexpr int cancelRefused = 2; // also when closed by the frame
-    static constexpr int cancelAll = 3;
+    enum class Decision
+    {
+        PrintWithoutIup,
+        CancelRefused, // also when closed by the frame
+        CancelAll,
+    };
 
     explicit FormRicettaResult(const std::vector<RicettaResult>& results);
 
-    [[nodiscard]] int Result() const noexcept { return m_result; }
+    [[nodiscard]] Decision Result() const noexcept { return m_result; }
 
     void Clicked(Control& control) override;
 
@@ -35,7 +38,7 @@ private:
     void LayOut();
     void Fill(const std::vector<RicettaResult>& results);
 
-    int m_result = cancelRefused;
+    Decision m_result = Decision::CancelRefused;
 
     Label m_anomalie;
     Grid m_ricette;

@@ -102,7 +102,7 @@ void FormStampa::Confirm()
     {
         Take(m_comboStampaRE, electronicEntries, OpzioniRicetta::electronic, m_opzioni);
     }
-    m_result = 1;
+    m_result = Decision::Confirmed;
     Close();
 }
 

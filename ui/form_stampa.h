@@ -10,12 +10,17 @@ namespace vellumo::ui
 class FormStampa final : public Form
 {
 public:
+    enum class Decision
+    {
+        Confirmed,
+        Cancelled, // also when closed by the frame
+    };
+
     // Starts on the option of `opzioni.TipoRicetta`; the lists always start on their usual entry. `opzioni` changes
     // only when the choice is confirmed.
     explicit FormStampa(host::OpzioniRicetta& opzioni);
 
-    // 1 = confirmed, 2 = cancelled (also when closed by the frame).
-    [[nodiscard]] int Result() const noexcept { return m_result; }
+    [[nodiscard]] Decision Result() const noexcept { return m_result; }
 
     void Clicked(Control& control) override;
 
@@ -24,7 +29,7 @@ private:
     void Confirm();
 
     host::OpzioniRicetta& m_opzioni;
-    int m_result = 2;
+    Decision m_result = Decision::Cancelled;
 
     OptionButton m_rur;
     ComboBox m_comboStampaRUR;

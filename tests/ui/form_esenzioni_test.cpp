@@ -64,7 +64,7 @@ TEST_SUITE("exemptions window")
         CHECK(window.local.rows.size() == 6);
         CHECK_FALSE(window.local.selected);
         CHECK_FALSE(window.assign.enabled);
-        CHECK(window.form.Result() == 0);
+        CHECK(window.form.Result() == FormEsenzioni::Decision::Cancelled);
     }
 
     TEST_CASE("typing finds without case, accents and apostrophes, every word anywhere")
@@ -143,7 +143,7 @@ TEST_SUITE("exemptions window")
 
         window.form.Clicked(window.confirm);
         CHECK(window.form.IsClosed());
-        CHECK(window.form.Result() == 1);
+        CHECK(window.form.Result() == FormEsenzioni::Decision::Confirmed);
         CHECK(window.esenzioni[0].IDEsenzione == 15);
         CHECK(window.esenzioni[1].IDEsenzione == 12);
         CHECK(window.esenzioni[2].IDEsenzione == 99);
@@ -166,7 +166,7 @@ TEST_SUITE("exemptions window")
                 window.form.Clicked(Find<Button>(window.form, "A&nnulla"));
             }
             CHECK(window.form.IsClosed());
-            CHECK(window.form.Result() == 0);
+            CHECK(window.form.Result() == FormEsenzioni::Decision::Cancelled);
             CHECK(window.esenzioni[1].IDEsenzione == 0);
         }
     }
@@ -184,7 +184,7 @@ TEST_SUITE("exemptions window")
         form.Changed(search);
         form.Clicked(Find<Button>(form, "&Assegna")); // there is no row to give it to
         form.Clicked(confirm);
-        CHECK(form.Result() == 1);
+        CHECK(form.Result() == FormEsenzioni::Decision::Confirmed);
         CHECK(desktop.prompts.empty());
     }
 }

@@ -39,7 +39,7 @@ void Add(NamedValues& values, int id, const std::string& codice)
 
 struct Outcome
 {
-    int result;
+    FormPazienteChanges::Decision result;
     std::int32_t changes;
     std::size_t questions;
     bool closed;
@@ -140,7 +140,7 @@ TEST_SUITE("patient changes window")
         {
             CAPTURE(each.first);
             const Outcome outcome = Confirm(person, person, each.first);
-            CHECK(outcome.result == 1);
+            CHECK(outcome.result == FormPazienteChanges::Decision::Confirmed);
             CHECK(outcome.changes == each.second);
             CHECK(outcome.questions == 0);
         }
@@ -163,7 +163,7 @@ TEST_SUITE("patient changes window")
         CHECK(Confirm(Person(), cittadino, "AR", Answer::No).changes == 11);
         const Outcome cancelled = Confirm(Person(), cittadino, "A", Answer::Cancel);
         CHECK_FALSE(cancelled.closed);
-        CHECK(cancelled.result == 2);
+        CHECK(cancelled.result == FormPazienteChanges::Decision::Cancelled);
         CHECK(cancelled.changes == 7);
     }
 
@@ -181,7 +181,7 @@ TEST_SUITE("patient changes window")
                                          "Si vuole acquisire l'elemento come NUOVO paziente?");
         CHECK(desktop.prompts[0].buttons == Buttons::YesNoCancel);
         CHECK(desktop.prompts[0].defaultButton == 3);
-        CHECK(form.Result() == 1);
+        CHECK(form.Result() == FormPazienteChanges::Decision::Confirmed);
     }
 
     TEST_CASE("closing by frame or button stores nothing")
@@ -192,7 +192,7 @@ TEST_SUITE("patient changes window")
             FormPazienteChanges form(Person(), Person(), update::byDefault, desktop);
             byFrame ? form.FrameClosed() : form.Clicked(Find<Button>(form, "A&nnulla"));
             CHECK(form.IsClosed());
-            CHECK(form.Result() == 2);
+            CHECK(form.Result() == FormPazienteChanges::Decision::Cancelled);
         }
     }
 }

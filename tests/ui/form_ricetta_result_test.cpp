@@ -39,8 +39,10 @@ TEST_SUITE("FormRicettaResult")
 
     TEST_CASE("each button has its answer; the frame counts as the second")
     {
-        using Case = std::pair<const char*, int>;
-        for (const auto& [button, result] : {Case{"&Stampa", 1}, Case{"&Annulla ricette", 2}, Case{"&Annulla op", 3}})
+        using Case = std::pair<const char*, FormRicettaResult::Decision>;
+        for (const auto& [button, result] : {Case{"&Stampa", FormRicettaResult::Decision::PrintWithoutIup},
+                                             Case{"&Annulla ricette", FormRicettaResult::Decision::CancelRefused},
+                                             Case{"&Annulla op", FormRicettaResult::Decision::CancelAll}})
         {
             FormRicettaResult form(oneOfEach);
             form.Clicked(Find<Button>(form, button));
@@ -53,6 +55,6 @@ TEST_SUITE("FormRicettaResult")
         CHECK_FALSE(form.IsClosed());
         form.FrameClosed();
         CHECK(form.IsClosed());
-        CHECK(form.Result() == FormRicettaResult::cancelRefused);
+        CHECK(form.Result() == FormRicettaResult::Decision::CancelRefused);
     }
 }

@@ -117,7 +117,8 @@ TEST_SUITE("console")
                                 {false, "Breve", "Una"}});
         Terminal terminal("1\n");
         terminal.desktop.ShowModal(form);
-        CHECK(form.Result() == FormRicettaResult::cancelAll); // the second of the buttons that want the same letter
+        CHECK(form.Result() ==
+              FormRicettaResult::Decision::CancelAll); // the second of the buttons that want the same letter
         CHECK(terminal.Shows("[a] Annulla ricette errate e prosegui (Invio)\n[1] Annulla operazione\n"));
         CHECK(terminal.Shows("(X) Rappresentano le ricette che sono state rifiutate dal SISS.\n"));
         const std::string blank(14, ' ');

@@ -72,7 +72,7 @@ int BottomOf(int row)
     return player::CellArea(GridOnScreen(), row, 1).bottom;
 }
 
-int Run(std::vector<Steps::Step> steps, const std::vector<RicettaResult>& results)
+FormRicettaResult::Decision Run(std::vector<Steps::Step> steps, const std::vector<RicettaResult>& results)
 {
     windows::Win32Desktop desktop;
     FormRicettaResult form(results);
@@ -102,7 +102,7 @@ TEST_SUITE("results of the registration on screen")
     TEST_CASE("two hundred prescriptions: pictures, whole texts, heights that follow the width")
     {
         const auto results = ManyResults();
-        const int result =
+        const auto result =
             Run({[&](Window& window)
                  {
                      const auto grid = window.Grids().at(0);
@@ -136,7 +136,7 @@ TEST_SUITE("results of the registration on screen")
                      window.CloseByFrame();
                  }},
                 results);
-        CHECK(result == FormRicettaResult::cancelRefused);
+        CHECK(result == FormRicettaResult::Decision::CancelRefused);
     }
 
     TEST_CASE("of a reply of megabytes in the place of a reason the beginning is shown")
@@ -168,14 +168,15 @@ TEST_SUITE("results of the registration on screen")
         steps.push_back(OnRow(4));
         steps.push_back(Key("Tab"));
         steps.push_back(Key("Space")); // the first button
-        CHECK(Run(steps, ManyResults()) == FormRicettaResult::printWithoutIup);
+        CHECK(Run(steps, ManyResults()) == FormRicettaResult::Decision::PrintWithoutIup);
     }
 
     TEST_CASE("Escape does nothing, Enter goes on; an empty list starts on the button that goes on")
     {
         const auto stillOpen = [](Window& window) { CHECK(window.Buttons().at(1).isDefault); };
-        CHECK(Run({Key("Escape"), stillOpen, Key("Enter")}, ManyResults()) == FormRicettaResult::cancelRefused);
+        CHECK(Run({Key("Escape"), stillOpen, Key("Enter")}, ManyResults()) ==
+              FormRicettaResult::Decision::CancelRefused);
         CHECK(Run({[](Window& window) { CHECK(window.Grids().at(0).rowCount == 0); }, Key("Tab"), Key("Space")}, {}) ==
-              FormRicettaResult::cancelAll);
+              FormRicettaResult::Decision::CancelAll);
     }
 }

@@ -141,7 +141,7 @@ TEST_SUITE("windows on screen")
             desktop.ShowModal(form);
         }
         CHECK(operatorSteps.Done());
-        CHECK(form.Result() == 1);
+        CHECK(form.Result() == FormEsenzioni::Decision::Confirmed);
         CHECK(esenzioni[0].IDEsenzione == 14);
         CHECK(esenzioni[1].IDEsenzione == 11);
         CHECK(esenzioni[2].IDEsenzione == 13);
@@ -189,7 +189,7 @@ TEST_SUITE("windows on screen")
             desktop.ShowModal(form);
         }
         CHECK(operatorSteps.Done());
-        CHECK(form.Result() == 1);
+        CHECK(form.Result() == FormPazienteChanges::Decision::Confirmed);
         CHECK(form.Changes() == (update::addresses | update::personalData | update::deleteExemptions));
     }
 
@@ -227,7 +227,7 @@ TEST_SUITE("windows on screen")
             desktop.ShowModal(form);
         }
         CHECK(operatorSteps.Done());
-        CHECK(form.Result() == 1);
+        CHECK(form.Result() == FormStampa::Decision::Confirmed);
         CHECK(opzioni.TipoRicetta == host::OpzioniRicetta::electronic);
         CHECK(opzioni.ModalitaStampa == host::oreNessuna);
     }
@@ -256,7 +256,7 @@ TEST_SUITE("windows on screen")
             const Robot robot(steps);
             desktop.ShowModal(form);
             CHECK(steps.Done());
-            CHECK(form.Result() == 0);
+            CHECK(form.Result() == FormEsenzioni::Decision::Cancelled);
         }
     }
 

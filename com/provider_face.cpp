@@ -18,17 +18,17 @@ namespace
 
 using windows::ComPtr;
 
-provider::Surroundings MakeSurroundings(std::shared_ptr<const windows::HostHandles> handles)
+provider::PlatformParts MakePlatformParts(std::shared_ptr<const windows::HostHandles> handles)
 {
-    provider::Surroundings surroundings;
-    surroundings.bridge = std::make_unique<windows::DispatchBridge>();
-    surroundings.prescriptions =
+    provider::PlatformParts parts;
+    parts.bridge = std::make_unique<windows::DispatchBridge>();
+    parts.prescriptions =
         std::make_unique<windows::DispatchPrescriptionObjects>(handles, std::make_unique<ComKeptObjectFaces>());
-    surroundings.objects = std::make_unique<windows::DispatchHostObjects>(std::move(handles));
-    surroundings.settings = std::make_unique<windows::RegistrySettingsStore>();
-    surroundings.clock = std::make_unique<host::SystemClock>();
-    surroundings.desktop = std::make_unique<windows::Win32Desktop>();
-    return surroundings;
+    parts.objects = std::make_unique<windows::DispatchHostObjects>(std::move(handles));
+    parts.settings = std::make_unique<windows::RegistrySettingsStore>();
+    parts.clock = std::make_unique<host::SystemClock>();
+    parts.desktop = std::make_unique<windows::Win32Desktop>();
+    return parts;
 }
 
 VARIANT_BOOL ToVariantBool(bool value)
@@ -100,7 +100,7 @@ void Replace(ComPtr<IDispatch>& handle, std::shared_ptr<Service>& service, IDisp
 
 ProviderFace::ProviderFace()
     : m_handles(std::make_shared<windows::HostHandles>())
-    , m_provider(MakeSurroundings(m_handles))
+    , m_provider(MakePlatformParts(m_handles))
 {
 }
 

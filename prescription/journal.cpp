@@ -12,6 +12,16 @@ std::string_view OrNone(std::string_view code)
     return code.empty() ? "nessuno" : code;
 }
 
+std::string LineOf(const host::PrescriptionKey& key, std::initializer_list<std::string_view> parts)
+{
+    std::string line = "Ricetta " + std::to_string(key.IDRicetta) + ", numero " + std::to_string(key.NumRicetta) + ": ";
+    for (const auto part : parts)
+    {
+        line += part;
+    }
+    return line;
+}
+
 } // namespace
 
 void Journal::NotSaved(const host::PrescriptionKey& key, const Codes& codes, std::string_view reason) const noexcept
@@ -46,17 +56,7 @@ void Journal::WithoutOutcome(const host::PrescriptionKey& key) const noexcept
 
 void Journal::Write(const host::PrescriptionKey& key, std::initializer_list<std::string_view> parts) const noexcept
 {
-    host::PassOver(
-        [&]
-        {
-            std::string line =
-                "Ricetta " + std::to_string(key.IDRicetta) + ", numero " + std::to_string(key.NumRicetta) + ": ";
-            for (const auto part : parts)
-            {
-                line += part;
-            }
-            m_services.RequireUtils().RecordServiceError(line);
-        });
+    host::PassOver([&] { m_services.RequireUtils().RecordServiceError(LineOf(key, parts)); });
 }
 
 } // namespace vellumo::prescription

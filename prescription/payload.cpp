@@ -88,13 +88,15 @@ bool HasValidExemption(const RicettaRecord& record, const host::HostServices& se
     const Value expiry = services.RequireUtils().SingleValue(
         "SELECT Scadenza FROM EsenzionePerPaziente WHERE IDPaziente = {0} AND IDEsenzione = {1} "
         "AND {2} > DataEsenzione AND {2} < Scadenza",
-        {record.Get("IDPaziente"), record.Get("IDPartecipazioneSpesa"), record.Get("DataRicetta")});
+        {record.Get(ricetta::idPaziente), record.Get(ricetta::idPartecipazioneSpesa),
+         record.Get(ricetta::dataRicetta)});
     return !expiry.IsNull() && expiry.ToDate().DayNumber() != noExpiry;
 }
 
 void WriteExemptionGroup(const RicettaRecord& record, const Writer& writer, const host::HostServices& services)
 {
-    const auto* row = std::ranges::find(exemptionGroups, record.Text("PS_GruppoEsenzione"), &ExemptionGroup::group);
+    const auto* row =
+        std::ranges::find(exemptionGroups, record.Text(ricetta::psGruppoEsenzione), &ExemptionGroup::group);
     const bool listed = row != exemptionGroups.end();
     writer.Set("flagAltreEsenzioni",
                listed ? row->flagAltreEsenzioni : (HasValidExemption(record, services) ? yes : ""));
@@ -119,14 +121,14 @@ constexpr std::array<DiseaseFlag, 5> diseaseFlags = {{
 
 const char* DiseaseFlagOf(const RicettaRecord& record, std::int32_t kind)
 {
-    const std::int32_t type = record.Integer("IDTipoEsenzione");
+    const std::int32_t type = record.Integer(ricetta::idTipoEsenzione);
     const auto* row = std::ranges::find_if(diseaseFlags, [&](const DiseaseFlag& entry)
                                            { return entry.kind == kind && entry.type == type; });
     if (row != diseaseFlags.end())
     {
         return row->flag;
     }
-    return record.Text("PS_GruppoEsenzione") != "Y" ? no : kind == kindDrugs ? "A" : "S";
+    return record.Text(ricetta::psGruppoEsenzione) != "Y" ? no : kind == kindDrugs ? "A" : "S";
 }
 
 void WriteDiseaseFlag(const RicettaRecord& record, const Writer& writer, std::int32_t kind)
@@ -143,23 +145,23 @@ bool IsInvalid(const RicettaRecord& record, const host::HostServices& services)
 {
     constexpr std::int32_t invalidity = 6;
     const auto rows = services.RequireUtils().OpenRecordset(
-        "SELECT * FROM VwPartecipazioneSpesa WHERE IDEsenzione = {0}", {record.Get("IDPartecipazioneSpesa")});
+        "SELECT * FROM VwPartecipazioneSpesa WHERE IDEsenzione = {0}", {record.Get(ricetta::idPartecipazioneSpesa)});
     return !rows->IsAtEnd() && rows->Field("EsenzioneInvalidita").ToBoolean() &&
            rows->Field("IDTipoEsenzione").ToInteger() == invalidity;
 }
 
 void WriteExemptionCode(const RicettaRecord& record, const Writer& writer, const host::HostServices& services)
 {
-    const std::string local = record.Text("PS_CodiceIdentificativo");
+    const std::string local = record.Text(ricetta::psCodiceIdentificativo);
     if (local == "%") // exempt by a declaration of income of one's own
     {
         writer.Set("codiceEsenzione", "");
-        writer.Set("progrAutocertReddito", record.Get("NumeroEsenzione"));
+        writer.Set("progrAutocertReddito", record.Get(ricetta::numeroEsenzione));
         return;
     }
     const std::string siss = services.RequireUtils()
                                  .SingleValue("SELECT Codice FROM Norda..SISS_Esenzione WHERE IDEsenzione = {0}",
-                                              {record.Get("IDPartecipazioneSpesa")})
+                                              {record.Get(ricetta::idPartecipazioneSpesa)})
                                  .ToText();
     writer.Set("codiceEsenzione", siss.empty() ? local : siss);
 }
@@ -184,12 +186,12 @@ void WriteAdministrativeFlags(const RicettaRecord& record, const Writer& writer)
 {
     constexpr std::int32_t personalForm = 2;
     constexpr std::int32_t suggestedRequest = 3;
-    writer.Set("naturaPrescrizione", record.Get("TipoRicetta"));
+    writer.Set("naturaPrescrizione", record.Get(ricetta::tipoRicetta));
     writer.Set("flagFuoriRegione",
-               record.Text("CodiceRegioneAsl") == record.Text("CodiceRegioneTariffario") ? no : yes);
-    writer.Set("tipoModulo", record.Integer("IDFormatoRicetta") == personalForm ? "PERSONALE" : "RUR09");
-    writer.Set("flagSuggerita", record.Integer("IDTipoRichiesta") == suggestedRequest ? yes : "");
-    const auto* row = std::ranges::find(priorities, record.Integer("IDPrioritaRicetta"), &Priority::id);
+               record.Text(ricetta::codiceRegioneAsl) == record.Text(ricetta::codiceRegioneTariffario) ? no : yes);
+    writer.Set("tipoModulo", record.Integer(ricetta::idFormatoRicetta) == personalForm ? "PERSONALE" : "RUR09");
+    writer.Set("flagSuggerita", record.Integer(ricetta::idTipoRichiesta) == suggestedRequest ? yes : "");
+    const auto* row = std::ranges::find(priorities, record.Integer(ricetta::idPrioritaRicetta), &Priority::id);
     if (row != priorities.end())
     {
         writer.Set("flagUrgenza", row->flagUrgenza);
@@ -200,13 +202,13 @@ void WriteAdministrativeFlags(const RicettaRecord& record, const Writer& writer)
 // A form of class C drugs can be repeated when its drugs are grouped. The class counts in upper case only.
 bool IsRepeatable(const RicettaRecord& record)
 {
-    if (record.Integer("TR_TipoRaggruppamento") != 1)
+    if (record.Integer(ricetta::trTipoRaggruppamento) != 1)
     {
         return false;
     }
     for (std::int32_t item = 1; item <= record.DetailCount(); ++item)
     {
-        if (record.GetItem("Classe", item).ToText() == "C")
+        if (record.GetItem(ricetta::itemClasse, item).ToText() == "C")
         {
             return true;
         }
@@ -223,14 +225,15 @@ void WriteKindOfPrescription(const RicettaRecord& record, ServiceRequest& reques
     if (kind == kindDrugs)
     {
         flags.Set("flagRipetibile", IsRepeatable(record) ? yes : no);
-        notes.Set("notaPrescrizione", record.Get("Annotazioni"));
+        notes.Set("notaPrescrizione", record.Get(ricetta::annotazioni));
         flags.Set("tipologiaPrescrizione", "01");
     }
     else if (kind == kindTests)
     {
         flags.Set("flagRipetibile", no);
-        notes.Set("quesitoDiagnostico", environment::FirstCharacters(record.Text("MotivoRicetta"), longestQuestion));
-        const bool hospital = record.Integer("IDTipoRichiesta") == hospitalRequest;
+        notes.Set("quesitoDiagnostico",
+                  environment::FirstCharacters(record.Text(ricetta::motivoRicetta), longestQuestion));
+        const bool hospital = record.Integer(ricetta::idTipoRichiesta) == hospitalRequest;
         flags.Set("tipologiaPrescrizione", hospital ? "03" : "02");
         if (hospital)
         {
@@ -258,18 +261,18 @@ std::string QuantityText(const Value& quantity, std::int32_t kind)
 void WriteDatiCittadino(const RicettaRecord& record, ServiceRequest& request)
 {
     const Writer writer(request, administrative);
-    writer.Set("codiceFiscaleCittadino", record.Get("PAZ_CodiceFiscale"));
-    writer.Set("cognomeCittadino", record.Get("PAZ_Cognome"));
-    writer.Set("nomeCittadino", record.Get("PAZ_Nome"));
-    writer.Set("sessoCittadino", record.Get("PAZ_Sesso"));
-    writer.Set("dataNascitaCittadino", service::StoredDate(record.Get("PAZ_DataNascita")));
-    writer.Set("etaCittadino", record.Get("PAZ_Eta"));
-    writer.Set("codiceAslAssistenza", record.Text("CodiceRegioneAsl") + record.Text("NumeroAsl"));
-    writer.Set("siglaProvinciaAssistenza", record.Get("SiglaProvinciaAsl"));
-    const auto [street, number] = SplitAddress(record.Text("PAZ_Indirizzo"));
+    writer.Set("codiceFiscaleCittadino", record.Get(ricetta::pazCodiceFiscale));
+    writer.Set("cognomeCittadino", record.Get(ricetta::pazCognome));
+    writer.Set("nomeCittadino", record.Get(ricetta::pazNome));
+    writer.Set("sessoCittadino", record.Get(ricetta::pazSesso));
+    writer.Set("dataNascitaCittadino", service::StoredDate(record.Get(ricetta::pazDataNascita)));
+    writer.Set("etaCittadino", record.Get(ricetta::pazEta));
+    writer.Set("codiceAslAssistenza", record.Text(ricetta::codiceRegioneAsl) + record.Text(ricetta::numeroAsl));
+    writer.Set("siglaProvinciaAssistenza", record.Get(ricetta::siglaProvinciaAsl));
+    const auto [street, number] = SplitAddress(record.Text(ricetta::pazIndirizzo));
     writer.Set("indirizzoDomicilioCittadino", street);
     writer.Set("civicoDomicilioCittadino", number);
-    writer.Set("comuneDomicilioCittadino", record.Get("PAZ_Comune"));
+    writer.Set("comuneDomicilioCittadino", record.Get(ricetta::pazComune));
 }
 
 void WriteDatiPrescrizione(const RicettaRecord& record, ServiceRequest& request, std::int32_t kind,
@@ -293,18 +296,19 @@ void WriteElencoPrestazioni(const RicettaRecord& record, ServiceRequest& request
     const xml::Node pattern = list.Select("prestazione");
     for (std::int32_t item = 1; item <= record.DetailCount(); ++item)
     {
-        const std::string code = record.GetItem("Codice", item).ToText();
+        const std::string code = record.GetItem(ricetta::itemCodice, item).ToText();
         if (code.empty())
         {
             continue;
         }
         const xml::Node entry = pattern.Clone();
         entry.Select("codicePrestazione").SetText(code);
-        entry.Select("descrizionePrestazione").SetText(record.GetItem("Descrizione", item).ToText());
-        entry.Select("posologiaPrestazione").SetText(record.GetItem("Posologia", item).ToText());
-        entry.Select("notaCufPrestazione").SetText(WithoutLeadingZeros(record.GetItem("NotaCuf", item).ToText()));
-        entry.Select("notaPrestazione").SetText(record.GetItem("Annotazione", item).ToText());
-        entry.Select("quantitaPrestazione").SetText(QuantityText(record.GetItem("Quantita", item), kind));
+        entry.Select("descrizionePrestazione").SetText(record.GetItem(ricetta::itemDescrizione, item).ToText());
+        entry.Select("posologiaPrestazione").SetText(record.GetItem(ricetta::itemPosologia, item).ToText());
+        entry.Select("notaCufPrestazione")
+            .SetText(WithoutLeadingZeros(record.GetItem(ricetta::itemNotaCuf, item).ToText()));
+        entry.Select("notaPrestazione").SetText(record.GetItem(ricetta::itemAnnotazione, item).ToText());
+        entry.Select("quantitaPrestazione").SetText(QuantityText(record.GetItem(ricetta::itemQuantita, item), kind));
         list.Append(entry);
     }
     pattern.Remove();

@@ -30,19 +30,24 @@ bool PrescriptionCheck::Verify(const host::Value& idRicetta, const std::optional
 bool PrescriptionCheck::Cancel(const host::Value& idRicetta, const host::Value& numRicetta,
                                std::int32_t value) const noexcept
 {
-    bool cancelled = false;
-    host::PassOver(
-        [&]
-        {
-            const auto data = m_objects.CreatePrescriptionData(value, m_context.services);
-            if (const auto row = data->Find({idRicetta.ToInteger(), numRicetta.ToInteger()}))
-            {
-                row->Set("Annullata", true);
-                cancelled = row->Save();
-            }
-        });
+    const bool cancelled = host::Trap(false,
+                                      [&] {
+                                          return MarkCancelled({idRicetta.ToInteger(), numRicetta.ToInteger()}, value);
+                                      });
     m_context.log.End();
     return cancelled;
+}
+
+bool PrescriptionCheck::MarkCancelled(const host::PrescriptionKey& key, std::int32_t value) const
+{
+    const auto data = m_context.prescriptions.CreatePrescriptionData(value, m_context.services);
+    const auto row = data->Find(key);
+    if (!row)
+    {
+        return false;
+    }
+    row->Set("Annullata", true);
+    return row->Save();
 }
 
 } // namespace vellumo::prescription

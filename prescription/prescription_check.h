@@ -14,9 +14,8 @@ namespace vellumo::prescription
 class PrescriptionCheck
 {
 public:
-    PrescriptionCheck(const service::ProviderContext& context, host::PrescriptionObjects& objects)
+    explicit PrescriptionCheck(const service::ProviderContext& context)
         : m_context(context)
-        , m_objects(objects)
     {
     }
 
@@ -31,8 +30,9 @@ public:
                               std::int32_t value) const noexcept;
 
 private:
+    [[nodiscard]] bool MarkCancelled(const host::PrescriptionKey& key, std::int32_t value) const;
+
     const service::ProviderContext& m_context;
-    host::PrescriptionObjects& m_objects;
 };
 
 } // namespace vellumo::prescription

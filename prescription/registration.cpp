@@ -5,7 +5,7 @@
 #include "prescription/journal.h"
 #include "prescription/payload.h"
 #include "prescription/ricetta_record.h"
-#include "prescription/sent_response.h"
+#include "prescription/sent_prescription.h"
 
 #include <string>
 
@@ -19,7 +19,7 @@ bool HasClassC(const RicettaRecord& record)
 {
     for (std::int32_t item = 1; item <= record.DetailCount(); ++item)
     {
-        if (environment::EqualsIgnoringCase(record.GetItem("Classe", item).ToText(), "C"))
+        if (environment::EqualsIgnoringCase(record.GetItem(ricetta::itemClasse, item).ToText(), "C"))
         {
             return true;
         }
@@ -61,7 +61,7 @@ void Registration::RegisterAll(host::PrescriptionSession& session, const host::P
     }
     const bool sendsClassC =
         m_context.services.RequireUtils().ToBoolean(settings->Get("CCEInviaRicettaFarmaciClasseC"));
-    const auto data = m_objects.CreatePrescriptionData(kind, m_context.services);
+    const auto data = m_context.prescriptions.CreatePrescriptionData(kind, m_context.services);
     for (const auto& row : data->List(key.IDRicetta, key.NumRicetta))
     {
         Register(session, row, kind, sendsClassC);
@@ -106,7 +106,8 @@ void Registration::Register(host::PrescriptionSession& session, const host::Pres
     catch (const std::exception& fault)
     {
         // Without its place in the session the close will not see it.
-        journal.NotSaved(key, {GivenIup(*response), ""}, fault.what());
+        const SentPrescription lost{kind, response, record};
+        journal.NotSaved(key, {lost.GivenIup(), ""}, fault.what());
         throw;
     }
 }

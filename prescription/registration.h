@@ -14,14 +14,13 @@ namespace vellumo::prescription
 class Registration
 {
 public:
-    Registration(const service::ProviderContext& context, host::PrescriptionObjects& objects)
+    explicit Registration(const service::ProviderContext& context)
         : m_context(context)
-        , m_objects(objects)
     {
     }
 
     // `numRicetta` 0: every prescription of the form. True also when nothing is to be sent (session without SISS or
-    // for validation, no settings of the practice). A fault ends the loop, is shown, and answers False; the responses
+    // for validation, no settings of the practice). A fault ends the loop, is shown, and returns False; the responses
     // kept until then stay in the session.
     [[nodiscard]] bool Run(host::PrescriptionSession& session, const host::Value& idRicetta,
                            const host::Value& numRicetta, std::int32_t kind) const;
@@ -32,7 +31,6 @@ private:
                   bool sendsClassC) const;
 
     const service::ProviderContext& m_context;
-    host::PrescriptionObjects& m_objects;
 };
 
 } // namespace vellumo::prescription

@@ -10,26 +10,26 @@ namespace
 
 using host::Recordset;
 
-std::string ItemKey(std::string_view key, std::int32_t item)
+std::string NameOf(const RicettaItemKey& key, std::int32_t item)
 {
-    return std::string(key) + "_" + std::to_string(item);
+    return std::string(key.text) + "_" + std::to_string(item);
 }
 
 struct ItemField
 {
-    const char* key;
+    RicettaItemKey key;
     const char* drugColumn; // "_n" stands for the item's number
     const char* testColumn; // null: a test has no such value and stores ""
 };
 
 constexpr std::array<ItemField, 7> itemFields = {{
-    {"Codice", "CodiceAIC_n", "PT_CodicePrestazioneTariffario"},
-    {"Descrizione", "FarmacoBreve_n", "Prestazione"},
-    {"Quantita", "Quantita_n", "Quantita"},
-    {"Classe", "ClasseFarmaco_n", nullptr},
-    {"Posologia", "PosologiaBreve_n", nullptr},
-    {"NotaCuf", "NotaCuf_n_Ori", nullptr},
-    {"Annotazione", "Annotazioni", "Annotazioni"},
+    {ricetta::itemCodice, "CodiceAIC_n", "PT_CodicePrestazioneTariffario"},
+    {ricetta::itemDescrizione, "FarmacoBreve_n", "Prestazione"},
+    {ricetta::itemQuantita, "Quantita_n", "Quantita"},
+    {ricetta::itemClasse, "ClasseFarmaco_n", nullptr},
+    {ricetta::itemPosologia, "PosologiaBreve_n", nullptr},
+    {ricetta::itemNotaCuf, "NotaCuf_n_Ori", nullptr},
+    {ricetta::itemAnnotazione, "Annotazioni", "Annotazioni"},
 }};
 
 // Stored under the item's own names instead.
@@ -52,7 +52,7 @@ void CopyColumns(const Recordset& row, RicettaRecord& record)
         const std::string name = row.ColumnName(column);
         if (std::ranges::find(replacedColumns, name) == replacedColumns.end())
         {
-            record.Set(name, row.Field(column));
+            record.SetColumn(name, row.Field(column));
         }
     }
 }
@@ -73,7 +73,7 @@ void AddDrugs(const Recordset& row, RicettaRecord& record)
             record.SetItem(field.key, item, row.Field(Numbered(field.drugColumn, item)));
         }
     }
-    record.Set("DetailCount", count);
+    record.Set(ricetta::detailCount, count);
 }
 
 void AddTests(Recordset& rows, RicettaRecord& record)
@@ -88,30 +88,30 @@ void AddTests(Recordset& rows, RicettaRecord& record)
                            field.testColumn == nullptr ? host::Value("") : rows.Field(field.testColumn));
         }
     }
-    record.Set("DetailCount", count);
+    record.Set(ricetta::detailCount, count);
 }
 
 } // namespace
 
-host::Value RicettaRecord::Get(std::string_view key) const
+host::Value RicettaRecord::Find(std::string_view name) const
 {
-    const auto found = m_values.find(key);
+    const auto found = m_values.find(name);
     return found == m_values.end() ? host::Value() : found->second;
 }
 
-void RicettaRecord::Set(std::string_view key, const host::Value& value)
+void RicettaRecord::SetColumn(std::string_view name, const host::Value& value)
 {
-    m_values.insert_or_assign(std::string(key), value);
+    m_values.insert_or_assign(std::string(name), value);
 }
 
-host::Value RicettaRecord::GetItem(std::string_view key, std::int32_t item) const
+host::Value RicettaRecord::GetItem(const RicettaItemKey& key, std::int32_t item) const
 {
-    return Get(ItemKey(key, item));
+    return Find(NameOf(key, item));
 }
 
-void RicettaRecord::SetItem(std::string_view key, std::int32_t item, const host::Value& value)
+void RicettaRecord::SetItem(const RicettaItemKey& key, std::int32_t item, const host::Value& value)
 {
-    Set(ItemKey(key, item), value);
+    SetColumn(NameOf(key, item), value);
 }
 
 std::shared_ptr<RicettaRecord> BuildRicettaRecord(const host::PrescriptionKey& key, std::int32_t kind,
@@ -134,8 +134,8 @@ std::shared_ptr<RicettaRecord> BuildRicettaRecord(const host::PrescriptionKey& k
     }
     auto record = std::make_shared<RicettaRecord>();
     CopyColumns(*rows, *record);
-    record->Set("IDRicetta", key.IDRicetta);
-    record->Set("NumRicetta", key.NumRicetta);
+    record->Set(ricetta::idRicetta, key.IDRicetta);
+    record->Set(ricetta::numRicetta, key.NumRicetta);
     if (drugs)
     {
         AddDrugs(*rows, *record);

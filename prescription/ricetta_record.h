@@ -7,6 +7,7 @@
 #include "host/kept_object.h"
 #include "host/prescriptions.h"
 #include "host/value.h"
+#include "prescription/ricetta_keys.h"
 
 #include <cstdint>
 #include <map>
@@ -21,20 +22,27 @@ class RicettaRecord final : public host::KeptObject
 {
 public:
     // Keys are case-sensitive; one that is not there reads as null.
-    [[nodiscard]] host::Value Get(std::string_view key) const;
-    void Set(std::string_view key, const host::Value& value);
+    [[nodiscard]] host::Value Get(const RicettaKey& key) const { return Find(key.text); }
+    void Set(const RicettaKey& key, const host::Value& value) { SetColumn(key.text, value); }
+    // A column of the host's view, by its own name.
+    void SetColumn(std::string_view name, const host::Value& value);
 
     // The value of an item, counted from 1.
-    [[nodiscard]] host::Value GetItem(std::string_view key, std::int32_t item) const;
-    void SetItem(std::string_view key, std::int32_t item, const host::Value& value);
+    [[nodiscard]] host::Value GetItem(const RicettaItemKey& key, std::int32_t item) const;
+    void SetItem(const RicettaItemKey& key, std::int32_t item, const host::Value& value);
 
-    [[nodiscard]] std::string Text(std::string_view key) const { return Get(key).ToText(); }
-    [[nodiscard]] std::int32_t Integer(std::string_view key) const { return Get(key).ToInteger(); }
-    [[nodiscard]] std::int32_t DetailCount() const { return Integer("DetailCount"); }
+    [[nodiscard]] std::string Text(const RicettaKey& key) const { return Get(key).ToText(); }
+    [[nodiscard]] std::int32_t Integer(const RicettaKey& key) const { return Get(key).ToInteger(); }
+    [[nodiscard]] std::int32_t DetailCount() const { return Integer(ricetta::detailCount); }
     // Where the prescription stands in RicettaSSN.
-    [[nodiscard]] host::PrescriptionKey Key() const { return {Integer("IDRicetta"), Integer("NumRicetta")}; }
+    [[nodiscard]] host::PrescriptionKey Key() const
+    {
+        return {Integer(ricetta::idRicetta), Integer(ricetta::numRicetta)};
+    }
 
 private:
+    [[nodiscard]] host::Value Find(std::string_view name) const;
+
     std::map<std::string, host::Value, std::less<>> m_values;
 };
 

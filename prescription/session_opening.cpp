@@ -1,7 +1,6 @@
 #include "prescription/session_opening.h"
 
 #include "prescription/payload.h"
-#include "prescription/sent_response.h"
 #include "service/practice_user.h"
 #include "service/service_failure.h"
 #include "ui/form_stampa.h"
@@ -79,7 +78,7 @@ SessionOpening::Attempt SessionOpening::Try(host::OpzioniRicetta& options) const
 {
     if (service::IsPracticeStaff(m_context.services))
     {
-        auto session = m_objects.CreateSession();
+        auto session = m_context.prescriptions.CreateSession();
         session->SetDaValidare(true);
         return {std::move(session)};
     }
@@ -100,12 +99,12 @@ SessionOpening::Attempt SessionOpening::Try(host::OpzioniRicetta& options) const
     {
         return {};
     }
-    return response->Failed() ? React(*response) : Attempt{m_objects.CreateSession()};
+    return response->Failed() ? React(*response) : Attempt{m_context.prescriptions.CreateSession()};
 }
 
 SessionOpening::Attempt SessionOpening::React(const service::ServiceResponse& response) const
 {
-    const auto* row = std::ranges::find(reactions, FirstCode(response), &CodeReaction::code);
+    const auto* row = std::ranges::find(reactions, response.FirstCode(), &CodeReaction::code);
     const CodeReaction& reaction = row == reactions.end() ? anyOther : *row;
     const auto ask = [&](ui::Buttons buttons)
     {
@@ -118,7 +117,7 @@ SessionOpening::Attempt SessionOpening::React(const service::ServiceResponse& re
     case Reaction::Ask:
         if (ask(ui::Buttons::YesNo) == ui::Answer::Yes)
         {
-            attempt.session = m_objects.CreateSession();
+            attempt.session = m_context.prescriptions.CreateSession();
             attempt.session->SetSenzaSISS(true);
         }
         break;

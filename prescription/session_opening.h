@@ -1,5 +1,5 @@
 // The host operation ApriSessionePrescrizione: lets the doctor choose the print options, tells SISS that a prescribing
-// phase starts, and answers the host's session object. Faults go through to the host; there is no session then.
+// phase starts, and returns the host's session object. Faults go through to the host; there is no session then.
 #pragma once
 
 #include "host/opzioni_ricetta.h"
@@ -15,9 +15,8 @@ namespace vellumo::prescription
 class SessionOpening
 {
 public:
-    SessionOpening(const service::ProviderContext& context, host::PrescriptionObjects& objects)
+    explicit SessionOpening(const service::ProviderContext& context)
         : m_context(context)
-        , m_objects(objects)
     {
     }
 
@@ -36,7 +35,6 @@ private:
     [[nodiscard]] bool IsElectronicByDefault() const;
 
     const service::ProviderContext& m_context;
-    host::PrescriptionObjects& m_objects;
 };
 
 } // namespace vellumo::prescription

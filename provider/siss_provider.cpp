@@ -22,31 +22,49 @@
 namespace vellumo::provider
 {
 
-// In the order in which the parts need each other; they go in the opposite one.
-struct SISSProvider::Parts
+using service::ProviderContext;
+
+// Owns what the operations work with, in the order in which the parts need each other, and is the one way to run them.
+class SISSProvider::HostCalls
 {
-    explicit Parts(Surroundings given)
-        : surroundings(std::move(given))
-        , factory(*surroundings.settings)
-        , environment(*surroundings.settings, *surroundings.clock)
-        , log(services, *surroundings.objects, *surroundings.settings, *surroundings.clock)
-        , sender(*surroundings.bridge, factory, log, *surroundings.desktop)
+public:
+    explicit HostCalls(PlatformParts platform)
+        : m_platform(std::move(platform))
+        , m_factory(*m_platform.settings)
+        , m_environment(*m_platform.settings, *m_platform.clock)
+        , m_log(m_services, *m_platform.objects, *m_platform.settings, *m_platform.clock)
+        , m_sender(*m_platform.bridge, m_factory, m_log, *m_platform.desktop)
     {
     }
 
+    [[nodiscard]] host::HostServices& Services() noexcept { return m_services; }
+
     // The host may replace or clear what it handed over while an operation calls it. What the operation has in its
     // hands lives to its end.
-    [[nodiscard]] host::HostServices Keep() const { return services; }
+    template <class Operation>
+    auto Run(Operation&& operation)
+    {
+        const auto kept = m_services;
+        return std::forward<Operation>(operation)(m_context);
+    }
 
-    Surroundings surroundings;
-    host::HostServices services;
-    service::ServiceFactory factory;
-    environment::SISSEnvironment environment;
-    service::ExchangeLog log;
-    service::ServiceSender sender;
-    service::ProviderContext context = {
-        services, *surroundings.objects, *surroundings.clock, *surroundings.desktop, environment, factory, sender, log};
-    bool active = true; // cleared once, never set again
+private:
+    PlatformParts m_platform;
+    host::HostServices m_services;
+    service::ServiceFactory m_factory;
+    environment::SISSEnvironment m_environment;
+    service::ExchangeLog m_log;
+    service::ServiceSender m_sender;
+    const service::ProviderContext m_context = {.services = m_services,
+                                                .objects = *m_platform.objects,
+                                                .prescriptions = *m_platform.prescriptions,
+                                                .settings = *m_platform.settings,
+                                                .clock = *m_platform.clock,
+                                                .desktop = *m_platform.desktop,
+                                                .environment = m_environment,
+                                                .factory = m_factory,
+                                                .sender = m_sender,
+                                                .log = m_log};
 };
 
 namespace
@@ -63,8 +81,8 @@ host::PrescriptionSession& Require(host::PrescriptionSession* session)
 
 } // namespace
 
-SISSProvider::SISSProvider(Surroundings surroundings)
-    : m_parts(std::make_unique<Parts>(std::move(surroundings)))
+SISSProvider::SISSProvider(PlatformParts platform)
+    : m_calls(std::make_unique<HostCalls>(std::move(platform)))
 {
 }
 
@@ -72,17 +90,17 @@ SISSProvider::~SISSProvider() = default;
 
 host::HostServices& SISSProvider::Services() noexcept
 {
-    return m_parts->services;
+    return m_calls->Services();
 }
 
 std::int32_t SISSProvider::IdentificaPaziente(const host::Value& idPaziente, bool& gestito)
 {
     gestito = true;
-    const auto kept = m_parts->Keep();
-    const auto outcome = patient::Identification(m_parts->context).Run(idPaziente);
+    const auto outcome =
+        m_calls->Run([&](const ProviderContext& context) { return patient::Identification(context).Run(idPaziente); });
     if (outcome.WithoutSession)
     {
-        m_parts->active = false;
+        m_active = false;
     }
     gestito = outcome.Gestito;
     return outcome.IDPaziente;
@@ -90,21 +108,23 @@ std::int32_t SISSProvider::IdentificaPaziente(const host::Value& idPaziente, boo
 
 bool SISSProvider::Sincronizza() noexcept
 {
-    const auto kept = m_parts->Keep();
-    return environment::TableSynchronisation(m_parts->services, m_parts->environment, *m_parts->surroundings.settings,
-                                             *m_parts->surroundings.desktop)
-        .Run();
+    return m_calls->Run(
+        [](const ProviderContext& context)
+        {
+            return environment::TableSynchronisation(context.services, context.environment, context.settings,
+                                                     context.desktop)
+                .Run();
+        });
 }
 
 bool SISSProvider::SincronizzaPazienti() noexcept
 {
-    const auto kept = m_parts->Keep();
-    return patient::PatientListImport(m_parts->context).Run();
+    return m_calls->Run([](const ProviderContext& context) { return patient::PatientListImport(context).Run(); });
 }
 
 bool SISSProvider::IsActive() const noexcept
 {
-    return m_parts->active;
+    return m_active;
 }
 
 bool SISSProvider::VerificaPaziente(const host::Value&) noexcept
@@ -114,8 +134,7 @@ bool SISSProvider::VerificaPaziente(const host::Value&) noexcept
 
 std::shared_ptr<host::PrescriptionSession> SISSProvider::ApriSessionePrescrizione()
 {
-    const auto kept = m_parts->Keep();
-    return prescription::SessionOpening(m_parts->context, *m_parts->surroundings.prescriptions).Run();
+    return m_calls->Run([](const ProviderContext& context) { return prescription::SessionOpening(context).Run(); });
 }
 
 bool SISSProvider::RegistraPrescrizione(host::PrescriptionSession* session, const host::Value& idRicetta,
@@ -128,62 +147,58 @@ bool SISSProvider::RegistraPrescrizione(host::PrescriptionSession* session, cons
 bool SISSProvider::RegistraPrescrizioneSingola(host::PrescriptionSession* session, const host::Value& idRicetta,
                                                const host::Value& numRicetta, std::int32_t kind)
 {
-    const auto kept = m_parts->Keep();
-    return prescription::Registration(m_parts->context, *m_parts->surroundings.prescriptions)
-        .Run(Require(session), idRicetta, numRicetta, kind);
+    return m_calls->Run(
+        [&](const ProviderContext& context)
+        { return prescription::Registration(context).Run(Require(session), idRicetta, numRicetta, kind); });
 }
 
 bool SISSProvider::ChiudiSessionePrescrizione(host::PrescriptionSession* session)
 {
-    const auto kept = m_parts->Keep();
-    return prescription::SessionClosing(m_parts->context, *m_parts->surroundings.prescriptions).Run(Require(session));
+    return m_calls->Run([&](const ProviderContext& context)
+                        { return prescription::SessionClosing(context).Run(Require(session)); });
 }
 
 bool SISSProvider::VerificaPrescrizione(const host::Value& idRicetta, std::int32_t kind)
 {
-    const auto kept = m_parts->Keep();
-    return prescription::PrescriptionCheck(m_parts->context, *m_parts->surroundings.prescriptions)
-        .Verify(idRicetta, std::nullopt, kind);
+    return m_calls->Run([&](const ProviderContext& context)
+                        { return prescription::PrescriptionCheck(context).Verify(idRicetta, std::nullopt, kind); });
 }
 
 bool SISSProvider::VerificaPrescrizioneSingola(const host::Value& idRicetta, const host::Value& numRicetta,
                                                std::int32_t kind)
 {
-    const auto kept = m_parts->Keep();
-    return prescription::PrescriptionCheck(m_parts->context, *m_parts->surroundings.prescriptions)
-        .Verify(idRicetta, numRicetta, kind);
+    return m_calls->Run([&](const ProviderContext& context)
+                        { return prescription::PrescriptionCheck(context).Verify(idRicetta, numRicetta, kind); });
 }
 
 bool SISSProvider::AnnullaPrescrizione(const host::Value& idRicetta, const host::Value& numRicetta,
                                        std::int32_t value) noexcept
 {
-    const auto kept = m_parts->Keep();
-    return prescription::PrescriptionCheck(m_parts->context, *m_parts->surroundings.prescriptions)
-        .Cancel(idRicetta, numRicetta, value);
+    return m_calls->Run([&](const ProviderContext& context)
+                        { return prescription::PrescriptionCheck(context).Cancel(idRicetta, numRicetta, value); });
 }
 
 bool SISSProvider::InviaCertificato(host::Record* certificato) noexcept
 {
-    const auto kept = m_parts->Keep();
-    return certificate::Certificates(m_parts->context).Send(certificato);
+    return m_calls->Run([&](const ProviderContext& context)
+                        { return certificate::Certificates(context).Send(certificato); });
 }
 
 bool SISSProvider::AnnullaCertificato(host::Record* certificato) noexcept
 {
-    const auto kept = m_parts->Keep();
-    return certificate::Certificates(m_parts->context).Cancel(certificato);
+    return m_calls->Run([&](const ProviderContext& context)
+                        { return certificate::Certificates(context).Cancel(certificato); });
 }
 
 bool SISSProvider::InserisciContatto(const host::Value& idPaziente) noexcept
 {
-    const auto kept = m_parts->Keep();
-    return certificate::Contacts(m_parts->context).Insert(idPaziente);
+    return m_calls->Run([&](const ProviderContext& context)
+                        { return certificate::Contacts(context).Insert(idPaziente); });
 }
 
 bool SISSProvider::IsPersonaleStudio() noexcept
 {
-    const auto kept = m_parts->Keep();
-    return service::IsPersonaleStudio(m_parts->services);
+    return m_calls->Run([](const ProviderContext& context) { return service::IsPersonaleStudio(context.services); });
 }
 
 } // namespace vellumo::provider

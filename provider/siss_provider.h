@@ -20,8 +20,8 @@
 namespace vellumo::provider
 {
 
-// The platform's parts that a provider works with; the provider owns them.
-struct Surroundings
+// What the platform supplies. The provider owns it.
+struct PlatformParts
 {
     std::unique_ptr<host::Bridge> bridge;
     std::unique_ptr<host::HostObjects> objects;
@@ -34,8 +34,8 @@ struct Surroundings
 class SISSProvider
 {
 public:
-    // Reads the bridge's configuration file; nothing here faults once the surroundings are there.
-    explicit SISSProvider(Surroundings surroundings);
+    // Reads the bridge's configuration file; nothing here faults once the platform's parts are there.
+    explicit SISSProvider(PlatformParts platform);
     ~SISSProvider();
     SISSProvider(const SISSProvider&) = delete;
     SISSProvider& operator=(const SISSProvider&) = delete;
@@ -43,7 +43,7 @@ public:
     // What the host hands over; set at any time, in any order.
     [[nodiscard]] host::HostServices& Services() noexcept;
 
-    // Answers the local identifier of the citizen identified on SISS, 0 when there is none. `idPaziente` null: a fresh
+    // Returns the local identifier of the citizen identified on SISS, 0 when there is none. `idPaziente` null: a fresh
     // search. `gestito` True: the host takes the identifier as it stands; False: it goes on with its own handling.
     std::int32_t IdentificaPaziente(const host::Value& idPaziente, bool& gestito);
 
@@ -74,7 +74,7 @@ public:
     // Marks the host's row as cancelled; nothing is sent. False when there is none, or it could not be stored.
     bool AnnullaPrescrizione(const host::Value& idRicetta, const host::Value& numRicetta, std::int32_t value) noexcept;
 
-    // These answer False whatever happens: the operator has been told the outcome. `certificato` null: nothing is done.
+    // These return False whatever happens: the operator has been told the outcome. `certificato` null: nothing is done.
     bool InviaCertificato(host::Record* certificato) noexcept;      // NOLINT(modernize-use-nodiscard)
     bool AnnullaCertificato(host::Record* certificato) noexcept;    // NOLINT(modernize-use-nodiscard)
     bool InserisciContatto(const host::Value& idPaziente) noexcept; // NOLINT(modernize-use-nodiscard)
@@ -82,8 +82,9 @@ public:
     [[nodiscard]] bool IsPersonaleStudio() noexcept;
 
 private:
-    struct Parts;
-    std::unique_ptr<Parts> m_parts;
+    class HostCalls;
+    std::unique_ptr<HostCalls> m_calls;
+    bool m_active = true; // cleared once, never set again
 };
 
 } // namespace vellumo::provider

@@ -17,9 +17,7 @@ bool IsPracticeStaff(const host::HostServices& services)
 
 bool IsPersonaleStudio(const host::HostServices& services) noexcept
 {
-    bool staff = false;
-    host::PassOver([&] { staff = IsPracticeStaff(services); });
-    return staff;
+    return host::Trap(false, [&] { return IsPracticeStaff(services); });
 }
 
 } // namespace vellumo::service

@@ -4,7 +4,9 @@
 #include "environment/siss_environment.h"
 #include "host/clock.h"
 #include "host/host_services.h"
+#include "host/prescriptions.h"
 #include "host/records.h"
+#include "host/settings_store.h"
 #include "service/exchange_log.h"
 #include "service/service_factory.h"
 #include "service/service_sender.h"
@@ -17,6 +19,8 @@ struct ProviderContext
 {
     const host::HostServices& services;
     host::HostObjects& objects;
+    host::PrescriptionObjects& prescriptions;
+    host::SettingsStore& settings;
     const host::Clock& clock;
     ui::Desktop& desktop;
     environment::SISSEnvironment& environment;

@@ -10,8 +10,8 @@ namespace vellumo::service
 namespace
 {
 
-// What is no XML is told as it came, and that may be megabytes; the code behind the message must still be seen.
-std::string Told(const std::string& message)
+// A reply that is no XML is its own message, and that may be megabytes; the code behind it must still be seen.
+std::string Shortened(const std::string& message)
 {
     constexpr std::size_t most = 1200; // characters
     const auto beginning = environment::FirstCharacters(message, most);
@@ -31,8 +31,8 @@ void ReportServiceFailure(const ServiceResponse& response, const host::HostServi
     const ServiceException* main = response.FailedResult.get();
     if (main != nullptr)
     {
-        host::PassOver([&]
-                       { services.RequireUtils().RecordServiceError("(" + main->Code + ") " + Told(main->Message)); });
+        host::PassOver(
+            [&] { services.RequireUtils().RecordServiceError("(" + main->Code + ") " + Shortened(main->Message)); });
     }
     ShowServiceError(main, response.Exceptions, desktop);
 }
@@ -43,7 +43,7 @@ void ShowServiceError(const ServiceException* main, const ServiceExceptions& det
     {
         return;
     }
-    std::string text = Told(main->Message) + "\r\nIl codice di errore restituito è " + main->Code;
+    std::string text = Shortened(main->Message) + "\r\nIl codice di errore restituito è " + main->Code;
     if (details.Count() > 0)
     {
         text += "\r\n\r\nDETTAGLI\r\n" + Describe(*details.Item(details.Count()));

@@ -30,6 +30,9 @@ public:
     // True when the call failed as a whole or the reply lists at least one exception.
     [[nodiscard]] bool Failed() const noexcept { return FailedResult != nullptr || Exceptions.Count() > 0; }
 
+    // Code of the failure as a whole, else of the first exception, else "".
+    [[nodiscard]] std::string FirstCode() const;
+
     // Relative to `Data`, as in ServiceRequest.
     void SetData(std::string_view xPath, const host::Value& value);
     [[nodiscard]] std::string GetData(std::string_view xPath) const;

@@ -16,23 +16,21 @@ ServiceSender::ServiceSender(host::Bridge& bridge, const ServiceFactory& factory
 
 std::shared_ptr<ServiceResponse> ServiceSender::SendServiceRequest(const ServiceRequest& request) noexcept
 {
-    std::shared_ptr<ServiceResponse> response;
-    host::PassOver(
-        [&]
-        {
-            ui::FormWait window;
-            window.Parameters() = request;
-            window.OnActivate = [this](ui::FormWait& sender, const std::any& parameters, std::any& result)
-            { OnWaitActivate(sender, parameters, result); };
-            // A window that fails when the bridge has answered must not take the answer with it.
-            host::PassOver([&] { m_desktop.ShowModal(window); });
-            if (const auto* result = std::any_cast<std::shared_ptr<ServiceResponse>>(&window.Result()))
-            {
-                response = *result;
-            }
-        });
+    const auto response = host::Trap(std::shared_ptr<ServiceResponse>(), [&] { return SendBehindWindow(request); });
     m_log.Write(request, response.get());
     return response;
+}
+
+std::shared_ptr<ServiceResponse> ServiceSender::SendBehindWindow(const ServiceRequest& request)
+{
+    ui::FormWait window;
+    window.Parameters() = request;
+    window.OnActivate = [this](ui::FormWait& sender, const std::any& parameters, std::any& result)
+    { OnWaitActivate(sender, parameters, result); };
+    // A window that fails when the bridge has replied must not take the reply with it.
+    host::PassOver([&] { m_desktop.ShowModal(window); });
+    const auto* result = std::any_cast<std::shared_ptr<ServiceResponse>>(&window.Result());
+    return result != nullptr ? *result : nullptr;
 }
 
 void ServiceSender::OnWaitActivate(ui::FormWait& window, const std::any& parameters, std::any& result)
@@ -43,9 +41,8 @@ void ServiceSender::OnWaitActivate(ui::FormWait& window, const std::any& paramet
         return;
     }
     window.SetOperazione(request->Name());
-    std::string reply;
-    host::PassOver([&] { reply = m_bridge.CallSebMethod(request->ToString()); });
-    result = m_factory.GetResponse(reply);
+    result =
+        m_factory.GetResponse(host::Trap(std::string(), [&] { return m_bridge.CallSebMethod(request->ToString()); }));
 }
 
 } // namespace vellumo::service

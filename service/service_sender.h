@@ -26,6 +26,8 @@ public:
     [[nodiscard]] std::shared_ptr<ServiceResponse> SendServiceRequest(const ServiceRequest& request) noexcept;
 
 private:
+    // Null when the wait window could not be shown, or nothing came of it.
+    [[nodiscard]] std::shared_ptr<ServiceResponse> SendBehindWindow(const ServiceRequest& request);
     // Runs while the window is on screen; the only place that calls the bridge.
     void OnWaitActivate(ui::FormWait& window, const std::any& parameters, std::any& result);
 

@@ -110,8 +110,10 @@ struct Practice
     environment::SISSEnvironment environment{installation.settings, installation.clock};
     service::ExchangeLog log{services, objects, installation.settings, installation.clock};
     service::ServiceSender sender{bridge, factory, log, desktop};
-    service::ProviderContext context = {services, objects, installation.clock, desktop, environment, factory,
-                                        sender,   log};
+    NoPrescriptions prescriptions;
+    service::ProviderContext context = {
+        services, objects, prescriptions, installation.settings, installation.clock, desktop, environment, factory,
+        sender,   log};
 
     StoredRow stored = {.columns = {{"IDSpecialista", 1},
                                     {"IDPaziente", 7},

@@ -128,8 +128,10 @@ struct Practice
     service::ExchangeLog log = {services, objects, installation.settings, installation.clock};
     service::ServiceSender sender = {bridge, factory, log, desktop};
     service::ServiceResponse response;
-    service::ProviderContext context = {services, objects, installation.clock, desktop, environment, factory,
-                                        sender,   log};
+    NoPrescriptions prescriptions;
+    service::ProviderContext context = {
+        services, objects, prescriptions, installation.settings, installation.clock, desktop, environment, factory,
+        sender,   log};
 };
 
 } // namespace

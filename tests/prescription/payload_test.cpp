@@ -74,7 +74,7 @@ RicettaRecord RecordOf(const Columns& columns)
     RicettaRecord record;
     for (const auto& [name, value] : columns)
     {
-        record.Set(name, value);
+        record.SetColumn(name, value);
     }
     return record;
 }

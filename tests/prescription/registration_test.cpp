@@ -93,10 +93,11 @@ TEST_SUITE("prescription")
         environment::SISSEnvironment environment(installation.settings, installation.clock);
         service::ExchangeLog log(services, practice, installation.settings, installation.clock);
         service::ServiceSender sender(bridge, factory, log, desktop);
-        const service::ProviderContext context = {services, practice, installation.clock, desktop, environment, factory,
-                                                  sender,   log};
+        const service::ProviderContext context = {
+            services, practice, practice, installation.settings, installation.clock, desktop, environment,
+            factory,  sender,   log};
         ForgetfulSession session;
-        CHECK_FALSE(prescription::Registration(context, practice).Run(session, 7, 0, host::kindDrugs));
+        CHECK_FALSE(prescription::Registration(context).Run(session, 7, 0, host::kindDrugs));
         CAPTURE(desktop.told);
         CHECK(bridge.requests.size() == 1);
         CHECK(desktop.told.find("Sessione scaduta.") != std::string::npos);

@@ -5,6 +5,7 @@
 #include "host/connection.h"
 #include "host/fault.h"
 #include "host/host_services.h"
+#include "host/prescriptions.h"
 #include "host/records.h"
 #include "host/utils.h"
 
@@ -145,6 +146,17 @@ public:
 
 private:
     StoredRow& m_row;
+};
+
+// For operations that have nothing to do with prescriptions.
+class NoPrescriptions final : public host::PrescriptionObjects
+{
+public:
+    std::shared_ptr<host::PrescriptionSession> CreateSession() override { return nullptr; }
+    std::unique_ptr<host::PrescriptionData> CreatePrescriptionData(std::int32_t, const host::HostServices&) override
+    {
+        return nullptr;
+    }
 };
 
 // Answers one text to all.

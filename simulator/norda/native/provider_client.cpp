@@ -75,8 +75,8 @@ private:
 class NativeProviderClient final : public ProviderClient
 {
 public:
-    explicit NativeProviderClient(provider::Surroundings surroundings)
-        : m_provider(std::make_unique<provider::SISSProvider>(std::move(surroundings)))
+    explicit NativeProviderClient(provider::PlatformParts parts)
+        : m_provider(std::make_unique<provider::SISSProvider>(std::move(parts)))
     {
     }
 
@@ -238,14 +238,14 @@ std::unique_ptr<ProviderClient> CreateNativeProvider(const Outside& outside, std
     {
         throw host::Fault("Il componente \"Winbridge4seb.Bean.1\" non è installato.");
     }
-    provider::Surroundings surroundings;
-    surroundings.bridge = std::make_unique<BridgeProxy>(*outside.bridge);
-    surroundings.objects = std::make_unique<ObjectsProxy>(*outside.objects);
-    surroundings.prescriptions = std::make_unique<PrescriptionsProxy>(*outside.prescriptions);
-    surroundings.settings = std::make_unique<platform::FileSettingsStore>(settingsFile);
-    surroundings.clock = std::make_unique<host::SystemClock>();
-    surroundings.desktop = std::move(desktop);
-    return std::make_unique<NativeProviderClient>(std::move(surroundings));
+    provider::PlatformParts parts;
+    parts.bridge = std::make_unique<BridgeProxy>(*outside.bridge);
+    parts.objects = std::make_unique<ObjectsProxy>(*outside.objects);
+    parts.prescriptions = std::make_unique<PrescriptionsProxy>(*outside.prescriptions);
+    parts.settings = std::make_unique<platform::FileSettingsStore>(settingsFile);
+    parts.clock = std::make_unique<host::SystemClock>();
+    parts.desktop = std::move(desktop);
+    return std::make_unique<NativeProviderClient>(std::move(parts));
 }
 
 std::unique_ptr<Installation> MakeSettingsFile(const std::filesystem::path& settingsFile)

@@ -1,4 +1,4 @@
-// How the closing steps see the responses that the session keeps.
+// A prescription that was sent to SISS, as the closing of its session sees it.
 #pragma once
 
 #include "host/prescriptions.h"
@@ -13,9 +13,6 @@
 namespace vellumo::prescription
 {
 
-// The code that SISS gave at registration, "" when it gave none.
-[[nodiscard]] std::string GivenIup(const service::ServiceResponse& response);
-
 struct SentPrescription
 {
     std::int32_t kind = 0;
@@ -23,13 +20,11 @@ struct SentPrescription
     std::shared_ptr<RicettaRecord> record;
     bool settled = false; // confirmed by the end of the phase, or its code is in the journal
 
-    [[nodiscard]] std::string GivenIup() const { return prescription::GivenIup(*response); }
+    // The code that SISS gave at registration, "" when it gave none.
+    [[nodiscard]] std::string GivenIup() const;
 };
 
-// The kept responses that carry a record: drugs first, then tests, each in the order of registration.
+// The responses kept in the session that carry a record: drugs first, then tests, each in the order of registration.
 [[nodiscard]] std::vector<SentPrescription> SentPrescriptions(const host::PrescriptionSession& session);
-
-// Code of the failure as a whole, else of the first exception, else "".
-[[nodiscard]] std::string FirstCode(const service::ServiceResponse& response);
 
 } // namespace vellumo::prescription

@@ -1,11 +1,11 @@
-#include "prescription/sent_response.h"
+#include "prescription/sent_prescription.h"
 
 namespace vellumo::prescription
 {
 
-std::string GivenIup(const service::ServiceResponse& response)
+std::string SentPrescription::GivenIup() const
 {
-    return response.GetData("datiAmministrativiPrescrizione/identificativoUnivoco");
+    return response->GetData("datiAmministrativiPrescrizione/identificativoUnivoco");
 }
 
 std::vector<SentPrescription> SentPrescriptions(const host::PrescriptionSession& session)
@@ -24,15 +24,6 @@ std::vector<SentPrescription> SentPrescriptions(const host::PrescriptionSession&
         }
     }
     return sent;
-}
-
-std::string FirstCode(const service::ServiceResponse& response)
-{
-    if (response.FailedResult)
-    {
-        return response.FailedResult->Code;
-    }
-    return response.Exceptions.Count() > 0 ? response.Exceptions.Item(1)->Code : std::string();
 }
 
 } // namespace vellumo::prescription

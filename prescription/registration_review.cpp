@@ -1,0 +1,130 @@
+#include "prescription/registration_review.h"
+
+#include <string>
+
+namespace vellumo::prescription
+{
+namespace
+{
+
+using service::ServiceException;
+using service::ServiceExceptions;
+using service::ServiceResponse;
+using Decision = ui::FormRicettaResult::Decision;
+
+std::string Line(const ServiceException& entry)
+{
+    return "\r\n - " + entry.Message + " (" + entry.Code + ")";
+}
+
+std::string Lines(const char* heading, const ServiceExceptions& entries)
+{
+    std::string text = heading;
+    for (const auto& entry : entries)
+    {
+        text += Line(*entry);
+    }
+    return text;
+}
+
+std::string DescribeOutcome(const ServiceResponse& response)
+{
+    std::string text;
+    if (response.Failed())
+    {
+        text = Lines("Si sono verificati i seguenti errori:", response.Exceptions);
+        if (response.Exceptions.Count() == 0)
+        {
+            text += Line(*response.FailedResult);
+        }
+    }
+    if (response.Warnings.Count() > 0)
+    {
+        text += (text.empty() ? "" : "\r\n") + Lines("Sono state riscontrate le seguenti anomalie:", response.Warnings);
+    }
+    return text;
+}
+
+std::string DescribeItems(const RicettaRecord& record)
+{
+    std::string text;
+    for (std::int32_t item = 1; item <= record.DetailCount(); ++item)
+    {
+        if (!record.GetItem(ricetta::itemCodice, item).IsNull())
+        {
+            text += record.GetItem(ricetta::itemDescrizione, item).ToText() +
+                    " ( Quantità : " + record.GetItem(ricetta::itemQuantita, item).ToText() + " )\r\n";
+        }
+    }
+    return text;
+}
+
+std::vector<ui::RicettaResult> RefusedAndFlagged(const std::vector<SentPrescription>& sent)
+{
+    std::vector<ui::RicettaResult> results;
+    for (const auto& prescription : sent)
+    {
+        const ServiceResponse& response = *prescription.response;
+        if (response.Failed() || response.Warnings.Count() > 0)
+        {
+            results.push_back({response.Failed(), DescribeOutcome(response), DescribeItems(*prescription.record)});
+        }
+    }
+    return results;
+}
+
+} // namespace
+
+ReviewOutcome RegistrationReview::Run(std::vector<SentPrescription>& sent) const
+{
+    ui::FormRicettaResult window(RefusedAndFlagged(sent));
+    m_context.desktop.ShowModal(window);
+    return window.Result() == Decision::CancelAll ? ReviewOutcome::GivenUp : StoreAll(sent, window.Result());
+}
+
+ReviewOutcome RegistrationReview::StoreAll(std::vector<SentPrescription>& sent,
+                                           ui::FormRicettaResult::Decision decision) const
+{
+    auto next = sent.begin();
+    try
+    {
+        for (; next != sent.end(); ++next)
+        {
+            if (const Reason reason = Store(*next, decision))
+            {
+                SettleUnstored(*next, reason);
+            }
+        }
+        return ReviewOutcome::Stored;
+    }
+    catch (const std::exception& fault)
+    {
+        for (; next != sent.end(); ++next)
+        {
+            SettleUnstored(*next, fault.what());
+        }
+        return ReviewOutcome::BrokenOff;
+    }
+}
+
+Reason RegistrationReview::Store(const SentPrescription& prescription, ui::FormRicettaResult::Decision decision) const
+{
+    const auto row = m_rows.Find(prescription);
+    if (!row)
+    {
+        return noRow;
+    }
+    const bool cancelsRefused = decision == Decision::CancelRefused;
+    const bool cancelled = cancelsRefused && prescription.response->Failed();
+    row->Set("Annullata", cancelled);
+    prescription.record->Set(ricetta::annullata, cancelled);
+    return cancelsRefused ? m_rows.SaveWithCode(*row, prescription, prescription.GivenIup()) : RicettaRows::Save(*row);
+}
+
+void RegistrationReview::SettleUnstored(SentPrescription& prescription, Reason reason) const
+{
+    m_journal.NotSaved(prescription.record->Key(), {prescription.GivenIup(), ""}, reason);
+    prescription.settled = true;
+}
+
+} // namespace vellumo::prescription

@@ -3,13 +3,14 @@
 #   make run           a morning at the practice through the real DLL under Wine, with screenshots
 #   make run-native    the same through the native build
 #   make norda         the simulated host, for a person at the console
-#   make test          lint, native tests with sanitizers, then the tests of the x64 DLL under Wine
+#   make lint          checks layout and code
+#   make test          native tests with sanitizers, then the tests of the x64 DLL under Wine
 #   make test-win32    the tests of the x86 DLL under Wine
 #   make dll           the DLLs for 64-bit and 32-bit hosts
 #   make bench         how the long jobs compare with bare programs doing the same work
 #   make clean         removes what was built
 
-.PHONY: run run-native norda test test-win32 dll bench clean
+.PHONY: run run-native norda lint test test-win32 dll bench clean
 .DEFAULT_GOAL := run
 MAKEFLAGS += --no-print-directory
 
@@ -26,9 +27,12 @@ norda:
 	@tools/build --quiet native norda request_templates
 	@build/native/norda
 
-test:
+lint:
 	@tools/setup
 	@tools/lint
+
+test:
+	@tools/setup
 	@tools/test native
 	@tools/test win64
 

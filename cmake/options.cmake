@@ -2,11 +2,12 @@
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 find_program(CCACHE ccache)
 if(CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+  # With these it knows how to keep what was compiled with a precompiled header.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
+  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fpch-preprocess>)
 endif()
 
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
@@ -17,7 +18,7 @@ set(warnings
 add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:${warnings}>")
 
 if(VELLUMO_SANITIZE)
-  add_compile_options(-O1 -g -fno-omit-frame-pointer -fsanitize=address,undefined -fno-sanitize-recover=all)
+  add_compile_options(-g -fno-omit-frame-pointer -fsanitize=address,undefined -fno-sanitize-recover=all)
   add_link_options(-fsanitize=address,undefined)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
 endif()

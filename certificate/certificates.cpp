@@ -1,9 +1,10 @@
 #include "certificate/certificates.h"
 
 #include "certificate/municipality.h"
+#include "environment/siss_date_time.h"
 #include "host/fault.h"
+#include "host/residence_kind.h"
 #include "service/service_failure.h"
-#include "service/siss_date_time.h"
 
 #include <algorithm>
 #include <array>
@@ -48,12 +49,12 @@ constexpr std::array<FieldMapping, 4> workerFields = {{
 struct ResidenceMapping
 {
     const char* node;
-    const char* suffix; // of the certificate's columns
+    host::ResidenceKind kind; // its name ends the names of the certificate's columns
 };
 
 constexpr std::array<ResidenceMapping, 2> residences = {{
-    {"residenzaAbituale", "Domicilio"},
-    {"residenzaReperibilita", "Residenza"},
+    {"residenzaAbituale", host::ResidenceKind::Domicile},
+    {"residenzaReperibilita", host::ResidenceKind::Residence},
 }};
 
 struct CodeMapping
@@ -159,9 +160,9 @@ void Certificates::SendNew(const Subject& subject) const
     auto request = MakeRequest(service::rtInviaCertificato, subject);
     WriteWorker(*subject.patient, request);
     WriteResidences(certificate, request);
-    request.SetData("certificato/dataRilascio", service::ReadableDate(certificate.Get("DataCertificato")));
-    request.SetData("certificato/dataInizio", service::ReadableDate(certificate.Get("DataInizio")));
-    request.SetData("certificato/dataFine", service::ReadableDate(certificate.Get("DataScadenza")));
+    request.SetData("certificato/dataRilascio", environment::ReadableDate(certificate.Get("DataCertificato")));
+    request.SetData("certificato/dataInizio", environment::ReadableDate(certificate.Get("DataInizio")));
+    request.SetData("certificato/dataFine", environment::ReadableDate(certificate.Get("DataScadenza")));
     request.SetData("certificato/codiceDiagnosi", certificate.Get("CodicePatologia"));
     request.SetData("certificato/noteDiagnosi", certificate.Get("Annotazioni"));
     FillCode(certificateTypes, certificate.Get("IDTipoCertificato"), "certificato/tipoCertificato", request);
@@ -177,7 +178,7 @@ void Certificates::SendNew(const Subject& subject) const
 void Certificates::WriteWorker(const Record& patient, ServiceRequest& request) const
 {
     Fill(workerFields, patient, request);
-    request.SetData("lavoratore/dataNascita", service::ReadableDate(patient.Get("DataNascita")));
+    request.SetData("lavoratore/dataNascita", environment::ReadableDate(patient.Get("DataNascita")));
     const host::Value town = patient.Get("IDComuneNascita");
     request.SetData("lavoratore/idComuneNascita", IstatCodeOf(m_context.services, town));
     request.SetData("lavoratore/comuneNascita", NameOf(m_context.services, town));
@@ -186,10 +187,10 @@ void Certificates::WriteWorker(const Record& patient, ServiceRequest& request) c
 
 void Certificates::WriteResidences(const Record& certificate, ServiceRequest& request) const
 {
-    for (const auto& [node, suffix] : residences)
+    for (const auto& [node, kind] : residences)
     {
-        const auto column = [&, columnSuffix = suffix](const char* name)
-        { return certificate.Get(std::string(name) + columnSuffix); };
+        const auto column = [&, suffix = host::NameOf(kind)](const char* name)
+        { return certificate.Get(std::string(name).append(suffix)); };
         const std::string path = std::string("lavoratore/") + node;
         const host::Value town = column("IDComune");
         if (town.ToInteger() == 0)
@@ -210,7 +211,7 @@ void Certificates::Rectify(const Subject& subject) const
     Record& certificate = subject.certificate;
     auto request = MakeRequest(service::rtRettificaCertificato, subject);
     request.SetData("lavoratore/codiceFiscale", subject.patient->Get("CodiceFiscale"));
-    request.SetData("certificato/dataFine", service::ReadableDate(certificate.Get("DataScadenza")));
+    request.SetData("certificato/dataFine", environment::ReadableDate(certificate.Get("DataScadenza")));
     request.SetData("certificato/protocolloDaRettificare", certificate.Get("NumeroProtocollo"));
 
     if (const auto reception = Exchange(request, sendFailed))
@@ -251,7 +252,7 @@ std::optional<Certificates::Reception> Certificates::Exchange(const ServiceReque
         m_context.desktop.Show({failureText, "Errore!!", ui::Icon::Critical, ui::Buttons::Ok});
         return std::nullopt;
     }
-    const auto received = service::ConvertSissDateTime(response->GetData("datiINPS/dataRicezione"));
+    const auto received = environment::ConvertSissDateTime(response->GetData("datiINPS/dataRicezione"));
     return Reception{protocol, host::Value::DateOrNull(received)};
 }
 

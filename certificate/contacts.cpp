@@ -2,9 +2,9 @@
 
 #include "certificate/house_number.h"
 #include "certificate/municipality.h"
+#include "environment/siss_date_time.h"
 #include "host/fault.h"
 #include "service/service_failure.h"
-#include "service/siss_date_time.h"
 
 #include <memory>
 #include <string>
@@ -21,9 +21,6 @@ using service::ServiceResponse;
 // Of a reply's `esitoServizio`.
 constexpr std::string_view registered = "S";
 constexpr std::string_view refused = "N";
-
-constexpr std::int32_t residence = 1; // IDTipoResidenza
-constexpr std::int32_t domicile = 3;
 
 // A refused modification carries no failure of its own.
 ServiceResponse RefusalOf(const ServiceRequest& request)
@@ -101,27 +98,27 @@ void Contacts::FillContactPerson(ServiceRequest& request, const host::Record& pa
 {
     request.SetData("contatto/nome", patient.Get("Nome"));
     request.SetData("contatto/cognome", patient.Get("Cognome"));
-    request.SetData("contatto/dataNascita", service::ReadableDate(patient.Get("DataNascita")));
+    request.SetData("contatto/dataNascita", environment::ReadableDate(patient.Get("DataNascita")));
     request.SetData("contatto/codiceFiscale", patient.Get("CodiceFiscale"));
     request.SetData("contatto/sesso", patient.Get("Sesso"));
     request.SetData("contatto/idLocalitaNascita", IstatCodeOf(m_context.services, patient.Get("IDComuneNascita")));
     request.SetData("contatto/tipoRilevazione", "M");
     if (patient.Get("Deceduto").ToBoolean())
     {
-        request.SetData("contatto/dataDecesso", service::ReadableDate(patient.Get("DataRevoca")));
+        request.SetData("contatto/dataDecesso", environment::ReadableDate(patient.Get("DataRevoca")));
     }
-    FillContactAddress(request, patient, domicile);
-    FillContactAddress(request, patient, residence);
+    FillContactAddress(request, patient, host::ResidenceKind::Domicile);
+    FillContactAddress(request, patient, host::ResidenceKind::Residence);
 }
 
-void Contacts::FillContactAddress(ServiceRequest& request, const host::Record& patient, std::int32_t type) const
+void Contacts::FillContactAddress(ServiceRequest& request, const host::Record& patient, host::ResidenceKind kind) const
 {
-    const std::string node = type == residence ? "puntiIndirizzoResidenza" : "puntiIndirizzoDomicilio";
+    const std::string node = std::string("puntiIndirizzo").append(host::NameOf(kind));
     const auto rows = m_context.services.RequireUtils().OpenRecordset(
         "SELECT Residenza.Indirizzo, Norda..Comune.Cap, Norda..Comune.CodiceISTAT, Norda..Comune.Comune FROM Residenza "
         "LEFT JOIN Norda..Comune ON Norda..Comune.IDComune = Residenza.IDComune WHERE Residenza.IDPaziente = {0} "
         "AND Residenza.IDTipoResidenza = {1}",
-        {patient.Id(), type});
+        {patient.Id(), static_cast<std::int32_t>(kind)});
     if (rows->IsAtEnd())
     {
         request.Data().Select(node).Remove();

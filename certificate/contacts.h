@@ -3,11 +3,11 @@
 #pragma once
 
 #include "host/records.h"
+#include "host/residence_kind.h"
 #include "host/value.h"
 #include "service/provider_context.h"
 #include "service/service_request.h"
 
-#include <cstdint>
 #include <memory>
 
 namespace vellumo::certificate
@@ -21,7 +21,7 @@ public:
     {
     }
 
-    // Answers False always; refusals reach the operator by message box. Faults are trapped.
+    // Returns False always; refusals reach the operator by message box. Faults are trapped.
     bool Insert(const host::Value& idPaziente) const noexcept; // NOLINT(modernize-use-nodiscard)
 
 private:
@@ -30,7 +30,8 @@ private:
     // Null when the host has no such patient.
     [[nodiscard]] std::unique_ptr<host::Record> LoadPatient(const host::Value& idPaziente) const;
     void FillContactPerson(service::ServiceRequest& request, const host::Record& patient) const;
-    void FillContactAddress(service::ServiceRequest& request, const host::Record& patient, std::int32_t type) const;
+    void FillContactAddress(service::ServiceRequest& request, const host::Record& patient,
+                            host::ResidenceKind kind) const;
 
     const service::ProviderContext& m_context;
 };

@@ -1,5 +1,5 @@
 // What SISS wants to know of a town that the host names by its identifier: look-ups in the host's shared database. Each
-// answers "" for a town that is not there; database faults go through.
+// returns "" for a town that is not there; database faults go through.
 #pragma once
 
 #include "host/host_services.h"

@@ -1,7 +1,7 @@
 #include "patient/exemptions.h"
 
 #include "host/fault.h"
-#include "service/siss_date_time.h"
+#include "ui/form_esenzioni.h"
 
 #include <optional>
 #include <string>
@@ -17,47 +17,39 @@ using Descriptions = std::unordered_map<std::string, std::string>;
 // SISS code to description; of a code that stands twice, the first row.
 Descriptions ReadDescriptions(environment::SISSEnvironment& environment)
 {
-    Descriptions descriptions;
-    host::PassOver(
-        [&]
-        {
-            const auto table = environment.GetImportTable(environment.ImportIndexs().Item("ESENZIONI"));
-            const auto code = table.Columns().Item("CD_APPLICATIVO").Index;
-            const auto description = table.Columns().Item("DS_ESENZIONE_SISS").Index;
-            for (std::int32_t position = 1; position <= table.RowCount(); ++position)
-            {
-                const auto row = table.Item(position);
-                descriptions.emplace(row.Field(code), row.Field(description));
-            }
-        });
-    return descriptions;
+    return host::Trap(Descriptions(),
+                      [&]
+                      {
+                          Descriptions descriptions;
+                          const auto table = environment.GetImportTable(environment.ImportIndexs().Item("ESENZIONI"));
+                          const auto code = table.Columns().Item("CD_APPLICATIVO").Index;
+                          const auto description = table.Columns().Item("DS_ESENZIONE_SISS").Index;
+                          for (std::int32_t position = 1; position <= table.RowCount(); ++position)
+                          {
+                              const auto row = table.Item(position);
+                              descriptions.emplace(row.Field(code), row.Field(description));
+                          }
+                          return descriptions;
+                      });
 }
 
 } // namespace
 
-SissExemptions Exemptions::Collect(const xml::Node& data) const
+void Exemptions::Complete(SissExemptions& exemptions) const
 {
-    SissExemptions exemptions;
-    const auto nodes = data.SelectAll("esenzioniGodute/esenzione");
-    if (nodes.empty())
+    if (exemptions.empty())
     {
-        return exemptions;
+        return;
     }
     const auto descriptions = ReadDescriptions(m_context.environment);
-    for (const xml::Node& node : nodes)
+    for (ui::SissExemption& exemption : exemptions)
     {
-        ui::SissExemption exemption;
-        exemption.Codice = node.Text("codiceEsenzione");
         if (const auto known = descriptions.find(exemption.Codice); known != descriptions.end())
         {
             exemption.Descrizione = known->second;
         }
-        exemption.DataEsenzione = service::ConvertSissDateTime(node.Text("decorrenzaEsenzione"));
-        exemption.Scadenza = service::ConvertSissDateTime(node.Text("scadenzaEsenzione"));
         exemption.IDEsenzione = LocalExemptionOf(exemption.Codice);
-        exemptions.push_back(std::move(exemption));
     }
-    return exemptions;
 }
 
 std::int32_t Exemptions::LocalExemptionOf(const std::string& codice) const

@@ -1,18 +1,15 @@
-// The exemptions from charges that SISS reports for a citizen: collected from the reply, given a local exemption by
-// the operator, stored on the patient together with the pairing of SISS and local codes. Faults go through.
+// The exemptions from charges that SISS reports for a citizen: described, given a local exemption by the operator,
+// stored on the patient together with the pairing of SISS and local codes. Faults go through.
 #pragma once
 
+#include "patient/citizen.h"
 #include "service/provider_context.h"
-#include "ui/form_esenzioni.h"
-#include "xml/document.h"
 
 #include <cstdint>
-#include <vector>
+#include <string>
 
 namespace vellumo::patient
 {
-
-using SissExemptions = std::vector<ui::SissExemption>;
 
 class Exemptions
 {
@@ -22,9 +19,9 @@ public:
     {
     }
 
-    // Those below `data` (the reply's data node), in its order. Without a readable table ESENZIONI the descriptions are
-    // empty.
-    [[nodiscard]] SissExemptions Collect(const xml::Node& data) const;
+    // Adds what the reply does not say: the description, and the local exemption that the code was paired with before.
+    // Without a readable table ESENZIONI the descriptions are empty.
+    void Complete(SissExemptions& exemptions) const;
 
     // Lets the operator assign the missing ones and confirm. False when he cancelled; then nothing has changed.
     [[nodiscard]] bool Assign(SissExemptions& exemptions) const;

@@ -1,10 +1,10 @@
 #include "patient/identification.h"
 
+#include "environment/siss_date_time.h"
 #include "host/fault.h"
 #include "patient/patient_update.h"
 #include "service/practice_user.h"
 #include "service/service_failure.h"
-#include "service/siss_date_time.h"
 
 #include <algorithm>
 #include <array>
@@ -166,7 +166,7 @@ Identification::BuildExtendedIdentificationRequest(const host::Value& idPaziente
         const host::Value born = known ? patient->Get("DataNascita") : host::Value();
         if (!born.ToText().empty())
         {
-            request->SetData("profiloCittadino/dataNascita", service::StoredDate(born));
+            request->SetData("profiloCittadino/dataNascita", environment::StoredDate(born));
         }
     }
     return request;

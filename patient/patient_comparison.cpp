@@ -1,24 +1,13 @@
 #include "patient/patient_comparison.h"
 
-#include "patient/reference_data.h"
-#include "service/siss_date_time.h"
+#include "environment/siss_date_time.h"
 
 #include <cstdint>
-#include <string>
 
 namespace vellumo::patient
 {
 namespace
 {
-
-void AddExemption(ui::NamedValues& values, std::int32_t number, const host::Value& id, const host::Value& code,
-                  const host::Value& description)
-{
-    const std::string suffix = "_" + std::to_string(number);
-    values["IDEsenzione" + suffix] = id;
-    values["CodiceEsenzione" + suffix] = code;
-    values["DescrizioneEsenzione" + suffix] = description;
-}
 
 void AddLocalAsl(ui::NamedValues& values, std::int32_t idAsl, const service::ProviderContext& context)
 {
@@ -31,22 +20,23 @@ void AddLocalAsl(ui::NamedValues& values, std::int32_t idAsl, const service::Pro
     }
 }
 
-void AddLocalExemptions(ui::NamedValues& values, std::int32_t idPaziente, const service::ProviderContext& context)
+std::vector<ui::ComparedExemption> LocalExemptions(std::int32_t idPaziente, const service::ProviderContext& context)
 {
+    std::vector<ui::ComparedExemption> exemptions;
     const auto rows = context.services.RequireUtils().OpenRecordset(
         "SELECT * FROM VwEsenzionePerPaziente WHERE IDPaziente = {0}", {idPaziente});
-    std::int32_t count = 0;
     for (; !rows->IsAtEnd(); rows->MoveNext())
     {
-        AddExemption(values, ++count, rows->Field("IDEsenzione"), rows->Field("CodiceIdentificativoEsenzione"),
-                     rows->Field("Esenzione"));
+        exemptions.push_back({rows->Field("IDEsenzione").ToInteger(),
+                              rows->Field("CodiceIdentificativoEsenzione").ToText(),
+                              rows->Field("Esenzione").ToText()});
     }
-    values["EsenzioneCount"] = count;
+    return exemptions;
 }
 
 } // namespace
 
-ui::NamedValues LocalValues(const host::Record& patient, const service::ProviderContext& context)
+ui::ComparedPatient LocalSide(const host::Record& patient, const service::ProviderContext& context)
 {
     ui::NamedValues values;
     for (const auto* column :
@@ -54,41 +44,39 @@ ui::NamedValues LocalValues(const host::Record& patient, const service::Provider
     {
         values[column] = patient.Get(column);
     }
-    values["DataNascita"] = service::StoredDate(patient.Get("DataNascita"));
+    values["DataNascita"] = environment::StoredDate(patient.Get("DataNascita"));
     values["ComuneNascita"] = context.services.RequireUtils().SingleValue(
         "SELECT Comune FROM Norda..Comune WHERE IDComune = {0}", {patient.Get("IDComuneNascita").ToInteger()});
     AddLocalAsl(values, patient.Get("IDASL").ToInteger(), context);
-    AddLocalExemptions(values, patient.Id(), context);
-    return values;
+    return {std::move(values), LocalExemptions(patient.Id(), context)};
 }
 
-ui::NamedValues SissValues(const xml::Node& data, const SissExemptions& exemptions)
+ui::ComparedPatient SissSide(const Citizen& citizen)
 {
-    const xml::Node citizen = data.Select("datiCittadino");
-    ui::NamedValues values;
-    values["CodiceFiscale"] = citizen.Text("codiceFiscaleCittadino");
-    values["Cognome"] = citizen.Text("cognomeCittadino");
-    values["Nome"] = citizen.Text("nomeCittadino");
-    values["Sesso"] = citizen.Text("sessoCittadino");
-    values["DataNascita"] = service::ConvertSissDateTime(citizen.Text("dataNascitaCittadino"));
-    values["ComuneNascita"] = citizen.Text("comuneNascitaCittadino");
-    values["NumTesseraSanitaria"] = values["NumAssistito"] = citizen.Text("codiceSanitarioCittadino");
-    if (const auto state = citizen.Text("statoAssistito"); state == "ATTIVO" || state == "NON-ATTIVO")
+    const Person& person = citizen.person;
+    ui::ComparedPatient side;
+    side.values = {{"CodiceFiscale", person.codiceFiscale},
+                   {"Cognome", person.cognome},
+                   {"Nome", person.nome},
+                   {"Sesso", person.sesso},
+                   {"DataNascita", person.dataNascita},
+                   {"ComuneNascita", person.comuneNascita},
+                   {"NumTesseraSanitaria", person.codiceSanitario},
+                   {"NumAssistito", person.codiceSanitario}};
+    if (citizen.revoked)
     {
-        values["Revocato"] = std::int32_t{state == "ATTIVO" ? 0 : 1};
+        side.values["Revocato"] = std::int32_t{*citizen.revoked ? 1 : 0};
     }
-    if (const auto sigla = citizen.Text("siglaAslAppartenenza"); !sigla.empty())
+    if (!citizen.asl.sigla.empty())
     {
-        values["CodiceRegioneAsl"] = RegionCodeOf(sigla);
-        values["CodiceAsl"] = AslNumberOf(sigla);
+        side.values["CodiceRegioneAsl"] = citizen.asl.RegionCode();
+        side.values["CodiceAsl"] = citizen.asl.Number();
     }
-    std::int32_t count = 0;
-    for (const auto& exemption : exemptions)
+    for (const auto& exemption : citizen.exemptions)
     {
-        AddExemption(values, ++count, exemption.IDEsenzione, exemption.Codice, exemption.Descrizione);
+        side.exemptions.push_back({exemption.IDEsenzione, exemption.Codice, exemption.Descrizione});
     }
-    values["EsenzioneCount"] = count;
-    return values;
+    return side;
 }
 
 } // namespace vellumo::patient

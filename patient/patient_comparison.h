@@ -2,18 +2,17 @@
 #pragma once
 
 #include "host/records.h"
-#include "patient/exemptions.h"
+#include "patient/citizen.h"
 #include "service/provider_context.h"
 #include "ui/form_paziente_changes.h"
-#include "xml/document.h"
 
 namespace vellumo::patient
 {
 
 // Faults go through.
-[[nodiscard]] ui::NamedValues LocalValues(const host::Record& patient, const service::ProviderContext& context);
+[[nodiscard]] ui::ComparedPatient LocalSide(const host::Record& patient, const service::ProviderContext& context);
 
-// `exemptions` are the citizen's, with the local exemptions that the operator has assigned by now.
-[[nodiscard]] ui::NamedValues SissValues(const xml::Node& data, const SissExemptions& exemptions);
+// The citizen's exemptions have the local ones that the operator has assigned by now.
+[[nodiscard]] ui::ComparedPatient SissSide(const Citizen& citizen);
 
 } // namespace vellumo::patient

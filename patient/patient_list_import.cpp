@@ -8,7 +8,6 @@
 #include "ui/form_progress.h"
 
 #include <any>
-#include <array>
 #include <exception>
 #include <utility>
 
@@ -24,29 +23,6 @@ constexpr const char* listElement = "assistiti";
 // many.
 constexpr xml::Limits limits = {.bytes = std::size_t{96} * 1024 * 1024, .nodes = 2'500'000};
 
-constexpr std::array<FieldMapping, 11> personalData = {{
-    {"CodiceFiscale", "codiceFiscale", Conversion::Text},
-    {"Cognome", "cognome", Conversion::Text},
-    {"Nome", "nome", Conversion::Text},
-    {"Sesso", "sesso", Conversion::Text},
-    {"DataNascita", "dataNascita", Conversion::Date},
-    {"NumAssistito", "codiceSanitario", Conversion::Text},
-    {"NumTesseraSanitaria", "codiceSanitario", Conversion::Text},
-    {"DataScelta", "dataInizioSceltaMedico", Conversion::Date},
-    {"DataSospensione", "dataFineSceltaMedico", Conversion::Date},
-    {"DataSceltaASL", "dataDecorrenzaIscrizione", Conversion::Date},
-    {"DataScadenza", "dataScadenzaIscrizione", Conversion::Date},
-}};
-
-constexpr std::array<AddressMapping, 2> addresses = {{
-    {3, domicileFilter, "indirizzoDomicilio", "civicoDomicilio", "capDomicilio", "comuneDomicilio"},
-    {1, residenceFilter, "indirizzoResidenza", "civicoResidenza", "capResidenza", "comuneResidenza"},
-}};
-
-constexpr CitizenLayout layout = {personalData,         addresses,       "codiceFiscale",
-                                  "codiceSanitario",    "comuneNascita", "siglaAslAppartenenza",
-                                  "descAslAppartenenza"};
-
 // Imports one citizen after the other; towns and ASLs are looked up once for all of them.
 class ListedPatients
 {
@@ -54,22 +30,21 @@ public:
     explicit ListedPatients(const service::ProviderContext& context)
         : m_context(context)
         , m_references(context)
-        , m_writer(context, layout, m_references)
+        , m_writer(context, m_references)
     {
     }
 
-    void Store(const xml::Node& citizen)
+    void Store(const Citizen& citizen)
     {
         host::Transaction transaction(m_context.services.RequireConnection());
         const auto patient = m_context.objects.CreateRecord(host::RecordKind::Patient, m_context.services);
-        const std::int32_t matched = m_writer.FindPatient(citizen);
+        const std::int32_t matched = m_writer.FindPatient(citizen.person);
         if (matched == 0 || !patient->Load(matched))
         {
             patient->StartNew();
         }
         m_writer.Fill(citizen, *patient);
-        // Whoever is on the list is the doctor's patient and alive, whatever the practice thought.
-        patient->Set("Revocato", std::int32_t{0});
+        // Whoever is on the list is alive, whatever the practice thought.
         patient->Set("Deceduto", std::int32_t{0});
         PatientWriter::Save(*patient);
         m_writer.WriteAddresses(citizen, patient->Id());
@@ -86,15 +61,13 @@ private:
 
 bool PatientListImport::Run() const noexcept
 {
-    bool done = false;
-    host::PassOver(
-        [&]
-        {
-            const auto path = m_context.desktop.AskFile("Selezionare il file contenente l'elenco assistiti",
-                                                        "Elenco assistiti (*.xml)|*.xml");
-            done = path && RunOnFile(*path);
-        });
-    return done;
+    return host::Trap(false,
+                      [&]
+                      {
+                          const auto path = m_context.desktop.AskFile(
+                              "Selezionare il file contenente l'elenco assistiti", "Elenco assistiti (*.xml)|*.xml");
+                          return path && RunOnFile(*path);
+                      });
 }
 
 bool PatientListImport::RunOnFile(const std::string& path) const
@@ -146,19 +119,15 @@ bool PatientListImport::RunOnFile(const std::string& path) const
 
 std::optional<xml::Document> PatientListImport::ReadList(std::string bytes)
 {
-    std::optional<xml::Document> list;
-    host::PassOver( // memory may run out
+    return host::Trap( // memory may run out
+        std::optional<xml::Document>(),
         [&]
         {
             const auto text = environment::DecodeXml(std::move(bytes));
             auto document = text ? xml::Document::FromText(*text, limits) : std::nullopt;
             // Any other document has nobody in it, and all patients would be revoked.
-            if (document && document->Root().Name() == listElement)
-            {
-                list = std::move(document);
-            }
+            return document && document->Root().Name() == listElement ? std::move(document) : std::nullopt;
         });
-    return list;
 }
 
 void PatientListImport::Import(const xml::Document& list, ui::FormProgress& progress) const
@@ -168,11 +137,11 @@ void PatientListImport::Import(const xml::Document& list, ui::FormProgress& prog
     const auto citizens = list.SelectAll("/assistiti/assistito");
     const auto count = static_cast<std::int32_t>(citizens.size());
     std::int32_t position = 0;
-    for (const xml::Node& citizen : citizens)
+    for (const xml::Node& node : citizens)
     {
+        const Citizen citizen = ReadListed(node);
         progress.SetProgressValue(++position, count);
-        progress.SetProgressInformation("Importazione paziente...",
-                                        citizen.Text("cognome") + ' ' + citizen.Text("nome"));
+        progress.SetProgressInformation("Importazione paziente...", citizen.person.cognome + ' ' + citizen.person.nome);
         patients.Store(citizen);
     }
 }

@@ -6,7 +6,6 @@
 #include "patient/patient_writer.h"
 #include "ui/form_paziente_changes.h"
 
-#include <array>
 #include <string>
 
 namespace vellumo::patient
@@ -15,45 +14,6 @@ namespace
 {
 
 constexpr std::int32_t freshDays = 31;
-
-constexpr std::array<FieldMapping, 11> personalData = {{
-    {"CodiceFiscale", "datiCittadino/codiceFiscaleCittadino", Conversion::Text},
-    {"Cognome", "datiCittadino/cognomeCittadino", Conversion::Text},
-    {"Nome", "datiCittadino/nomeCittadino", Conversion::Text},
-    {"Sesso", "datiCittadino/sessoCittadino", Conversion::Text},
-    {"DataNascita", "datiCittadino/dataNascitaCittadino", Conversion::Date},
-    {"NumTesseraSanitaria", "datiCittadino/codiceSanitarioCittadino", Conversion::Text},
-    {"NumAssistito", "datiCittadino/codiceSanitarioCittadino", Conversion::Text},
-    {"DataSceltaASL", "datiCittadino/dataDecorrenzaIscrizione", Conversion::Date},
-    {"DataScadenza", "datiCittadino/dataScadenzaIscrizione", Conversion::Date},
-    {"DataScelta", "datiMedico/dataInizioScelta", Conversion::Date},
-    {"DataSospensione", "datiMedico/dataFineScelta", Conversion::Date},
-}};
-
-constexpr std::array<AddressMapping, 2> addresses = {{
-    {1, residenceFilter, "datiCittadino/indirizzoResidenzaCittadino", "datiCittadino/civicoResidenzaCittadino",
-     "datiCittadino/capResidenzaCittadino", "datiCittadino/comuneResidenzaCittadino"},
-    {3, domicileFilter, "datiCittadino/indirizzoDomicilioCittadino", "datiCittadino/civicoDomicilioCittadino",
-     "datiCittadino/capDomicilioCittadino", "datiCittadino/comuneDomicilioCittadino"},
-}};
-
-constexpr CitizenLayout layout = {personalData,
-                                  addresses,
-                                  "datiCittadino/codiceFiscaleCittadino",
-                                  "datiCittadino/codiceSanitarioCittadino",
-                                  "datiCittadino/comuneNascitaCittadino",
-                                  "datiCittadino/siglaAslAppartenenza",
-                                  "datiCittadino/descrizioneAslAppartenenza"};
-
-// "ATTIVO" and "NON-ATTIVO", exactly; any other state leaves the patient as he was.
-void WriteState(const xml::Node& data, host::Record& patient)
-{
-    const std::string state = data.Text("datiCittadino/statoAssistito");
-    if (state == "ATTIVO" || state == "NON-ATTIVO")
-    {
-        patient.Set("Revocato", std::int32_t{state == "ATTIVO" ? 0 : 1});
-    }
-}
 
 bool HasBit(std::int32_t mask, std::int32_t bit)
 {
@@ -71,20 +31,20 @@ PatientUpdate::PatientUpdate(const service::ProviderContext& context)
 std::int32_t PatientUpdate::UpdatePatientFromCitizen(const service::ServiceResponse& response, bool askIfRecent,
                                                      bool force) const
 {
-    const xml::Node data = response.Data;
-    SissExemptions exemptions = m_exemptions.Collect(data);
-    if (!m_exemptions.Assign(exemptions))
+    Citizen citizen = ReadIdentified(response.Data);
+    m_exemptions.Complete(citizen.exemptions);
+    if (!m_exemptions.Assign(citizen.exemptions))
     {
         return 0;
     }
 
     ReferenceData references(m_context);
-    const PatientWriter writer(m_context, layout, references);
+    const PatientWriter writer(m_context, references);
     const auto newRecord = [&]
     { return m_context.objects.CreateRecord(host::RecordKind::Patient, m_context.services); };
     auto patient = newRecord();
     std::int32_t mask = ui::update::byDefault;
-    const std::int32_t matched = writer.FindPatient(data);
+    const std::int32_t matched = writer.FindPatient(citizen.person);
     if (matched == 0)
     {
         patient->StartNew();
@@ -99,8 +59,7 @@ std::int32_t PatientUpdate::UpdatePatientFromCitizen(const service::ServiceRespo
         {
             return matched;
         }
-        ui::FormPazienteChanges window(LocalValues(*patient, m_context), SissValues(data, exemptions), mask,
-                                       m_context.desktop);
+        ui::FormPazienteChanges window(LocalSide(*patient, m_context), SissSide(citizen), mask, m_context.desktop);
         m_context.desktop.ShowModal(window);
         if (window.Result() != ui::FormPazienteChanges::Decision::Confirmed)
         {
@@ -113,7 +72,7 @@ std::int32_t PatientUpdate::UpdatePatientFromCitizen(const service::ServiceRespo
             patient->StartNew();
         }
     }
-    return Store(data, exemptions, *patient, mask, writer);
+    return Store(citizen, *patient, mask, writer);
 }
 
 bool PatientUpdate::IsDue(const host::Record& patient, bool askIfRecent) const
@@ -134,24 +93,23 @@ bool PatientUpdate::IsDue(const host::Record& patient, bool askIfRecent) const
                                    "Attenzione!!", ui::Icon::Exclamation, ui::Buttons::YesNo, 2}) == ui::Answer::Yes;
 }
 
-std::int32_t PatientUpdate::Store(const xml::Node& data, const SissExemptions& exemptions, host::Record& patient,
-                                  std::int32_t mask, const PatientWriter& writer) const
+std::int32_t PatientUpdate::Store(const Citizen& citizen, host::Record& patient, std::int32_t mask,
+                                  const PatientWriter& writer) const
 {
     host::Transaction transaction(m_context.services.RequireConnection());
     if (HasBit(mask, ui::update::personalData))
     {
-        writer.Fill(data, patient);
-        WriteState(data, patient);
+        writer.Fill(citizen, patient);
         PatientWriter::Save(patient);
     }
     const std::int32_t idPaziente = patient.Id();
     if (HasBit(mask, ui::update::exemptions))
     {
-        m_exemptions.Store(exemptions, idPaziente, HasBit(mask, ui::update::deleteExemptions));
+        m_exemptions.Store(citizen.exemptions, idPaziente, HasBit(mask, ui::update::deleteExemptions));
     }
     if (HasBit(mask, ui::update::addresses))
     {
-        writer.WriteAddresses(data, idPaziente);
+        writer.WriteAddresses(citizen, idPaziente);
     }
     transaction.Commit();
     return idPaziente;

@@ -20,7 +20,7 @@ class PatientUpdate
 public:
     explicit PatientUpdate(const service::ProviderContext& context);
 
-    // Answers the identifier of the patient stored; of the matched one when it was updated a short while ago and is
+    // Returns the identifier of the patient stored; of the matched one when it was updated a short while ago and is
     // left alone; 0 when the operator cancelled or the matched patient could not be read. `force` skips the question
     // how long ago that was; without it, `askIfRecent` asks before a patient not updated for a month or more is
     // updated. Faults go through; nothing has been stored then.
@@ -29,8 +29,8 @@ public:
 
 private:
     [[nodiscard]] bool IsDue(const host::Record& patient, bool askIfRecent) const;
-    [[nodiscard]] std::int32_t Store(const xml::Node& data, const SissExemptions& exemptions, host::Record& patient,
-                                     std::int32_t mask, const PatientWriter& writer) const;
+    [[nodiscard]] std::int32_t Store(const Citizen& citizen, host::Record& patient, std::int32_t mask,
+                                     const PatientWriter& writer) const;
 
     const service::ProviderContext& m_context;
     Exemptions m_exemptions;

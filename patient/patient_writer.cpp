@@ -1,48 +1,54 @@
 #include "patient/patient_writer.h"
 
-#include "environment/siss_date_time.h"
 #include "host/fault.h"
+
+#include <array>
+#include <string>
 
 namespace vellumo::patient
 {
-namespace
-{
 
-host::Value Convert(const std::string& text, Conversion conversion)
-{
-    return conversion == Conversion::Date ? host::Value::DateOrNull(environment::ConvertSissDateTime(text))
-                                          : host::Value(text);
-}
-
-} // namespace
-
-std::int32_t PatientWriter::FindPatient(const xml::Node& citizen) const
+std::int32_t PatientWriter::FindPatient(const Person& person) const
 {
     host::Utils& utils = m_context.services.RequireUtils();
     const auto find = [&](const char* sql, const std::string& key)
     { return key.empty() ? 0 : utils.SingleValue(sql, {key}).ToInteger(); };
-    const auto byFiscalCode =
-        find("SELECT IDPaziente FROM Paziente WHERE CodiceFiscale = {0}", citizen.Text(m_layout.fiscalCode));
-    return byFiscalCode != 0 ? byFiscalCode
-                             : find("SELECT IDPaziente FROM Paziente WHERE NumTesseraSanitaria = {0}",
-                                    citizen.Text(m_layout.healthCard));
+    const auto byFiscalCode = find("SELECT IDPaziente FROM Paziente WHERE CodiceFiscale = {0}", person.codiceFiscale);
+    return byFiscalCode != 0
+               ? byFiscalCode
+               : find("SELECT IDPaziente FROM Paziente WHERE NumTesseraSanitaria = {0}", person.codiceSanitario);
 }
 
-void PatientWriter::Fill(const xml::Node& citizen, host::Record& patient) const
+void PatientWriter::Fill(const Citizen& citizen, host::Record& patient) const
 {
-    for (const auto& field : m_layout.personalData)
+    const auto& [person, revoked, choice, asl, addresses, exemptions] = citizen;
+    const std::array columns = {
+        host::ColumnValue{"CodiceFiscale", person.codiceFiscale},
+        host::ColumnValue{"Cognome", person.cognome},
+        host::ColumnValue{"Nome", person.nome},
+        host::ColumnValue{"Sesso", person.sesso},
+        host::ColumnValue{"DataNascita", host::Value::DateOrNull(person.dataNascita)},
+        host::ColumnValue{"NumTesseraSanitaria", person.codiceSanitario},
+        host::ColumnValue{"NumAssistito", person.codiceSanitario},
+        host::ColumnValue{"DataSceltaASL", host::Value::DateOrNull(asl.decorrenza)},
+        host::ColumnValue{"DataScadenza", host::Value::DateOrNull(asl.scadenza)},
+        host::ColumnValue{"DataScelta", host::Value::DateOrNull(choice.inizio)},
+        host::ColumnValue{"DataSospensione", host::Value::DateOrNull(choice.fine)},
+    };
+    for (const auto& [column, value] : columns)
     {
-        patient.Set(field.column, Convert(citizen.Text(field.source), field.conversion));
+        patient.Set(column, value);
     }
-    patient.Set("IDComuneNascita", m_references.TownOf(citizen.Text(m_layout.birthTown)));
-    if (const auto sigla = citizen.Text(m_layout.asl); !sigla.empty())
+    patient.Set("IDComuneNascita", m_references.TownOf(person.comuneNascita));
+    if (const auto idAsl = asl.sigla.empty() ? 0 : m_references.AslOf(asl); idAsl != 0)
     {
-        if (const auto idAsl = m_references.AslOf(sigla, citizen.Text(m_layout.aslDescription)); idAsl != 0)
-        {
-            patient.Set("IDASL", idAsl);
-        }
+        patient.Set("IDASL", idAsl);
     }
     patient.Set("CCELastUpdated", m_context.clock.Now());
+    if (revoked)
+    {
+        patient.Set("Revocato", std::int32_t{*revoked ? 1 : 0});
+    }
 }
 
 void PatientWriter::Save(host::Record& patient)
@@ -57,24 +63,20 @@ void PatientWriter::Save(host::Record& patient)
     }
 }
 
-void PatientWriter::WriteAddresses(const xml::Node& citizen, std::int32_t idPaziente) const
+void PatientWriter::WriteAddresses(const Citizen& citizen, std::int32_t idPaziente) const
 {
     host::Utils& utils = m_context.services.RequireUtils();
-    for (const auto& mapping : m_layout.addresses)
+    for (const Address& address : citizen.addresses)
     {
-        std::string address = citizen.Text(mapping.address);
-        const std::string number = citizen.Text(mapping.number);
-        if (!address.empty() && !number.empty())
-        {
-            address += ", " + number;
-        }
-        const auto key = utils.FindKey("Residenza", "IDResidenza", mapping.keyFilter, {idPaziente});
+        const auto kind = static_cast<std::int32_t>(address.kind);
+        const auto key = utils.FindKey("Residenza", "IDResidenza",
+                                       "IDPaziente = {0} AND IDTipoResidenza = " + std::to_string(kind), {idPaziente});
         utils.WriteRow("Residenza", "IDResidenza", key,
                        {{"IDPaziente", idPaziente},
-                        {"IDTipoResidenza", mapping.kind},
-                        {"Indirizzo", address},
-                        {"Cap", citizen.Text(mapping.postcode)},
-                        {"IDComune", m_references.TownOf(citizen.Text(mapping.town))}});
+                        {"IDTipoResidenza", kind},
+                        {"Indirizzo", address.StreetAndNumber()},
+                        {"Cap", address.cap},
+                        {"IDComune", m_references.TownOf(address.comune)}});
     }
 }
 

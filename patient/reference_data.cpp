@@ -1,14 +1,11 @@
 #include "patient/reference_data.h"
 
-#include "environment/ansi_text.h"
 #include "host/fault.h"
 
 namespace vellumo::patient
 {
 namespace
 {
-
-constexpr std::size_t aslCodePart = 3;
 
 template <class Find>
 std::int32_t Once(std::unordered_map<std::string, std::int32_t>& known, const std::string& key, Find&& find)
@@ -23,16 +20,6 @@ std::int32_t Once(std::unordered_map<std::string, std::int32_t>& known, const st
 }
 
 } // namespace
-
-std::string RegionCodeOf(std::string_view siglaAsl)
-{
-    return environment::FirstCharacters(siglaAsl, aslCodePart);
-}
-
-std::string AslNumberOf(std::string_view siglaAsl)
-{
-    return environment::LastCharacters(siglaAsl, aslCodePart);
-}
 
 std::int32_t ReferenceData::TownOf(const std::string& name)
 {
@@ -56,43 +43,43 @@ std::int32_t ReferenceData::RegionOf(const std::string& code)
                 });
 }
 
-std::int32_t ReferenceData::AslOf(const std::string& sigla, const std::string& description)
+std::int32_t ReferenceData::AslOf(const Asl& asl)
 {
-    const auto found = m_asls.find(sigla);
-    if (found != m_asls.end() && found->second.description == description)
+    const auto found = m_asls.find(asl.sigla);
+    if (found != m_asls.end() && found->second.description == asl.descrizione)
     {
         return found->second.id;
     }
-    const std::int32_t region = RegionOf(RegionCodeOf(sigla));
-    const std::int32_t id = region == 0 ? 0 : WriteAsl(AslNumberOf(sigla), region, description);
-    m_asls.insert_or_assign(sigla, Asl{id, description});
+    const std::int32_t region = RegionOf(asl.RegionCode());
+    const std::int32_t id = region == 0 ? 0 : WriteAsl(asl, region);
+    m_asls.insert_or_assign(asl.sigla, StoredAsl{id, asl.descrizione});
     return id;
 }
 
-std::int32_t ReferenceData::WriteAsl(const std::string& number, std::int32_t region,
-                                     const std::string& description) const
+std::int32_t ReferenceData::WriteAsl(const Asl& asl, std::int32_t region) const
 {
+    const std::string number = asl.Number();
     const auto known =
         m_context.services.RequireUtils()
             .SingleValue("SELECT IDAsl FROM Norda..Asl WHERE NumeroASL = {0} AND IDRegione = {1}", {number, region})
             .ToInteger();
-    const auto asl = m_context.objects.CreateRecord(host::RecordKind::Asl, m_context.services);
+    const auto record = m_context.objects.CreateRecord(host::RecordKind::Asl, m_context.services);
     if (known == 0)
     {
-        asl->StartNew();
+        record->StartNew();
     }
-    else if (!asl->Load(known))
+    else if (!record->Load(known))
     {
         throw host::Fault("Impossibile leggere l'ASL del paziente.");
     }
-    asl->Set("ASL", description);
-    asl->Set("NumeroASL", number);
-    asl->Set("IDRegione", region);
-    if (!asl->Save())
+    record->Set("ASL", asl.descrizione);
+    record->Set("NumeroASL", number);
+    record->Set("IDRegione", region);
+    if (!record->Save())
     {
         throw host::Fault("Impossibile salvare l'ASL del paziente.");
     }
-    return asl->Id();
+    return record->Id();
 }
 
 } // namespace vellumo::patient

@@ -3,11 +3,11 @@
 // was created in it is gone then. Faults go through.
 #pragma once
 
+#include "patient/citizen.h"
 #include "service/provider_context.h"
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 
 namespace vellumo::patient
@@ -24,28 +24,23 @@ public:
     // Identifier of the town of that name; 0 when the host has none.
     [[nodiscard]] std::int32_t TownOf(const std::string& name);
 
-    // Identifier of the ASL with that code, its description refreshed, or the row made when there was none; 0 when its
-    // region is unknown.
-    [[nodiscard]] std::int32_t AslOf(const std::string& sigla, const std::string& description);
+    // Identifier of the host's row of the ASL, its description refreshed, or the row made when there was none; 0 when
+    // its region is unknown.
+    [[nodiscard]] std::int32_t AslOf(const Asl& asl);
 
 private:
     [[nodiscard]] std::int32_t RegionOf(const std::string& code);
-    [[nodiscard]] std::int32_t WriteAsl(const std::string& number, std::int32_t region,
-                                        const std::string& description) const;
+    [[nodiscard]] std::int32_t WriteAsl(const Asl& asl, std::int32_t region) const;
 
     const service::ProviderContext& m_context;
     std::unordered_map<std::string, std::int32_t> m_towns;
     std::unordered_map<std::string, std::int32_t> m_regions;
-    struct Asl
+    struct StoredAsl
     {
         std::int32_t id = 0;
         std::string description; // as last stored
     };
-    std::unordered_map<std::string, Asl> m_asls;
+    std::unordered_map<std::string, StoredAsl> m_asls; // by sigla
 };
-
-// The two parts of the code that SISS gives an ASL: region, then number.
-[[nodiscard]] std::string RegionCodeOf(std::string_view siglaAsl);
-[[nodiscard]] std::string AslNumberOf(std::string_view siglaAsl);
 
 } // namespace vellumo::patient

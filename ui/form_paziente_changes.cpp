@@ -41,7 +41,7 @@ host::Value Get(const NamedValues& values, const std::string& name)
     return found == values.end() ? host::Value() : found->second;
 }
 
-std::string Shown(const host::Value& value)
+std::string DisplayText(const host::Value& value)
 {
     const auto* const date = std::get_if<host::Date>(&value.Get());
     if (date == nullptr || date->IsZero())
@@ -61,11 +61,9 @@ std::int32_t Bit(const CheckBox& box, std::int32_t bit)
 
 } // namespace
 
-FormPazienteChanges::FormPazienteChanges(NamedValues paziente, NamedValues cittadino, std::int32_t changes,
-                                         Desktop& desktop)
+FormPazienteChanges::FormPazienteChanges(const ComparedPatient& paziente, const ComparedPatient& cittadino,
+                                         std::int32_t changes, Desktop& desktop)
     : Form("Confronto con l'anagrafica SISS")
-    , m_paziente(std::move(paziente))
-    , m_cittadino(std::move(cittadino))
     , m_changes(changes)
     , m_desktop(desktop)
     , m_riepilogo("")
@@ -83,8 +81,9 @@ FormPazienteChanges::FormPazienteChanges(NamedValues paziente, NamedValues citta
     m_chkEsenzioni.checked = (changes & update::exemptions) != 0;
     m_chkRimuoviEsenzioni.checked = (changes & update::deleteExemptions) != 0;
     m_chkRimuoviEsenzioni.enabled = m_chkEsenzioni.checked;
-    FillFields();
-    FillExemptions();
+    FillFields(paziente.values, cittadino.values);
+    AddMissing(paziente, cittadino, {.text = "Da Eliminare", .background = removedBackground});
+    AddMissing(cittadino, paziente, {.text = "Da Inserire", .background = addedBackground});
     LayOut();
 }
 
@@ -107,13 +106,13 @@ void FormPazienteChanges::LayOut()
     m_designSize = {9600, 7600};
 }
 
-void FormPazienteChanges::FillFields()
+void FormPazienteChanges::FillFields(const NamedValues& paziente, const NamedValues& cittadino)
 {
     int changed = 0;
     for (const Field& field : fields)
     {
-        const std::string local = Shown(Get(m_paziente, field.name));
-        const std::string siss = Shown(Get(m_cittadino, field.name));
+        const std::string local = DisplayText(Get(paziente, field.name));
+        const std::string siss = DisplayText(Get(cittadino, field.name));
         Row row = {Cell{field.caption}, Cell{local}, Cell{siss}};
         if (local != siss)
         {
@@ -133,35 +132,17 @@ void FormPazienteChanges::FillFields()
                                                                   "grassetto su fondo giallo.";
 }
 
-void FormPazienteChanges::FillExemptions()
+void FormPazienteChanges::AddMissing(const ComparedPatient& from, const ComparedPatient& in, const Cell& state)
 {
-    AddMissing(m_paziente, m_cittadino, {.text = "Da Eliminare", .background = removedBackground});
-    AddMissing(m_cittadino, m_paziente, {.text = "Da Inserire", .background = addedBackground});
-    m_esenzioni.text = "E&senzioni diverse (" + std::to_string(m_esenzioni.rows.size()) + ")";
-}
-
-// Lists the exemptions of `from` that are not `in` the other side. Two are the same when their local one is.
-void FormPazienteChanges::AddMissing(const NamedValues& from, const NamedValues& in, const Cell& state)
-{
-    const auto identifier = [](const NamedValues& values, int n)
-    { return Get(values, "IDEsenzione_" + std::to_string(n)).ToInteger(); };
-    const std::int32_t count = Get(from, "EsenzioneCount").ToInteger();
-    const std::int32_t otherCount = Get(in, "EsenzioneCount").ToInteger();
-    for (int n = 1; n <= count; ++n)
+    for (const ComparedExemption& exemption : from.exemptions)
     {
-        const std::int32_t id = identifier(from, n);
-        bool found = false;
-        for (int other = 1; other <= otherCount && !found; ++other)
+        const auto found = std::ranges::find(in.exemptions, exemption.IDEsenzione, &ComparedExemption::IDEsenzione);
+        if (found == in.exemptions.end())
         {
-            found = id == identifier(in, other);
-        }
-        if (!found)
-        {
-            const std::string suffix = "_" + std::to_string(n);
-            m_esenzioni.rows.push_back({Cell{Get(from, "CodiceEsenzione" + suffix).ToText()},
-                                        Cell{Get(from, "DescrizioneEsenzione" + suffix).ToText()}, state});
+            m_esenzioni.rows.push_back({Cell{exemption.Codice}, Cell{exemption.Descrizione}, state});
         }
     }
+    m_esenzioni.text = "E&senzioni diverse (" + std::to_string(m_esenzioni.rows.size()) + ")";
 }
 
 void FormPazienteChanges::Clicked(Control& control)

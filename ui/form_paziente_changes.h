@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace vellumo::ui
 {
@@ -24,9 +25,22 @@ constexpr std::int32_t byDefault = personalData | addresses | exemptions;
 } // namespace update
 
 // Named values of one side: CodiceFiscale, Cognome, Nome, Sesso, DataNascita, ComuneNascita, NumTesseraSanitaria,
-// NumAssistito, Revocato, CodiceRegioneAsl, CodiceAsl, EsenzioneCount and, for n from 1, IDEsenzione_n,
-// CodiceEsenzione_n, DescrizioneEsenzione_n. Dates are shown as dd/mm/yyyy.
+// NumAssistito, Revocato, CodiceRegioneAsl, CodiceAsl. Dates are shown as dd/mm/yyyy.
 using NamedValues = std::map<std::string, host::Value>;
+
+struct ComparedExemption
+{
+    std::int32_t IDEsenzione = 0; // the local one
+    std::string Codice;
+    std::string Descrizione;
+};
+
+// One side of the comparison.
+struct ComparedPatient
+{
+    NamedValues values;
+    std::vector<ComparedExemption> exemptions;
+};
 
 class FormPazienteChanges final : public Form
 {
@@ -38,7 +52,8 @@ public:
     };
 
     // `changes` is the mask that the check boxes start from.
-    FormPazienteChanges(NamedValues paziente, NamedValues cittadino, std::int32_t changes, Desktop& desktop);
+    FormPazienteChanges(const ComparedPatient& paziente, const ComparedPatient& cittadino, std::int32_t changes,
+                        Desktop& desktop);
 
     [[nodiscard]] Decision Result() const noexcept { return m_result; }
     [[nodiscard]] std::int32_t Changes() const noexcept { return m_changes; }
@@ -47,14 +62,12 @@ public:
 
 private:
     void LayOut();
-    void FillFields();
-    void FillExemptions();
-    void AddMissing(const NamedValues& from, const NamedValues& in, const Cell& state);
+    void FillFields(const NamedValues& paziente, const NamedValues& cittadino);
+    // Lists the exemptions of `from` that are not `in` the other side. Two are the same when their local one is.
+    void AddMissing(const ComparedPatient& from, const ComparedPatient& in, const Cell& state);
     void Confirm();
     void CloseWith(std::int32_t changes);
 
-    NamedValues m_paziente;
-    NamedValues m_cittadino;
     std::int32_t m_changes;
     Decision m_result = Decision::Cancelled;
     Desktop& m_desktop;

@@ -11,30 +11,25 @@ using namespace vellumo::ui;
 namespace
 {
 
-NamedValues Person()
+ComparedPatient Person()
 {
-    return {{"CodiceFiscale", "RSSMRA70A01F205X"},
-            {"Cognome", "ROSSI"},
-            {"Nome", "MARIA"},
-            {"Sesso", "F"},
-            {"DataNascita", *host::Date::FromCalendar(1970, 1, 5)},
-            {"ComuneNascita", "MILANO"},
-            {"NumTesseraSanitaria", "123"},
-            {"NumAssistito", "123"},
-            {"Revocato", 0},
-            {"CodiceRegioneAsl", "030"},
-            {"CodiceAsl", "308"},
-            {"EsenzioneCount", 0}};
+    return {{{"CodiceFiscale", "RSSMRA70A01F205X"},
+             {"Cognome", "ROSSI"},
+             {"Nome", "MARIA"},
+             {"Sesso", "F"},
+             {"DataNascita", *host::Date::FromCalendar(1970, 1, 5)},
+             {"ComuneNascita", "MILANO"},
+             {"NumTesseraSanitaria", "123"},
+             {"NumAssistito", "123"},
+             {"Revocato", 0},
+             {"CodiceRegioneAsl", "030"},
+             {"CodiceAsl", "308"}},
+            {}};
 }
 
-void Add(NamedValues& values, int id, const std::string& codice)
+void Add(ComparedPatient& patient, int id, const std::string& codice)
 {
-    const std::int32_t count = values["EsenzioneCount"].ToInteger() + 1;
-    const std::string suffix = "_" + std::to_string(count);
-    values["EsenzioneCount"] = count;
-    values["IDEsenzione" + suffix] = id;
-    values["CodiceEsenzione" + suffix] = codice;
-    values["DescrizioneEsenzione" + suffix] = "Descrizione " + codice;
+    patient.exemptions.push_back({id, codice, "Descrizione " + codice});
 }
 
 struct Outcome
@@ -46,7 +41,7 @@ struct Outcome
 };
 
 // Ticks the boxes as told ("ADR": personal data, exemptions, remove first) and confirms.
-Outcome Confirm(const NamedValues& paziente, const NamedValues& cittadino, const std::string& ticked,
+Outcome Confirm(const ComparedPatient& paziente, const ComparedPatient& cittadino, const std::string& ticked,
                 std::optional<Answer> answer = std::nullopt)
 {
     FakeDesktop desktop;
@@ -74,11 +69,11 @@ TEST_SUITE("patient changes window")
 {
     TEST_CASE("rows whose shown texts differ are marked")
     {
-        NamedValues cittadino = Person();
-        cittadino["NumTesseraSanitaria"] = "124";
-        cittadino["NumAssistito"] = 123; // shown alike
-        cittadino.erase("CodiceAsl");
-        cittadino["Revocato"] = 1; // not shown
+        ComparedPatient cittadino = Person();
+        cittadino.values["NumTesseraSanitaria"] = "124";
+        cittadino.values["NumAssistito"] = 123; // shown alike
+        cittadino.values.erase("CodiceAsl");
+        cittadino.values["Revocato"] = 1; // not shown
         FakeDesktop desktop;
         const FormPazienteChanges form(Person(), cittadino, update::byDefault, desktop);
         const auto& grid = Find<Grid>(form, "&Dati");
@@ -100,8 +95,8 @@ TEST_SUITE("patient changes window")
 
     TEST_CASE("exemptions of one side only are listed")
     {
-        NamedValues paziente = Person();
-        NamedValues cittadino = Person();
+        ComparedPatient paziente = Person();
+        ComparedPatient cittadino = Person();
         Add(paziente, 1, "E01");
         Add(paziente, 2, "C01");
         Add(cittadino, 2, "C01 SISS");
@@ -133,7 +128,7 @@ TEST_SUITE("patient changes window")
 
     TEST_CASE("without a question the mask is 2 and what is ticked")
     {
-        const NamedValues person = Person();
+        const ComparedPatient person = Person();
         const std::vector<std::pair<std::string, std::int32_t>> masks = {{"", 2},   {"A", 3},   {"E", 6},   {"R", 10},
                                                                          {"AE", 7}, {"ER", 14}, {"AER", 15}};
         for (const auto& each : masks)
@@ -152,13 +147,13 @@ TEST_SUITE("patient changes window")
         {
             CAPTURE(name);
             const bool asks = std::string(name) != "Sesso" && std::string(name) != "ComuneNascita";
-            NamedValues cittadino = Person();
-            cittadino[name] = "ALTRO";
+            ComparedPatient cittadino = Person();
+            cittadino.values[name] = "ALTRO";
             CHECK(Confirm(Person(), cittadino, "A", Answer::No).questions == (asks ? 1 : 0));
             CHECK(Confirm(Person(), cittadino, "E", Answer::No).questions == 0);
         }
-        NamedValues cittadino = Person();
-        cittadino["Nome"] = "MARIO";
+        ComparedPatient cittadino = Person();
+        cittadino.values["Nome"] = "MARIO";
         CHECK(Confirm(Person(), cittadino, "A", Answer::Yes).changes == 4111);
         CHECK(Confirm(Person(), cittadino, "AR", Answer::No).changes == 11);
         const Outcome cancelled = Confirm(Person(), cittadino, "A", Answer::Cancel);
@@ -169,8 +164,8 @@ TEST_SUITE("patient changes window")
 
     TEST_CASE("the question's text, answers and safe default")
     {
-        NamedValues cittadino = Person();
-        cittadino["Cognome"] = "BIANCHI";
+        ComparedPatient cittadino = Person();
+        cittadino.values["Cognome"] = "BIANCHI";
         FakeDesktop desktop;
         desktop.answers = {Answer::Yes};
         FormPazienteChanges form(Person(), cittadino, update::byDefault, desktop);

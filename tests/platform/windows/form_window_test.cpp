@@ -92,9 +92,9 @@ private:
     Button m_disabled{"&Altro"};
 };
 
-NamedValues Person(const std::string& cognome)
+ComparedPatient Person(const std::string& cognome)
 {
-    return {{"CodiceFiscale", "RSSMRA70A01F205X"}, {"Cognome", cognome}, {"EsenzioneCount", 0}};
+    return {{{"CodiceFiscale", "RSSMRA70A01F205X"}, {"Cognome", cognome}}, {}};
 }
 
 } // namespace

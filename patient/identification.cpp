@@ -4,9 +4,9 @@
 #include "host/fault.h"
 #include "patient/patient_update.h"
 #include "service/practice_user.h"
+#include "service/refusal.h"
 #include "service/service_failure.h"
 
-#include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
@@ -17,125 +17,75 @@ namespace vellumo::patient
 namespace
 {
 
-constexpr const char* attention = "Attenzione!!";
-
-enum class Reaction
-{
-    AskToGoOnWithoutSession,
-    Silent,
-    AskToGoOnWithoutCitizen,
-    Report,
-    AskToRetry,
-    ReportAndLeaveToHost,
-};
-
-struct CodeReaction
-{
-    std::string_view code; // exact
-    Reaction reaction;
-};
-
-// Hosts depend on "APPL000091" being theirs no more after the report while every other code is.
-constexpr std::array<CodeReaction, 6> reactions = {{
-    {"SEBCONT0001", Reaction::AskToGoOnWithoutSession},
-    {"APPL000103", Reaction::Silent},
-    {"SEBC00001", Reaction::AskToGoOnWithoutCitizen},
-    {"APPL000091", Reaction::Report},
-    {"PDCAR012", Reaction::AskToRetry},
-    {"PDCAR001", Reaction::AskToRetry},
-}};
-
-Reaction ReactionTo(std::string_view code)
-{
-    const auto* row = std::ranges::find(reactions, code, &CodeReaction::code);
-    return row == reactions.end() ? Reaction::ReportAndLeaveToHost : row->reaction;
-}
-
-bool IsYes(ui::Answer answer)
-{
-    return answer == ui::Answer::Yes;
-}
+// Hosts depend on this code being theirs no more after the report, while every other reported code is.
+constexpr std::string_view settledByReport = "APPL000091";
 
 } // namespace
 
 IdentificationOutcome Identification::Run(const host::Value& idPaziente) const noexcept
 {
-    IdentificationOutcome outcome;
     m_context.log.Prepare();
-    host::PassOver(
-        [&]
-        {
-            while (Attempt(idPaziente, outcome))
-            {
-            }
-        });
+    const auto outcome = host::Trap(IdentificationOutcome(),
+                                    [&]
+                                    {
+                                        Attempt attempt;
+                                        do
+                                        {
+                                            attempt = Try(idPaziente);
+                                        } while (attempt.retry);
+                                        return attempt.outcome;
+                                    });
     m_context.log.End();
     return outcome;
 }
 
-bool Identification::Attempt(const host::Value& idPaziente, IdentificationOutcome& outcome) const
+Identification::Attempt Identification::Try(const host::Value& idPaziente) const
 {
-    outcome = {};
     if (service::IsPersonaleStudio(m_context.services))
     {
-        outcome.IDPaziente = idPaziente.ToInteger();
-        outcome.Gestito = false;
-        return false;
+        return {{.IDPaziente = idPaziente.ToInteger(), .Gestito = false}};
     }
     const auto request = BuildRequest(idPaziente);
     const auto response = request ? m_context.sender.SendServiceRequest(*request) : nullptr;
     if (!response)
     {
-        outcome.IDPaziente = idPaziente.ToInteger();
-        return false;
+        return {{.IDPaziente = idPaziente.ToInteger()}};
     }
     if (response->Failed())
     {
-        return response->FailedResult != nullptr && React(*response, outcome);
+        return response->FailedResult != nullptr ? React(*response) : Attempt();
     }
     if (response->Data.Text().empty())
     {
-        m_context.desktop.Show({"Non è stata trovata nessuna corrispondenza.", attention, ui::Icon::Exclamation});
-        outcome.IDPaziente = idPaziente.ToInteger();
-        outcome.Gestito = false;
-        return false;
+        m_context.desktop.Show({"Non è stata trovata nessuna corrispondenza.", "Attenzione!!", ui::Icon::Exclamation});
+        return {{.IDPaziente = idPaziente.ToInteger(), .Gestito = false}};
     }
-    outcome.IDPaziente = PatientUpdate(m_context).UpdatePatientFromCitizen(*response, true, true);
-    return false;
+    return {{.IDPaziente = PatientUpdate(m_context).UpdatePatientFromCitizen(*response, true, true)}};
 }
 
-bool Identification::React(const service::ServiceResponse& response, IdentificationOutcome& outcome) const
+Identification::Attempt Identification::React(const service::ServiceResponse& response) const
 {
-    ui::Desktop& desktop = m_context.desktop;
-    switch (ReactionTo(response.FailedResult->Code))
+    const std::string& code = response.FailedResult->Code;
+    Attempt attempt;
+    switch (service::AskAfterRefusal(code, m_context.desktop))
     {
-    case Reaction::AskToGoOnWithoutSession:
-        outcome.WithoutSession = IsYes(desktop.Show({"La sessione SISS non risulta essere attivata.\r\n"
-                                                     "Si vuole proseguire senza attivare la sessione?",
-                                                     attention, ui::Icon::Exclamation, ui::Buttons::YesNo, 2}));
-        outcome.Gestito = !outcome.WithoutSession;
+    case service::AfterRefusal::End:
         break;
-    case Reaction::Silent:
+    case service::AfterRefusal::GoOnWithoutSession:
+        attempt.outcome = {.Gestito = false, .WithoutSession = true};
         break;
-    case Reaction::AskToGoOnWithoutCitizen:
-        outcome.Gestito =
-            !IsYes(desktop.Show({"Non è stato trovata nessun anagrafica, sul server SISS, corrispondente ai "
-                                 "dati inseriti.\r\nSi vuole comunque continuare?",
-                                 attention, ui::Icon::Exclamation, ui::Buttons::YesNo}));
+    case service::AfterRefusal::GoOnWithoutCitizen:
+        attempt.outcome.Gestito = false;
         break;
-    case Reaction::Report:
-        service::ReportServiceFailure(response, m_context.services, desktop);
+    case service::AfterRefusal::Retry:
+        attempt.retry = true;
         break;
-    case Reaction::AskToRetry:
-        return desktop.Show({"L'operatore non è stato autenticato al SISS o non è presente la carta operatore.\r\n"
-                             "Autenticarsi al SISS e riprovare ad effettuare l'operazione.",
-                             attention, ui::Icon::Exclamation, ui::Buttons::RetryCancel}) == ui::Answer::Retry;
-    case Reaction::ReportAndLeaveToHost:
-        service::ReportServiceFailure(response, m_context.services, desktop);
-        outcome.Gestito = false;
+    case service::AfterRefusal::Report:
+        service::ReportServiceFailure(response, m_context.services, m_context.desktop);
+        attempt.outcome.Gestito = code == settledByReport;
         break;
     }
-    return false;
+    return attempt;
 }
 
 std::optional<service::ServiceRequest> Identification::BuildRequest(const host::Value& idPaziente) const

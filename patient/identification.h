@@ -1,5 +1,6 @@
 // The host operation IdentificaPaziente: asks SISS who the citizen in front of the doctor is and brings the local
-// patient up to date with the answer. Traps its own faults: the operation then ends with what it had reached.
+// patient up to date with the answer. Traps its own faults: there is no patient then, and the host leaves it
+// at that.
 #pragma once
 
 #include "host/value.h"
@@ -33,9 +34,14 @@ public:
     [[nodiscard]] IdentificationOutcome Run(const host::Value& idPaziente) const noexcept;
 
 private:
-    // One attempt, written into `outcome` as far as it gets; True when the operator asked to try again.
-    [[nodiscard]] bool Attempt(const host::Value& idPaziente, IdentificationOutcome& outcome) const;
-    [[nodiscard]] bool React(const service::ServiceResponse& response, IdentificationOutcome& outcome) const;
+    struct Attempt
+    {
+        IdentificationOutcome outcome;
+        bool retry = false; // the operator asked to try again
+    };
+
+    [[nodiscard]] Attempt Try(const host::Value& idPaziente) const;
+    [[nodiscard]] Attempt React(const service::ServiceResponse& response) const;
     [[nodiscard]] std::optional<service::ServiceRequest> BuildRequest(const host::Value& idPaziente) const;
     [[nodiscard]] std::optional<service::ServiceRequest>
     BuildExtendedIdentificationRequest(const host::Value& idPaziente) const;

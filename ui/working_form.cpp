@@ -13,12 +13,7 @@ void WorkingForm::Activated()
     }
     m_activationPending = false;
     host::PassOver([&] { RefreshView(); });
-    host::PassOver(
-        [&]
-        {
-            const std::any parameters = m_parameters;
-            RaiseOnActivate(parameters, m_result);
-        });
+    host::PassOver([&] { RaiseOnActivate(std::any(m_parameters), m_result); });
     host::PassOver([&] { RefreshView(); });
     Close();
 }

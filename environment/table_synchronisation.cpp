@@ -120,7 +120,7 @@ bool TableSynchronisation::Run() const noexcept
             progress.Parameters() = outdated;
             progress.Load();
             progress.Tag = jobName;
-            progress.OnActivate = [this](ui::FormProgress& window, const std::any& parameters, std::any& done)
+            progress.OnActivate[jobName] = [this](ui::FormProgress& window, const std::any& parameters, std::any& done)
             {
                 Import(std::any_cast<const SISSImportIndexs&>(parameters), window);
                 done = true;

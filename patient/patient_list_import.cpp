@@ -90,7 +90,7 @@ bool PatientListImport::RunOnFile(const std::string& path) const
     ui::FormProgress progress;
     progress.Load();
     progress.Tag = jobName;
-    progress.OnActivate = [&](ui::FormProgress& window, const std::any&, std::any& result)
+    progress.OnActivate[jobName] = [&](ui::FormProgress& window, const std::any&, std::any& result)
     {
         try
         {

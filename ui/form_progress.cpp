@@ -49,9 +49,9 @@ void FormProgress::SetProgressValue(std::int32_t value, std::int32_t maximum)
 
 void FormProgress::RaiseOnActivate(const std::any& parameters, std::any& result)
 {
-    if (OnActivate)
+    if (const auto job = OnActivate.find(Tag); job != OnActivate.end())
     {
-        OnActivate(*this, parameters, result);
+        job->second(*this, parameters, result);
     }
 }
 

@@ -57,7 +57,9 @@ TEST_SUITE("working windows")
         for (const bool resultFirst : {false, true})
         {
             FormProgress form;
-            form.OnActivate = [&](FormProgress&, const std::any&, std::any& result)
+            form.Tag = "guasto";
+            form.OnActivate["altro"] = [](FormProgress&, const std::any&, std::any&) { FAIL("another job"); };
+            form.OnActivate["guasto"] = [&](FormProgress&, const std::any&, std::any& result)
             {
                 if (resultFirst)
                 {

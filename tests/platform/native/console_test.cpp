@@ -161,7 +161,7 @@ TEST_SUITE("console")
     {
         FormProgress form;
         form.InitializeProgress("Sincronizzazione", "Tabelle");
-        form.OnActivate = [](FormProgress& sender, const std::any&, std::any&)
+        form.OnActivate[form.Tag] = [](FormProgress& sender, const std::any&, std::any&)
         {
             for (int i = 0; i <= 1000; ++i)
             {

@@ -353,7 +353,7 @@ TEST_SUITE("windows on screen")
         windows::Win32Desktop desktop;
         FormProgress progress;
         progress.InitializeProgress("Sincronizzazione", "Tabelle");
-        progress.OnActivate = [&](FormProgress& sender, const std::any&, std::any& result)
+        progress.OnActivate[progress.Tag] = [&](FormProgress& sender, const std::any&, std::any& result)
         {
             const HostWindow host;
             SetWindowLongPtrW(host.Get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Counting));
@@ -395,7 +395,7 @@ TEST_SUITE("windows on screen")
 
         FormProgress progress;
         progress.InitializeProgress("Sincronizzazione", "Tabelle");
-        progress.OnActivate = [&](FormProgress& sender, const std::any&, std::any& result)
+        progress.OnActivate[progress.Tag] = [&](FormProgress& sender, const std::any&, std::any& result)
         {
             const HostWindow host;
             PostMessageW(host.Get(), WM_SYSCOMMAND, SC_MINIMIZE, 0);

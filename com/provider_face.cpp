@@ -154,7 +154,8 @@ HRESULT ProviderFace::IdentificaPaziente(VARIANT idPaziente, VARIANT_BOOL* gesti
     *result = 0;
     VARIANT_BOOL unwanted = VARIANT_FALSE; // a late-bound host may leave the argument out
     gestito = gestito ? gestito : &unwanted;
-    bool handled = *gestito != VARIANT_FALSE;
+    *gestito = VARIANT_TRUE;
+    bool handled = true;
     const HRESULT status = Guard(*this, IID_ICCEProvider,
                                  [&] { *result = m_provider.IdentificaPaziente(IdentifierIn(idPaziente), handled); });
     *gestito = ToVariantBool(handled);

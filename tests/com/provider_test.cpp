@@ -234,7 +234,12 @@ TEST_CASE("what is no identifier reaches the host as an error only where it may"
     const auto provider = library.CreateProvider();
     HandOver(*provider, std::make_shared<FixedLockSrv>());
     const auto doctor = StaffConnection();
-    doctor->rowsOf = [](const std::string&) { return std::vector<Columns>{{{"IDSpecialista", 1}}}; };
+    VARIANT_BOOL handled = VARIANT_FALSE;
+    doctor->rowsOf = [&](const std::string&)
+    {
+        CHECK(handled == VARIANT_TRUE); // since before the first look into the database
+        return std::vector<Columns>{{{"IDSpecialista", 1}}};
+    };
     const auto database = provider.As<ICCEDatabaseProvider>(IID_ICCEDatabaseProvider);
     REQUIRE(database->putref_Connection(norda::MakeConnectionFace(doctor).Get()) == S_OK);
 
@@ -245,7 +250,7 @@ TEST_CASE("what is no identifier reaches the host as an error only where it may"
     for (const Variant* argument : {&values, &object})
     {
         LONG identifier = -1;
-        VARIANT_BOOL handled = VARIANT_FALSE;
+        handled = VARIANT_FALSE;
         CHECK(provider->IdentificaPaziente(argument->Get(), &handled, &identifier) == S_OK);
         CHECK(identifier == 0);
         CHECK(handled == VARIANT_TRUE);

@@ -106,6 +106,22 @@ TEST_SUITE("exemptions window")
         CHECK_FALSE(window.assign.enabled);
     }
 
+    TEST_CASE("of several local exemptions with the code as typed the first is selected, whatever stands before them")
+    {
+        LocalExemptions database;
+        database.rows = {{21, "Esatta", "d01", 1}, {22, "Doppia", "d01", 1}, {20, "Comincia", "D01.5", 1}};
+        FakeDesktop desktop;
+        std::vector<SissExemption> esenzioni = {{"D01", "Da assegnare", {}, {}, 0}};
+        FormEsenzioni form(esenzioni, database, desktop);
+        auto& search = Find<TextBox>(form, "Ce&rca");
+        search.value = "D01";
+        form.Changed(search);
+        CHECK(Find<Grid>(form, "Esenzioni &locali").selected == 1); // below the one that only begins so
+        form.Clicked(Find<Button>(form, "&Assegna"));
+        form.Clicked(Find<Button>(form, "&Conferma"));
+        CHECK(esenzioni[0].IDEsenzione == 21);
+    }
+
     TEST_CASE("assigning goes on to the next row, and only the last confirmation changes the exemptions")
     {
         Window window;

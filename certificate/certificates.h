@@ -1,6 +1,6 @@
 // The host operations InviaCertificato and AnnullaCertificato: send a sickness certificate on to INPS through SISS,
 // rectify one that INPS has already, cancel one. The outcome reaches the operator by message boxes and the host by the
-// fields written into its record; the answer is always False. Faults are trapped: the record is saved only when every
+// fields written into its record; the result is always False. Faults are trapped: the record is saved only when every
 // field has been set, so a stored certificate is whole or as it was.
 //
 // SISS offers no service for rectifying and cancelling yet, so the factory gives no request for them and both end as a

@@ -88,12 +88,12 @@ private:
 // Keeps what the host handed over and gives the library its adapter; nothing takes both away. The old object is let
 // go last, when the new one is in its place: releasing it may call back into the provider.
 template <class Adapter, class Service, class... Rest>
-void Replace(ComPtr<IDispatch>& handle, std::shared_ptr<Service>& service, IDispatch* value, Rest... rest)
+void Replace(ComPtr<IDispatch>& handle, provider::SISSProvider& provider,
+             void (provider::SISSProvider::*set)(std::shared_ptr<Service>), IDispatch* value, Rest... rest)
 {
     ComPtr<IDispatch> object(value);
-    std::shared_ptr<Service> adapter = object ? std::make_shared<Adapter>(object, rest...) : nullptr;
+    (provider.*set)(object ? std::make_shared<Adapter>(object, rest...) : nullptr);
     std::swap(handle, object);
-    std::swap(service, adapter);
 }
 
 } // namespace
@@ -107,7 +107,7 @@ ProviderFace::ProviderFace()
 ProviderFace::~ProviderFace()
 {
     // The host's helpers go first, while everything that they might call on their way out is still there.
-    m_provider.Services().utils.reset();
+    host::PassOver([&] { m_provider.SetUtils(nullptr); });
     m_handles->utils.Reset();
 }
 
@@ -141,7 +141,8 @@ HRESULT ProviderFace::putref_Utils(IDispatch* value)
                  [&]
                  {
                      IDispatch* provider = static_cast<ICCEDatabaseProvider*>(this);
-                     Replace<windows::DispatchUtils>(m_handles->utils, m_provider.Services().utils, value, provider);
+                     Replace<windows::DispatchUtils>(m_handles->utils, m_provider, &provider::SISSProvider::SetUtils,
+                                                     value, provider);
                  });
 }
 
@@ -228,8 +229,10 @@ HRESULT ProviderFace::get_Connection(IDispatch** value)
 HRESULT ProviderFace::putref_Connection(IDispatch* value)
 {
     return Guard(*this, IID_ICCEDatabaseProvider,
-                 [&]
-                 { Replace<windows::AdoConnection>(m_handles->connection, m_provider.Services().connection, value); });
+                 [&] {
+                     Replace<windows::AdoConnection>(m_handles->connection, m_provider,
+                                                     &provider::SISSProvider::SetConnection, value);
+                 });
 }
 
 HRESULT ProviderFace::get_LockSrv(IDispatch** value)
@@ -240,7 +243,10 @@ HRESULT ProviderFace::get_LockSrv(IDispatch** value)
 HRESULT ProviderFace::putref_LockSrv(IDispatch* value)
 {
     return Guard(*this, IID_ICCEDatabaseProvider,
-                 [&] { Replace<windows::DispatchLockSrv>(m_handles->lockSrv, m_provider.Services().lockSrv, value); });
+                 [&] {
+                     Replace<windows::DispatchLockSrv>(m_handles->lockSrv, m_provider,
+                                                       &provider::SISSProvider::SetLockSrv, value);
+                 });
 }
 
 HRESULT ProviderFace::get_Studio(LONG* value)
@@ -249,13 +255,13 @@ HRESULT ProviderFace::get_Studio(LONG* value)
     {
         return E_POINTER;
     }
-    *value = m_provider.Services().studio;
+    *value = m_provider.Studio();
     return S_OK;
 }
 
 HRESULT ProviderFace::put_Studio(LONG value)
 {
-    m_provider.Services().studio = static_cast<std::int32_t>(value);
+    m_provider.SetStudio(static_cast<std::int32_t>(value));
     return S_OK;
 }
 

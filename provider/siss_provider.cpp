@@ -18,6 +18,7 @@
 #include "service/service_sender.h"
 
 #include <utility>
+#include <vector>
 
 namespace vellumo::provider
 {
@@ -37,20 +38,55 @@ public:
     {
     }
 
-    [[nodiscard]] host::HostServices& Services() noexcept { return m_services; }
-
-    // The host may replace or clear what it handed over while an operation calls it. What the operation has in its
-    // hands lives to its end.
+    // The host may replace or clear what it handed over while an operation calls it, any number of times. What the
+    // operation has in its hands lives to its end.
     template <class Operation>
     auto Run(Operation&& operation)
     {
-        const auto kept = m_services;
+        const Running running(*this);
         return std::forward<Operation>(operation)(m_context);
     }
 
+    template <class Part>
+    void Replace(std::shared_ptr<Part> host::HostServices::*part, std::shared_ptr<Part> value)
+    {
+        if (m_running > 0)
+        {
+            m_replaced.push_back(m_services.*part);
+        }
+        (m_services.*part).swap(value);
+    }
+
+    [[nodiscard]] std::int32_t& Studio() noexcept { return m_services.studio; }
+
 private:
+    // One call among those that are under way: the host may make another one from inside its own objects.
+    class Running
+    {
+    public:
+        explicit Running(HostCalls& calls)
+            : m_calls(calls)
+        {
+            ++m_calls.m_running;
+        }
+        ~Running()
+        {
+            if (--m_calls.m_running == 0)
+            {
+                const auto released = std::exchange(m_calls.m_replaced, {}); // which may call the provider
+            }
+        }
+        Running(const Running&) = delete;
+        Running& operator=(const Running&) = delete;
+
+    private:
+        HostCalls& m_calls;
+    };
+
     PlatformParts m_platform;
     host::HostServices m_services;
+    std::vector<std::shared_ptr<void>> m_replaced; // during the calls that are under way
+    int m_running = 0;
     service::ServiceFactory m_factory;
     environment::SISSEnvironment m_environment;
     service::ExchangeLog m_log;
@@ -88,9 +124,29 @@ SISSProvider::SISSProvider(PlatformParts platform)
 
 SISSProvider::~SISSProvider() = default;
 
-host::HostServices& SISSProvider::Services() noexcept
+void SISSProvider::SetConnection(std::shared_ptr<host::Connection> connection)
 {
-    return m_calls->Services();
+    m_calls->Replace(&host::HostServices::connection, std::move(connection));
+}
+
+void SISSProvider::SetLockSrv(std::shared_ptr<host::LockSrv> lockSrv)
+{
+    m_calls->Replace(&host::HostServices::lockSrv, std::move(lockSrv));
+}
+
+void SISSProvider::SetUtils(std::shared_ptr<host::Utils> utils)
+{
+    m_calls->Replace(&host::HostServices::utils, std::move(utils));
+}
+
+void SISSProvider::SetStudio(std::int32_t studio) noexcept
+{
+    m_calls->Studio() = studio;
+}
+
+std::int32_t SISSProvider::Studio() const noexcept
+{
+    return m_calls->Studio();
 }
 
 std::int32_t SISSProvider::IdentificaPaziente(const host::Value& idPaziente, bool& gestito)

@@ -40,8 +40,12 @@ public:
     SISSProvider(const SISSProvider&) = delete;
     SISSProvider& operator=(const SISSProvider&) = delete;
 
-    // What the host hands over; set at any time, in any order.
-    [[nodiscard]] host::HostServices& Services() noexcept;
+    // What the host hands over; set at any time, in any order, replaced or cleared also from inside a call.
+    void SetConnection(std::shared_ptr<host::Connection> connection);
+    void SetLockSrv(std::shared_ptr<host::LockSrv> lockSrv);
+    void SetUtils(std::shared_ptr<host::Utils> utils);
+    void SetStudio(std::int32_t studio) noexcept;
+    [[nodiscard]] std::int32_t Studio() const noexcept;
 
     // Returns the local identifier of the citizen identified on SISS, 0 when there is none. `idPaziente` null: a fresh
     // search. `gestito` True: the host takes the identifier as it stands; False: it goes on with its own handling.

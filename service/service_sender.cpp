@@ -16,7 +16,7 @@ ServiceSender::ServiceSender(host::Bridge& bridge, const ServiceFactory& factory
 
 std::shared_ptr<ServiceResponse> ServiceSender::SendServiceRequest(const ServiceRequest& request) noexcept
 {
-    const auto response = host::Trap(std::shared_ptr<ServiceResponse>(), [&] { return SendBehindWindow(request); });
+    auto response = host::Trap(std::shared_ptr<ServiceResponse>(), [&] { return SendBehindWindow(request); });
     m_log.Write(request, response.get());
     return response;
 }

@@ -82,15 +82,12 @@ public:
 
     void SetConnection(std::shared_ptr<host::Connection> connection) override
     {
-        m_provider->Services().connection = std::move(connection);
+        m_provider->SetConnection(std::move(connection));
     }
-    void SetLockSrv(std::shared_ptr<host::LockSrv> lockSrv) override
-    {
-        m_provider->Services().lockSrv = std::move(lockSrv);
-    }
-    void SetUtils(std::shared_ptr<host::Utils> utils) override { m_provider->Services().utils = std::move(utils); }
-    void SetStudio(std::int32_t studio) override { m_provider->Services().studio = studio; }
-    [[nodiscard]] std::int32_t Studio() override { return m_provider->Services().studio; }
+    void SetLockSrv(std::shared_ptr<host::LockSrv> lockSrv) override { m_provider->SetLockSrv(std::move(lockSrv)); }
+    void SetUtils(std::shared_ptr<host::Utils> utils) override { m_provider->SetUtils(std::move(utils)); }
+    void SetStudio(std::int32_t studio) override { m_provider->SetStudio(studio); }
+    [[nodiscard]] std::int32_t Studio() override { return m_provider->Studio(); }
 
     std::int32_t IdentificaPaziente(const Argument& idPaziente, bool& gestito) override
     {

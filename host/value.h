@@ -4,9 +4,12 @@
 
 #include "host/date.h"
 
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 namespace vellumo::host
@@ -16,7 +19,9 @@ class Value
 {
 public:
     Value() = default;
-    Value(bool value)
+    // What only converts to a Boolean, such as a pointer, is no value.
+    template <std::same_as<bool> Boolean>
+    Value(Boolean value)
         : m_value(value)
     {
     }
@@ -48,6 +53,20 @@ public:
         : m_value(std::string(value))
     {
     }
+
+    Value(std::nullptr_t) = delete;
+
+    ~Value() = default;
+    // Copied by assignment: a variant of these alternatives believes that it always has a value, so that one whose
+    // copy construction runs out of memory destroys a value that it does not have.
+    Value(const Value& other)
+        : Value()
+    {
+        m_value = other.m_value;
+    }
+    Value& operator=(const Value&) = default;
+    Value(Value&&) = default;
+    Value& operator=(Value&&) = default;
 
     // A date for a database column: the zero date is stored as NULL.
     [[nodiscard]] static Value DateOrNull(Date date);

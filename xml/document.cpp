@@ -1,5 +1,6 @@
 #include "xml/document.h"
 
+#include "xml/characters.h"
 #include "xml/engine.h"
 #include "xml/guard.h"
 #include "xml/tree.h"
@@ -9,7 +10,6 @@ namespace vellumo::xml
 
 std::optional<Document> Document::FromText(std::string_view text, const Limits& limits)
 {
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(byteOrderMark))
     {
         text.remove_prefix(byteOrderMark.size());

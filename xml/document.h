@@ -49,7 +49,7 @@ public:
     [[nodiscard]] Node Clone() const;
     // Makes `child`, which belongs to the same document, the last child.
     void Append(const Node& child) const;
-    // Takes this node out of its parent; the handle stays usable. For an attribute: removes it.
+    // Takes this node, an element or an attribute, out of its parent; the handle stays usable.
     void Remove() const;
 
     // The element with everything below it as XML text.
@@ -86,8 +86,9 @@ struct Limits
 class Document
 {
 public:
-    // Empty when the text is not well-formed XML, uses a prefix without declaring it, has a document type declaration,
-    // or is beyond the limits. `text` is UTF-8; an encoding that its XML declaration names is not applied, since the
+    // Empty when the text is not well-formed XML, uses a prefix outside the element that declares it, has a document
+    // type declaration, or is beyond the limits. A byte order mark may stand at its very start and nowhere else outside
+    // the root element. `text` is UTF-8; an encoding that its XML declaration names is not applied, since the
     // text has been decoded already.
     [[nodiscard]] static std::optional<Document> FromText(std::string_view text, const Limits& limits = {});
 

@@ -1,15 +1,51 @@
 #include "xml/guard.h"
 
-#include "xml/tree.h"
+#include "xml/characters.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <set>
+#include <vector>
 
 namespace vellumo::xml
 {
 namespace
 {
+
+// The elements that are open at a place of the text, with the prefixes that they declare.
+class OpenElements
+{
+public:
+    [[nodiscard]] std::size_t Depth() const noexcept { return m_firstOfEach.size(); }
+    [[nodiscard]] bool HasDeclared(std::string_view prefix) const
+    {
+        return prefix == "xml" || m_inScope.contains(prefix);
+    }
+
+    void Open(const std::vector<std::string_view>& declared)
+    {
+        m_firstOfEach.push_back(m_declared.size());
+        m_declared.insert(m_declared.end(), declared.begin(), declared.end());
+        m_inScope.insert(declared.begin(), declared.end());
+    }
+
+    void Close()
+    {
+        if (m_firstOfEach.empty())
+        {
+            return; // more ends than beginnings: the engine refuses that
+        }
+        for (; m_declared.size() > m_firstOfEach.back(); m_declared.pop_back())
+        {
+            m_inScope.erase(m_inScope.find(m_declared.back()));
+        }
+        m_firstOfEach.pop_back();
+    }
+
+private:
+    std::vector<std::size_t> m_firstOfEach; // in `m_declared`
+    std::vector<std::string_view> m_declared;
+    std::multiset<std::string_view> m_inScope; // the same, for look-ups
+};
 
 // Steps through the markup of a text, one "<…>" at a time.
 class MarkupScanner
@@ -23,11 +59,19 @@ public:
 
     bool Run()
     {
-        while (m_good && (m_position = m_text.find('<', m_position)) != std::string_view::npos)
+        while (m_good && m_position < m_text.size())
         {
-            Step();
+            const auto markup = std::min(m_text.find('<', m_position), m_text.size());
+            const auto between = m_text.substr(m_position, markup - m_position);
+            // Outside the root element some engines pass over a byte order mark, which is no blank.
+            m_good = m_open.Depth() > 0 || between.find_first_not_of(blanks) == std::string_view::npos;
+            m_position = markup;
+            if (m_good && m_position < m_text.size())
+            {
+                Step();
+            }
         }
-        return m_good && std::ranges::includes(m_declaredPrefixes, m_usedPrefixes);
+        return m_good;
     }
 
 private:
@@ -38,6 +82,11 @@ private:
             if (m_text.substr(m_position).starts_with("<!"))
             {
                 m_good = false; // a document type declaration, or nothing that an XML text may hold
+            }
+            else if (m_text.substr(m_position).starts_with("</"))
+            {
+                SkipUntil("</", ">"); // the engine compares its name with the opening one
+                m_open.Close();
             }
             else
             {
@@ -59,15 +108,14 @@ private:
         return true;
     }
 
+    // Reads an opening tag to its end, or to the end of the text.
     void Tag()
     {
-        const bool closing = m_text.substr(m_position).starts_with("</");
-        const auto name = m_text.substr(m_position + (closing ? 2 : 1));
-        if (!closing) // whose name the engine compares with the opening one
-        {
-            ++m_nodes;
-            NotePrefix(name.substr(0, name.find_first_of(" \t\r\n/>")));
-        }
+        m_used.clear();
+        m_declared.clear();
+        ++m_nodes;
+        const auto name = m_text.substr(m_position + 1);
+        NotePrefix(name.substr(0, name.find_first_of(" \t\r\n/>")));
         std::size_t attributes = 0;
         std::size_t word = m_position + 1; // start of what may be an attribute's name
         char last = '<';
@@ -93,22 +141,21 @@ private:
             }
             last = character;
         }
-        if (closing)
+        m_position = std::min(m_position + 1, m_text.size());
+        m_open.Open(m_declared);
+        m_good = m_open.Depth() <= m_limits.depth && m_nodes <= m_limits.nodes &&
+                 std::ranges::all_of(m_used, [&](std::string_view prefix) { return m_open.HasDeclared(prefix); });
+        if (last == '/')
         {
-            m_depth -= m_depth > 0 ? 1 : 0;
+            m_open.Close();
         }
-        else if (last != '/')
-        {
-            ++m_depth;
-        }
-        m_good = m_depth <= m_limits.depth && m_nodes <= m_limits.nodes;
     }
 
     void NotePrefix(std::string_view name)
     {
         if (const auto colon = name.find(':'); colon != std::string_view::npos)
         {
-            m_usedPrefixes.insert(name.substr(0, colon));
+            m_used.push_back(name.substr(0, colon));
         }
     }
 
@@ -117,10 +164,10 @@ private:
     {
         constexpr std::string_view declaration = "xmlns:";
         text = text.substr(0, text.find_last_not_of(" \t\r\n=") + 1);
-        text = text.substr(text.find_last_of(" \t\r\n") + 1);
+        text = text.substr(text.find_last_of(blanks) + 1);
         if (text.starts_with(declaration))
         {
-            m_declaredPrefixes.insert(text.substr(declaration.size()));
+            m_declared.push_back(text.substr(declaration.size()));
         }
         else
         {
@@ -130,68 +177,21 @@ private:
 
     std::string_view m_text;
     const Limits& m_limits;
-    std::set<std::string_view> m_usedPrefixes;
-    std::set<std::string_view> m_declaredPrefixes = {"xml"};
+    OpenElements m_open;
+    std::vector<std::string_view> m_used;     // prefixes in the tag at hand
+    std::vector<std::string_view> m_declared; // there, too
     std::size_t m_position = 0;
-    std::size_t m_depth = 0;
     std::size_t m_nodes = 0;
     bool m_good = true;
 };
-
-// Length of the UTF-8 sequence of one character that XML 1.0 allows, at the start of `text`; 0 for anything else.
-std::size_t AllowedCharacter(std::string_view text)
-{
-    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-    const unsigned first = byte(0);
-    if (first < 0x80)
-    {
-        return first >= 0x20 || first == '\t' || first == '\n' || first == '\r' ? 1 : 0;
-    }
-    const std::size_t length = first >= 0xC2 && first < 0xE0   ? 2
-                               : first >= 0xE0 && first < 0xF0 ? 3
-                               : first >= 0xF0 && first < 0xF5 ? 4
-                                                               : 0;
-    if (length == 0 || text.size() < length)
-    {
-        return 0;
-    }
-    std::uint32_t code = first & (0xFFU >> (length + 1));
-    for (std::size_t at = 1; at < length; ++at)
-    {
-        if ((byte(at) & 0xC0U) != 0x80)
-        {
-            return 0;
-        }
-        code = code << 6U | (byte(at) & 0x3FU);
-    }
-    constexpr std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    const bool forbidden = code < smallest[length] || (code >= 0xD800 && code < 0xE000) || code == 0xFFFE ||
-                           code == 0xFFFF || code > 0x10FFFF;
-    return forbidden ? 0 : length;
-}
 
 } // namespace
 
 bool IsAcceptable(std::string_view text, const Limits& limits)
 {
-    // A zero byte or a byte order mark (which one before the text has been taken from) is no XML; some engines pass
-    // over the mark, or take the zero byte for the end and do not see what stands behind it.
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    // Some engines take a zero byte for the end and do not see what stands behind it.
     return text.size() <= limits.bytes && text.find('\0') == std::string_view::npos &&
-           !text.starts_with(byteOrderMark) && MarkupScanner(text, limits).Run();
-}
-
-std::string WithoutForbiddenCharacters(std::string_view text)
-{
-    std::string clean;
-    clean.reserve(text.size());
-    for (std::size_t position = 0; position < text.size();)
-    {
-        const std::size_t length = AllowedCharacter(text.substr(position));
-        clean.append(text.substr(position, length));
-        position += length == 0 ? 1 : length;
-    }
-    return clean;
+           MarkupScanner(text, limits).Run();
 }
 
 } // namespace vellumo::xml

@@ -1,3 +1,4 @@
+#include "xml/characters.h"
 #include "xml/document.h"
 #include "xml/tree.h"
 
@@ -7,14 +8,6 @@ namespace vellumo::xml
 {
 namespace
 {
-
-constexpr std::string_view blanks = " \t\r\n";
-
-std::string Trimmed(const std::string& text)
-{
-    const auto first = text.find_first_not_of(blanks);
-    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 // Cuts the first step off the path.
 std::string_view TakeStep(std::string_view& path)
@@ -56,11 +49,12 @@ std::vector<Node> Node::SelectAll(std::string_view path) const
         const auto step = TakeStep(path);
         if (step.starts_with('@'))
         {
+            const auto name = step.substr(1);
             std::vector<Node> attributes;
-            for (const auto element : path.empty() ? found : std::vector<Tree::Index>())
+            for (const auto element : path.empty() && !name.empty() ? found : std::vector<Tree::Index>())
             {
                 const auto& list = m_tree->items[element].attributes;
-                const auto match = std::ranges::find(list, step.substr(1), &Tree::Attribute::name);
+                const auto match = std::ranges::find(list, name, &Tree::Attribute::name);
                 if (match != list.end())
                 {
                     attributes.push_back(Node(m_tree, element, static_cast<Index>(match - list.begin())));
@@ -141,7 +135,7 @@ std::string Node::Text() const
     }
     std::string text;
     m_tree->AppendText(m_element, text);
-    return Trimmed(text);
+    return std::string(Trimmed(text));
 }
 
 void Node::SetText(std::string_view text) const
@@ -187,8 +181,7 @@ void Node::Remove() const
     }
     if (m_attribute != noAttribute)
     {
-        auto& attributes = m_tree->items[m_element].attributes;
-        attributes.erase(attributes.begin() + static_cast<std::ptrdiff_t>(m_attribute));
+        m_tree->items[m_element].attributes[m_attribute].name.clear();
     }
     else
     {

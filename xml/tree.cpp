@@ -1,13 +1,13 @@
 #include "xml/tree.h"
 
+#include "xml/characters.h"
+
 #include <stdexcept>
 
 namespace vellumo::xml
 {
 namespace
 {
-
-constexpr std::string_view blanks = " \t\r\n";
 
 void AppendEscaped(std::string_view text, bool inAttribute, std::string& out)
 {
@@ -147,6 +147,10 @@ void Tree::AppendXml(Index item, std::string& out) const
     out += node.name;
     for (const Attribute& attribute : node.attributes)
     {
+        if (attribute.name.empty())
+        {
+            continue;
+        }
         out += ' ';
         out += attribute.name;
         out += "=\"";

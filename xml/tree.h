@@ -24,7 +24,7 @@ struct Tree
 
     struct Attribute
     {
-        std::string name;
+        std::string name; // empty: removed; it keeps its place, since handles know their attribute by it
         std::string value;
     };
 
@@ -79,8 +79,5 @@ private:
     Tree::Index m_current = Tree::none;
     std::string m_text;
 };
-
-// Without the characters that XML 1.0 forbids and without bytes that are no UTF-8.
-[[nodiscard]] std::string WithoutForbiddenCharacters(std::string_view text);
 
 } // namespace vellumo::xml

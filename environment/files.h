@@ -1,4 +1,4 @@
-// Files and folders by Windows path text (UTF-8, joined with "\"). What cannot be done is said by the answer;
+// Files and folders by Windows path text (UTF-8, joined with "\"). What cannot be done is said by what is returned;
 // nothing here faults but for lack of memory for the path itself.
 #pragma once
 

@@ -83,17 +83,14 @@ private:
     // A look-up that fails is one that finds nothing; what the row before had must not be taken for it.
     [[nodiscard]] std::int32_t LocalExemptionOf(const std::string& code) const
     {
-        std::int32_t exemption = 0;
-        host::PassOver(
+        return host::Trap(
+            0,
             [&]
             {
-                exemption =
-                    m_services.RequireUtils()
-                        .SingleValue("SELECT ISNULL(IDEsenzione, 0) FROM Norda..SISS_Esenzione WHERE Codice = {0}",
-                                     {code})
-                        .ToInteger();
+                return m_services.RequireUtils()
+                    .SingleValue("SELECT ISNULL(IDEsenzione, 0) FROM Norda..SISS_Esenzione WHERE Codice = {0}", {code})
+                    .ToInteger();
             });
-        return exemption;
     }
 
     const host::HostServices& m_services;
@@ -105,32 +102,13 @@ private:
 
 bool TableSynchronisation::Run() const noexcept
 {
-    bool result = false;
-    host::PassOver(
-        [&]
-        {
-            RegisterHost();
-            const SISSImportIndexs outdated = Outdated();
-            if (outdated.Count() == 0)
-            {
-                result = true;
-                return;
-            }
-            ui::FormProgress progress;
-            progress.Parameters() = outdated;
-            progress.Load();
-            progress.Tag = jobName;
-            progress.OnActivate[jobName] = [this](ui::FormProgress& window, const std::any& parameters, std::any& done)
-            {
-                Import(std::any_cast<const SISSImportIndexs&>(parameters), window);
-                done = true;
-            };
-            progress.InitializeProgress("Sincronizzazione SISS", "Importazione dati");
-            m_desktop.ShowModal(progress);
-            const bool* done = std::any_cast<bool>(&progress.Result());
-            result = done != nullptr && *done;
-        });
-    return result;
+    return host::Trap(false,
+                      [&]
+                      {
+                          RegisterHost();
+                          const SISSImportIndexs outdated = Outdated();
+                          return outdated.Count() == 0 || ImportInWindow(outdated);
+                      });
 }
 
 // Not every user may write there, and the tables are as good without it.
@@ -156,14 +134,29 @@ SISSImportIndexs TableSynchronisation::Outdated() const
 // An entry is due when the host's date lies on a later day than the entry's: hosts count on this order of the two.
 bool TableSynchronisation::IsOutdated(const SISSImportIndex& index) const
 {
-    bool outdated = false;
-    host::PassOver(
-        [&]
-        {
-            const host::Value hosts = m_services.RequireUtils().TableDate(index.Name);
-            outdated = !hosts.IsNull() && hosts.ToDate().DayNumber() > index.UpdateDateTime.DayNumber();
-        });
-    return outdated;
+    return host::Trap(false,
+                      [&]
+                      {
+                          const host::Value hosts = m_services.RequireUtils().TableDate(index.Name);
+                          return !hosts.IsNull() && hosts.ToDate().DayNumber() > index.UpdateDateTime.DayNumber();
+                      });
+}
+
+bool TableSynchronisation::ImportInWindow(const SISSImportIndexs& indexs) const
+{
+    ui::FormProgress progress;
+    progress.Parameters() = indexs;
+    progress.Load();
+    progress.Tag = jobName;
+    progress.OnActivate[jobName] = [this](ui::FormProgress& window, const std::any& parameters, std::any& done)
+    {
+        Import(std::any_cast<const SISSImportIndexs&>(parameters), window);
+        done = true;
+    };
+    progress.InitializeProgress("Sincronizzazione SISS", "Importazione dati");
+    m_desktop.ShowModal(progress);
+    const bool* done = std::any_cast<bool>(&progress.Result());
+    return done != nullptr && *done;
 }
 
 void TableSynchronisation::Import(const SISSImportIndexs& indexs, ui::FormProgress& progress) const
@@ -186,12 +179,9 @@ void TableSynchronisation::ImportRows(const SISSImportIndex& index, ui::FormProg
     {
         const SISSImportTableRow row = table.Item(position);
         const std::string code = row.Field(codeColumn);
+        host::PassOver([&] { progress.SetProgressValue(position, table.RowCount()); });
         host::PassOver(
-            [&]
-            {
-                progress.SetProgressValue(position, table.RowCount());
-                progress.SetProgressInformation(known.progress, code + " - " + row.Field(descriptionColumn));
-            });
+            [&] { progress.SetProgressInformation(known.progress, code + " - " + row.Field(descriptionColumn)); });
         if (known.effect == Effect::ExemptionValidity)
         {
             host::PassOver([&] { validity.Store(code, row); });

@@ -38,6 +38,8 @@ private:
     void RegisterHost() const;
     [[nodiscard]] SISSImportIndexs Outdated() const;
     [[nodiscard]] bool IsOutdated(const SISSImportIndex& index) const;
+    // False when the window could not be shown.
+    [[nodiscard]] bool ImportInWindow(const SISSImportIndexs& indexs) const;
     void Import(const SISSImportIndexs& indexs, ui::FormProgress& progress) const;
     void ImportRows(const SISSImportIndex& index, ui::FormProgress& progress) const;
 

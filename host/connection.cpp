@@ -8,12 +8,12 @@ namespace vellumo::host
 Transaction::Transaction(Connection& connection)
     : m_connection(connection)
 {
-    PassOver(
-        [&]
-        {
-            m_connection.BeginTransaction();
-            m_open = true;
-        });
+    m_open = Trap(false,
+                  [&]
+                  {
+                      m_connection.BeginTransaction();
+                      return true;
+                  });
 }
 
 Transaction::~Transaction()

@@ -35,16 +35,14 @@ ExchangeLog::ExchangeLog(const host::HostServices& services, host::HostObjects& 
 
 bool ExchangeLog::IsEnabled() const noexcept
 {
-    bool enabled = false;
-    host::PassOver(
-        [&]
-        {
-            const auto settings = m_objects.CreateSettings(m_services);
-            host::Utils& utils = m_services.RequireUtils();
-            enabled = settings->Load(m_services.studio) && utils.ToBoolean(settings->Get("CCEAbilitato")) &&
-                      utils.ToBoolean(settings->Get("CCEAbilitaLog"));
-        });
-    return enabled;
+    return host::Trap(false,
+                      [&]
+                      {
+                          const auto settings = m_objects.CreateSettings(m_services);
+                          host::Utils& utils = m_services.RequireUtils();
+                          return settings->Load(m_services.studio) && utils.ToBoolean(settings->Get("CCEAbilitato")) &&
+                                 utils.ToBoolean(settings->Get("CCEAbilitaLog"));
+                      });
 }
 
 void ExchangeLog::Prepare() noexcept
@@ -53,25 +51,23 @@ void ExchangeLog::Prepare() noexcept
     {
         return;
     }
-    m_folder.clear();
-    host::PassOver(
-        [&]
-        {
-            using environment::JoinPath;
-            const std::string log = JoinPath(JoinPath(environment::HostProgramFolder(m_settings), "SISS"), "Log");
-            const std::string folder = JoinPath(log, Stamp(m_clock.Now()));
-            if (environment::CreateFolder(log) && environment::CreateFolder(folder))
-            {
-                m_folder = folder;
-            }
-        });
+    // Without a folder of its own an operation must not write into the one before it, which is another patient's.
+    m_folder = host::Trap(std::string(), [&] { return MakeFolder(); });
+}
+
+std::string ExchangeLog::MakeFolder() const
+{
+    using environment::JoinPath;
+    const std::string log = JoinPath(JoinPath(environment::HostProgramFolder(m_settings), "SISS"), "Log");
+    const std::string folder = JoinPath(log, Stamp(m_clock.Now()));
+    return environment::CreateFolder(log) && environment::CreateFolder(folder) ? folder : std::string();
 }
 
 void ExchangeLog::Write(const ServiceRequest& request, const ServiceResponse* response) noexcept
 {
-    bool ready = false;
-    host::PassOver([&] { ready = !m_folder.empty() && IsEnabled() && environment::FolderExists(m_folder); });
-    if (!ready)
+    const bool isReady =
+        host::Trap(false, [&] { return !m_folder.empty() && IsEnabled() && environment::FolderExists(m_folder); });
+    if (!isReady)
     {
         return;
     }

@@ -36,10 +36,12 @@ public:
     // Writes one call's pair of files into the folder prepared last. `response` null: the reply file is empty.
     void Write(const ServiceRequest& request, const ServiceResponse* response) noexcept;
 
-    // Called at the end of an operation; hosts rely on its answer being False whatever the settings say.
+    // Called at the end of an operation; hosts rely on its returning False whatever the settings say.
     bool End() noexcept; // NOLINT(modernize-use-nodiscard): callers ignore it on purpose
 
 private:
+    // Path of the operation's folder, "" when it cannot be made.
+    [[nodiscard]] std::string MakeFolder() const;
     void WritePart(std::string_view part, const ServiceRequest& request, std::string_view text) const;
 
     const host::HostServices& m_services;

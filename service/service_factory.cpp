@@ -3,6 +3,7 @@
 #include "environment/declared_encoding.h"
 #include "environment/files.h"
 #include "environment/siss_configuration.h"
+#include "host/fault.h"
 
 #include <array>
 #include <optional>
@@ -39,11 +40,16 @@ constexpr std::array<RequestRow, 12> requests = {{
      "param/invioCertificato"},
 }};
 
-// As a program loads a file: its own declaration says which encoding it has.
+// As a program loads a file: its own declaration says which encoding it has. Empty when it is not XML. A file that is
+// there and cannot be read faults, as one for which memory is short: it may be as good as ever.
 std::optional<xml::Document> ReadDocument(const std::string& path)
 {
     auto bytes = environment::ReadFile(path);
-    const auto text = bytes ? environment::DecodeXml(std::move(*bytes)) : std::nullopt;
+    if (!bytes)
+    {
+        throw host::Fault("Impossibile leggere il file \"" + path + "\".");
+    }
+    const auto text = environment::DecodeXml(std::move(*bytes));
     return text ? xml::Document::FromText(*text) : std::nullopt;
 }
 
@@ -84,7 +90,8 @@ std::shared_ptr<ServiceResponse> ServiceFactory::GetTestResponse(RequestTypes re
     {
         return nullptr;
     }
-    const auto document = ReadDocument(PathOf("Tests", "identificaCittadino.test"));
+    const std::string path = PathOf("Tests", "identificaCittadino.test");
+    const auto document = environment::FileExists(path) ? ReadDocument(path) : std::nullopt;
     return document ? GetResponse(document->Xml()) : nullptr;
 }
 

@@ -1,4 +1,5 @@
-// Makes requests from their templates and responses from reply texts. Owned by the provider. Nothing here faults.
+// Makes requests from their templates and responses from reply texts. Owned by the provider. A text that is not what it
+// should be is no fault; a file that is there and cannot be read is one, and so is a lack of memory.
 #pragma once
 
 #include "host/settings_store.h"

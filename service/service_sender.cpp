@@ -2,6 +2,8 @@
 
 #include "host/fault.h"
 
+#include <new>
+
 namespace vellumo::service
 {
 
@@ -41,8 +43,23 @@ void ServiceSender::OnWaitActivate(ui::FormWait& window, const std::any& paramet
         return;
     }
     window.SetOperazione(request->Name());
-    result =
-        m_factory.GetResponse(host::Trap(std::string(), [&] { return m_bridge.CallSebMethod(request->ToString()); }));
+    result = m_factory.GetResponse(CallBridge(request->ToString()));
+}
+
+std::string ServiceSender::CallBridge(const std::string& requestXml)
+{
+    try
+    {
+        return m_bridge.CallSebMethod(requestXml);
+    }
+    catch (const std::bad_alloc&)
+    {
+        throw; // what came back is not known; as an empty reply it would say that the session is not active
+    }
+    catch (...)
+    {
+        return {};
+    }
 }
 
 } // namespace vellumo::service

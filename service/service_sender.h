@@ -12,6 +12,7 @@
 
 #include <any>
 #include <memory>
+#include <string>
 
 namespace vellumo::service
 {
@@ -21,8 +22,9 @@ class ServiceSender
 public:
     ServiceSender(host::Bridge& bridge, const ServiceFactory& factory, ExchangeLog& log, ui::Desktop& desktop);
 
-    // Null when the reply does not say how the call ended, or no window could be shown. A bridge that faults counts as
-    // an empty reply, so its response has failed with code "SEBCONT0001". Never faults.
+    // Null when the reply does not say how the call ended, when no window could be shown, and when memory ran out on
+    // the way. A bridge that faults counts as an empty reply, so its response has failed with code "SEBCONT0001". Never
+    // faults.
     [[nodiscard]] std::shared_ptr<ServiceResponse> SendServiceRequest(const ServiceRequest& request) noexcept;
 
 private:
@@ -30,6 +32,7 @@ private:
     [[nodiscard]] std::shared_ptr<ServiceResponse> SendBehindWindow(const ServiceRequest& request);
     // Runs while the window is on screen; the only place that calls the bridge.
     void OnWaitActivate(ui::FormWait& window, const std::any& parameters, std::any& result);
+    [[nodiscard]] std::string CallBridge(const std::string& requestXml);
 
     host::Bridge& m_bridge;
     const ServiceFactory& m_factory;

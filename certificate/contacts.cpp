@@ -4,6 +4,7 @@
 #include "certificate/municipality.h"
 #include "environment/siss_date_time.h"
 #include "host/fault.h"
+#include "host/text.h"
 #include "service/service_failure.h"
 
 #include <memory>
@@ -39,15 +40,6 @@ bool AsksForModification(const ServiceResponse& response)
            response.Exceptions.Item(1)->FieldCode == "ED0511";
 }
 
-std::string UpperCase(std::string text)
-{
-    for (char& letter : text)
-    {
-        letter = letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-    }
-    return text;
-}
-
 } // namespace
 
 bool Contacts::Insert(const host::Value& idPaziente) const noexcept
@@ -74,10 +66,10 @@ bool Contacts::SendContactData(const host::Value& idPaziente, bool asModificatio
         return false;
     }
     const bool failed = response->Failed();
-    const std::string result = UpperCase(response->ServiceResult);
-    if (!failed && result != refused)
+    const std::string& result = response->ServiceResult;
+    if (!failed && !host::EqualsIgnoringCase(result, refused))
     {
-        return result == registered; // any other text is dropped
+        return host::EqualsIgnoringCase(result, registered); // any other text is dropped
     }
     if (!asModification && (!failed || AsksForModification(*response)))
     {

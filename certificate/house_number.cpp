@@ -1,6 +1,7 @@
 #include "certificate/house_number.h"
 
 #include "host/fault.h"
+#include "host/text.h"
 
 namespace vellumo::certificate
 {
@@ -13,18 +14,13 @@ std::string ExtractHouseNumber(std::string_view address)
     {
         return "1";
     }
-    auto start = address.find_last_not_of(digits, lastDigit);
+    const auto start = address.find_last_not_of(digits, lastDigit);
     if (start == std::string_view::npos)
     {
         throw host::Fault("L'indirizzo \"" + std::string(address) + "\" comincia con il numero civico.");
     }
-    while (start > 0 && (static_cast<unsigned char>(address[start]) & 0xC0U) == 0x80) // inside a character
-    {
-        --start;
-    }
-    address.remove_prefix(start);
-    const auto first = address.find_first_not_of(' ');
-    return std::string(address.substr(first, address.find_last_not_of(' ') - first + 1));
+    const std::string number = host::LastCharacters(address.substr(0, start + 1), 1).append(address.substr(start + 1));
+    return std::string(host::Trimmed(number, " "));
 }
 
 } // namespace vellumo::certificate

@@ -1,6 +1,7 @@
 #include "environment/declared_encoding.h"
 
 #include "environment/ansi_text.h"
+#include "host/text.h"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +12,6 @@ namespace vellumo::environment
 namespace
 {
 
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view utf16LittleMark = "\xFF\xFE";
 constexpr std::string_view utf16BigMark = "\xFE\xFF";
 
@@ -62,7 +62,7 @@ std::optional<std::string> FromUtf16(std::string_view bytes, bool bigEndian)
             code = 0x10000 + ((code - 0xD800) << 10U) + (low - 0xDC00);
             at += 2;
         }
-        AppendUtf8(code, text);
+        host::AppendCharacter(code, text);
     }
     return text;
 }
@@ -75,12 +75,12 @@ std::optional<std::string> DecodeXml(std::string bytes)
     {
         return FromUtf16(std::string_view(bytes).substr(utf16LittleMark.size()), bytes.starts_with(utf16BigMark));
     }
-    if (bytes.starts_with(utf8Mark))
+    if (bytes.starts_with(host::utf8Mark))
     {
         return bytes;
     }
     const auto isOneOf = [encoding = DeclaredEncoding(bytes)](const auto& names)
-    { return std::ranges::any_of(names, [&](const char* name) { return EqualsIgnoringCase(encoding, name); }); };
+    { return std::ranges::any_of(names, [&](const char* name) { return host::EqualsIgnoringCase(encoding, name); }); };
     if (isOneOf(std::array{"", "UTF-8", "US-ASCII"}))
     {
         return bytes;

@@ -1,8 +1,8 @@
 #include "environment/siss_configuration.h"
 
-#include "environment/ansi_text.h"
 #include "environment/files.h"
 #include "host/fault.h"
+#include "host/text.h"
 
 #include <string_view>
 
@@ -30,7 +30,7 @@ bool ReadsDumper(std::string_view text)
         if (equals != std::string_view::npos && line.substr(0, equals) == "modalita")
         {
             const auto rest = line.substr(equals + 1);
-            dumper = EqualsIgnoringCase(rest.substr(0, rest.find('=')), "DUMPER");
+            dumper = host::EqualsIgnoringCase(rest.substr(0, rest.find('=')), "DUMPER");
         }
     }
     return dumper;
@@ -40,9 +40,8 @@ bool ReadsDumper(std::string_view text)
 
 std::string HostProgramFolder(host::SettingsStore& settings)
 {
-    std::string folder;
-    host::PassOver([&] { folder = settings.ReadMachineText(hostKey, pathName).value_or(std::string()); });
-    return folder;
+    return host::Trap(std::string(),
+                      [&] { return settings.ReadMachineText(hostKey, pathName).value_or(std::string()); });
 }
 
 SISSConfiguration::SISSConfiguration(host::SettingsStore& settings)
@@ -56,9 +55,8 @@ SISSConfiguration::SISSConfiguration(host::SettingsStore& settings)
 
 std::string SISSConfiguration::ProgramFolder() const
 {
-    std::string folder(defaultProgramFolder);
-    host::PassOver([&] { folder = m_settings.ReadUserText(userKey, pathName).value_or(folder); });
-    return folder;
+    const std::string otherwise(defaultProgramFolder);
+    return host::Trap(otherwise, [&] { return m_settings.ReadUserText(userKey, pathName).value_or(otherwise); });
 }
 
 std::string SISSConfiguration::WorkingFolder() const

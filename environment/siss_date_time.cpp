@@ -1,6 +1,7 @@
 #include "environment/siss_date_time.h"
 
 #include "host/fault.h"
+#include "host/text.h"
 
 #include <array>
 #include <optional>
@@ -14,11 +15,6 @@ namespace
 {
 
 using host::Date;
-
-bool IsDigit(char character)
-{
-    return character >= '0' && character <= '9';
-}
 
 // Takes a text apart from the left; each member steps over what it has read, or leaves the position alone.
 class Scanner
@@ -40,7 +36,7 @@ public:
         }
         for (const char character : m_rest.substr(0, count))
         {
-            if (!IsDigit(character))
+            if (!host::IsDigit(character))
             {
                 return std::nullopt;
             }
@@ -65,7 +61,7 @@ public:
     [[nodiscard]] std::size_t LeadingDigits() const
     {
         std::size_t count = 0;
-        while (count < m_rest.size() && IsDigit(m_rest[count]))
+        while (count < m_rest.size() && host::IsDigit(m_rest[count]))
         {
             ++count;
         }
@@ -182,13 +178,7 @@ std::optional<Date> ReadSeparated(std::string_view text)
 
 std::optional<Date> Read(std::string_view text)
 {
-    constexpr std::string_view blanks = " \t\r\n";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-    {
-        return std::nullopt;
-    }
-    text = text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    text = host::Trimmed(text);
     const bool onlyDigits = text.find_first_not_of("0123456789") == std::string_view::npos;
     return onlyDigits ? ReadRunTogether(text) : ReadSeparated(text);
 }

@@ -1,20 +1,20 @@
 #include "environment/siss_import_index.h"
 
-#include "environment/ansi_text.h"
 #include "host/fault.h"
+#include "host/text.h"
 
 namespace vellumo::environment
 {
 
 const SISSImportIndex* SISSImportIndexs::Find(std::string_view name) const
 {
-    const auto place = m_places.find(WithoutCase(name));
+    const auto place = m_places.find(host::WithoutCase(name));
     return place == m_places.end() ? nullptr : &m_entries[place->second];
 }
 
 void SISSImportIndexs::AddObject(SISSImportIndex index)
 {
-    if (!m_places.try_emplace(WithoutCase(index.Name), m_entries.size()).second)
+    if (!m_places.try_emplace(host::WithoutCase(index.Name), m_entries.size()).second)
     {
         throw host::Fault("La tabella \"" + index.Name + "\" è già presente nell'indice.");
     }

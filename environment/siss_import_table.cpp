@@ -2,6 +2,7 @@
 
 #include "environment/ansi_text.h"
 #include "host/fault.h"
+#include "host/text.h"
 
 #include <algorithm>
 #include <limits>
@@ -24,13 +25,13 @@ bool IsBlank(std::string_view line)
 
 const SISSImportTableCol* SISSImportTableCols::Find(std::string_view name) const
 {
-    const auto place = m_places.find(WithoutCase(name));
+    const auto place = m_places.find(host::WithoutCase(name));
     return place == m_places.end() ? nullptr : &m_columns[place->second];
 }
 
 void SISSImportTableCols::Add(std::string_view name)
 {
-    if (!m_places.try_emplace(WithoutCase(name), m_columns.size()).second)
+    if (!m_places.try_emplace(host::WithoutCase(name), m_columns.size()).second)
     {
         throw host::Fault("La colonna \"" + std::string(name) + "\" è presente due volte nella tabella.");
     }

@@ -1,9 +1,9 @@
 #include "host/value.h"
 
 #include "host/fault.h"
+#include "host/text.h"
 
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -14,15 +14,6 @@ namespace vellumo::host
 {
 namespace
 {
-
-constexpr std::string_view blanks = " \t\r\n";
-
-std::string_view Trimmed(std::string_view text)
-{
-    const auto first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 std::optional<double> ParseNumber(std::string_view text)
 {
@@ -60,15 +51,6 @@ std::int32_t Narrow(double number)
         throw Fault("Il valore numerico è fuori dai limiti di un intero a 32 bit.");
     }
     return static_cast<std::int32_t>(rounded);
-}
-
-bool EqualsIgnoringCase(std::string_view left, std::string_view right)
-{
-    return left.size() == right.size() && std::equal(left.begin(), left.end(), right.begin(),
-                                                     [](char a, char b) {
-                                                         return std::tolower(static_cast<unsigned char>(a)) ==
-                                                                std::tolower(static_cast<unsigned char>(b));
-                                                     });
 }
 
 // Reads exactly `digits` digits at `position` and steps over them.

@@ -1,7 +1,7 @@
 #include "patient/citizen.h"
 
-#include "environment/ansi_text.h"
 #include "environment/siss_date_time.h"
+#include "host/text.h"
 
 #include <cstddef>
 #include <string_view>
@@ -119,12 +119,12 @@ std::optional<bool> IsRevoked(std::string_view statoAssistito)
 
 std::string Asl::RegionCode() const
 {
-    return environment::FirstCharacters(sigla, aslCodePart);
+    return host::FirstCharacters(sigla, aslCodePart);
 }
 
 std::string Asl::Number() const
 {
-    return environment::LastCharacters(sigla, aslCodePart);
+    return host::LastCharacters(sigla, aslCodePart);
 }
 
 std::string Address::StreetAndNumber() const

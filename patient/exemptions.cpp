@@ -1,5 +1,6 @@
 #include "patient/exemptions.h"
 
+#include "environment/siss_date_time.h"
 #include "host/fault.h"
 #include "ui/form_esenzioni.h"
 

@@ -1,8 +1,8 @@
 #include "prescription/payload.h"
 
-#include "environment/ansi_text.h"
+#include "environment/siss_date_time.h"
 #include "host/fault.h"
-#include "service/siss_date_time.h"
+#include "host/text.h"
 
 #include <algorithm>
 #include <array>
@@ -46,13 +46,6 @@ private:
     std::string_view m_part;
 };
 
-std::string Trimmed(std::string_view text)
-{
-    const auto first = text.find_first_not_of(' ');
-    return first == std::string_view::npos ? std::string()
-                                           : std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
-}
-
 // Street and house number. The host keeps them in one text with a comma between.
 std::pair<std::string, std::string> SplitAddress(std::string_view address)
 {
@@ -63,7 +56,9 @@ std::pair<std::string, std::string> SplitAddress(std::string_view address)
                           "\" non contiene la virgola che separa la via dal numero civico.");
     }
     const auto rest = address.substr(comma + 1);
-    return {Trimmed(address.substr(0, comma)), Trimmed(rest.substr(0, rest.find(',')))};
+    const auto street = host::Trimmed(address.substr(0, comma), " ");
+    const auto number = host::Trimmed(rest.substr(0, rest.find(',')), " ");
+    return {std::string(street), std::string(number)};
 }
 
 // --- Exemptions ---
@@ -232,7 +227,7 @@ void WriteKindOfPrescription(const RicettaRecord& record, ServiceRequest& reques
     {
         flags.Set("flagRipetibile", no);
         notes.Set("quesitoDiagnostico",
-                  environment::FirstCharacters(record.Text(ricetta::motivoRicetta), longestQuestion));
+                  host::FirstCharacters(record.Text(ricetta::motivoRicetta), longestQuestion));
         const bool hospital = record.Integer(ricetta::idTipoRichiesta) == hospitalRequest;
         flags.Set("tipologiaPrescrizione", hospital ? "03" : "02");
         if (hospital)
@@ -265,7 +260,7 @@ void WriteDatiCittadino(const RicettaRecord& record, ServiceRequest& request)
     writer.Set("cognomeCittadino", record.Get(ricetta::pazCognome));
     writer.Set("nomeCittadino", record.Get(ricetta::pazNome));
     writer.Set("sessoCittadino", record.Get(ricetta::pazSesso));
-    writer.Set("dataNascitaCittadino", service::StoredDate(record.Get(ricetta::pazDataNascita)));
+    writer.Set("dataNascitaCittadino", environment::StoredDate(record.Get(ricetta::pazDataNascita)));
     writer.Set("etaCittadino", record.Get(ricetta::pazEta));
     writer.Set("codiceAslAssistenza", record.Text(ricetta::codiceRegioneAsl) + record.Text(ricetta::numeroAsl));
     writer.Set("siglaProvinciaAssistenza", record.Get(ricetta::siglaProvinciaAsl));

@@ -1,7 +1,7 @@
 #include "prescription/registration.h"
 
-#include "environment/ansi_text.h"
 #include "host/fault.h"
+#include "host/text.h"
 #include "prescription/journal.h"
 #include "prescription/payload.h"
 #include "prescription/ricetta_record.h"
@@ -19,7 +19,7 @@ bool HasClassC(const RicettaRecord& record)
 {
     for (std::int32_t item = 1; item <= record.DetailCount(); ++item)
     {
-        if (environment::EqualsIgnoringCase(record.GetItem(ricetta::itemClasse, item).ToText(), "C"))
+        if (host::EqualsIgnoringCase(record.GetItem(ricetta::itemClasse, item).ToText(), "C"))
         {
             return true;
         }

@@ -1,7 +1,7 @@
 #include "service/service_failure.h"
 
-#include "environment/ansi_text.h"
 #include "host/fault.h"
+#include "host/text.h"
 
 #include <string>
 
@@ -14,7 +14,7 @@ namespace
 std::string Shortened(const std::string& message)
 {
     constexpr std::size_t most = 1200; // characters
-    const auto beginning = environment::FirstCharacters(message, most);
+    const auto beginning = host::FirstCharacters(message, most);
     return beginning.size() < message.size() ? beginning + "…" : message;
 }
 

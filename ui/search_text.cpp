@@ -1,5 +1,7 @@
 #include "ui/search_text.h"
 
+#include "host/text.h"
+
 #include <algorithm>
 #include <cstddef>
 
@@ -18,20 +20,20 @@ constexpr std::string_view baseLetters = "aaaaaa?ceeeeiiiidnooooo?ouuuuy??"
                                          "ssttttttuuuuuuuuuuuuwwyyyzzzzzzs";
 static_assert(baseLetters.size() == 0x180 - firstAccented);
 
-constexpr std::string_view typographicApostrophe = "\u2019";
+constexpr char32_t typographicApostrophe = 0x2019;
 
-// The base letter of the two-byte UTF-8 character with these bytes, '?' when it has none.
-char BaseLetter(unsigned char lead, unsigned char trail)
+// The base letter of a letter with an accent, '?' for every other character.
+char BaseLetter(char32_t character)
 {
-    const unsigned character = (lead & 0x1Fu) << 6u | (trail & 0x3Fu);
     return character >= firstAccented && character - firstAccented < baseLetters.size()
                ? baseLetters[character - firstAccented]
                : '?';
 }
 
-bool IsCombiningAccent(unsigned char lead, unsigned char trail) // U+0300..U+036F
+// What the search passes over: apostrophes, and accents that stand behind their letter (U+0300..U+036F).
+bool IsPassedOver(char32_t character)
 {
-    return lead == 0xCC || (lead == 0xCD && trail <= 0xAF);
+    return character == '\'' || character == typographicApostrophe || (character >= 0x300 && character <= 0x36F);
 }
 
 } // namespace
@@ -40,33 +42,21 @@ std::string SearchText(std::string_view text)
 {
     std::string folded;
     folded.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i)
+    for (std::size_t position = 0; position < text.size();)
     {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
-        if (byte >= 'A' && byte <= 'Z')
+        const std::size_t start = position;
+        const char32_t character = host::TakeCharacter(text, position);
+        if (const char base = BaseLetter(character); base != '?')
         {
-            folded += static_cast<char>(byte - 'A' + 'a');
+            folded += base;
         }
-        else if (byte == '\'' || text.substr(i).starts_with(typographicApostrophe))
+        else if (position - start == 1 && character != '\'')
         {
-            i += byte == '\'' ? 0 : typographicApostrophe.size() - 1;
+            folded += host::Lower(text[start]);
         }
-        else if (byte >= 0xC2 && byte <= 0xDF && (next & 0xC0u) == 0x80)
+        else if (!IsPassedOver(character))
         {
-            if (const char base = BaseLetter(byte, next); base != '?')
-            {
-                folded += base;
-            }
-            else if (!IsCombiningAccent(byte, next))
-            {
-                folded += text.substr(i, 2);
-            }
-            ++i;
-        }
-        else
-        {
-            folded += text[i];
+            folded += text.substr(start, position - start);
         }
     }
     return folded;
@@ -75,12 +65,11 @@ std::string SearchText(std::string_view text)
 SearchWords::SearchWords(std::string_view typed)
 {
     const std::string folded = SearchText(typed);
-    constexpr std::string_view blanks = " \t\r\n";
-    for (std::size_t start = folded.find_first_not_of(blanks); start != std::string::npos;)
+    for (std::size_t start = folded.find_first_not_of(host::blanks); start != std::string::npos;)
     {
-        const std::size_t end = std::min(folded.find_first_of(blanks, start), folded.size());
+        const std::size_t end = std::min(folded.find_first_of(host::blanks, start), folded.size());
         m_words.push_back(folded.substr(start, end - start));
-        start = folded.find_first_not_of(blanks, end);
+        start = folded.find_first_not_of(host::blanks, end);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "platform/native/console_desktop.h"
 
+#include "host/text.h"
 #include "platform/native/console_form.h"
 
 #include <array>
@@ -78,7 +79,7 @@ ui::Answer ConsoleDesktop::Show(const ui::Prompt& prompt)
         }
         for (const Choice& choice : choices)
         {
-            if (LowerCase(line[0]) == choice.key)
+            if (host::Lower(line[0]) == choice.key)
             {
                 return choice.answer;
             }

@@ -1,5 +1,6 @@
 #include "platform/native/console_form.h"
 
+#include "host/text.h"
 #include "platform/native/console_text.h"
 
 #include <algorithm>
@@ -91,7 +92,7 @@ std::string Entries(const ui::ComboBox& list)
     return line;
 }
 
-bool Stands(const ui::Cell& cell) // out from the others
+bool IsHighlighted(const ui::Cell& cell)
 {
     return cell.strong || cell.foreground || cell.background;
 }
@@ -102,11 +103,6 @@ const char* Mark(ui::Image image)
 }
 
 } // namespace
-
-char LowerCase(char letter) noexcept
-{
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
 
 ConsoleForm::ConsoleForm(ui::Form& form, std::istream& in, std::ostream& out)
     : m_form(form)
@@ -157,7 +153,7 @@ void ConsoleForm::FindOperable()
         }
         const std::size_t mark = control->text.find('&');
         const bool hasKey = mark != std::string::npos && mark + 1 < control->text.size();
-        const char key = hasKey ? LowerCase(control->text[mark + 1]) : '\0';
+        const char key = hasKey ? host::Lower(control->text[mark + 1]) : '\0';
         const bool taken =
             std::any_of(m_operable.begin(), m_operable.end(), [=](const Operable& each) { return each.key == key; });
         m_operable.push_back({control, hasKey && !taken ? key : figure++});
@@ -294,7 +290,7 @@ void ConsoleForm::DrawGrid(const ui::Grid& grid) const
             cells.push_back(Mark(cell.image) + cell.text);
         }
         std::string lead = grid.selected == i ? ">" : " ";
-        lead += std::any_of(row.begin(), row.end(), Stands) ? '*' : ' ';
+        lead += std::any_of(row.begin(), row.end(), IsHighlighted) ? '*' : ' ';
         const std::string number = std::to_string(i + 1);
         lead.append(number.size() < 5 ? 5 - number.size() : 0, ' ').append(number).append("  ");
         draw(cells, lead);
@@ -320,7 +316,7 @@ void ConsoleForm::Obey(const std::string& line)
             }
         }
     }
-    const char key = line.empty() ? '\0' : LowerCase(line[0]);
+    const char key = line.empty() ? '\0' : host::Lower(line[0]);
     const auto found =
         std::find_if(m_operable.begin(), m_operable.end(), [&](const Operable& each) { return each.key == key; });
     if (found == m_operable.end() || (line.size() > 1 && line[1] != ' '))

@@ -13,8 +13,6 @@
 namespace vellumo::native
 {
 
-[[nodiscard]] char LowerCase(char letter) noexcept;
-
 class ConsoleForm final : private ui::FormView
 {
 public:

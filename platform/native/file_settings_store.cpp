@@ -1,9 +1,9 @@
 #include "platform/native/file_settings_store.h"
 
 #include "host/fault.h"
+#include "host/text.h"
 
 #include <algorithm>
-#include <cctype>
 #include <fstream>
 #include <vector>
 
@@ -24,11 +24,7 @@ std::string Entry(std::string_view root, std::string_view key, std::string_view 
 // Without regard to case.
 bool IsBelow(std::string_view line, std::string_view key)
 {
-    return line.size() >= key.size() && std::equal(key.begin(), key.end(), line.begin(),
-                                                   [](char a, char b) {
-                                                       return std::tolower(static_cast<unsigned char>(a)) ==
-                                                              std::tolower(static_cast<unsigned char>(b));
-                                                   });
+    return host::EqualsIgnoringCase(line.substr(0, key.size()), key);
 }
 
 bool IsEntry(std::string_view line, std::string_view entry)

@@ -1,6 +1,7 @@
 #include "simulator/norda/ansi_file.h"
 
 #include "host/fault.h"
+#include "host/text.h"
 
 #include <algorithm>
 #include <array>
@@ -32,22 +33,7 @@ char ToAnsi(char32_t c)
 void AppendFromAnsi(std::string& out, unsigned char byte)
 {
     const char32_t special = byte >= 0x80 && byte < 0xA0 ? upper[byte - 0x80U] : 0;
-    const char32_t c = special != 0 ? special : byte;
-    if (c < 0x80)
-    {
-        out += static_cast<char>(c);
-    }
-    else if (c < 0x800)
-    {
-        out += static_cast<char>(0xC0 | (c >> 6));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-    else
-    {
-        out += static_cast<char>(0xE0 | (c >> 12));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
+    host::AppendCharacter(special != 0 ? special : byte, out);
 }
 
 } // namespace
@@ -57,17 +43,7 @@ void WriteAnsiFile(const std::filesystem::path& file, std::string_view text)
     std::string bytes;
     for (std::size_t at = 0; at < text.size();)
     {
-        const auto first = static_cast<unsigned char>(text[at++]);
-        char32_t c = first;
-        const int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
-        if (more > 0)
-        {
-            c = first & (0x3FU >> more);
-            for (int i = 0; i < more && at < text.size(); ++i)
-            {
-                c = (c << 6) | (static_cast<unsigned char>(text[at++]) & 0x3F);
-            }
-        }
+        const char32_t c = host::TakeCharacter(text, at);
         if (c == '\n')
         {
             bytes += '\r';

@@ -1,11 +1,11 @@
 #include "simulator/norda/database.h"
 
 #include "host/fault.h"
+#include "host/text.h"
 #include "simulator/norda/odbc.h"
 #include "simulator/norda/platform.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace vellumo::norda
 {
@@ -119,12 +119,9 @@ public:
 
     [[nodiscard]] host::Value Field(std::string_view name) const override
     {
-        const auto same = [](char left, char right)
-        { return std::tolower(static_cast<unsigned char>(left)) == std::tolower(static_cast<unsigned char>(right)); };
         for (std::size_t i = 0; i < m_columns.size(); ++i)
         {
-            const auto& column = m_columns[i].name;
-            if (std::equal(column.begin(), column.end(), name.begin(), name.end(), same))
+            if (host::EqualsIgnoringCase(m_columns[i].name, name))
             {
                 return Field(i);
             }

@@ -1,11 +1,11 @@
 #include "simulator/norda/generated_data.h"
 
 #include "host/fault.h"
+#include "host/text.h"
 #include "simulator/norda/ansi_file.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cstdint>
 #include <fstream>
 
@@ -103,9 +103,9 @@ std::string PlainLetters(std::string_view text)
             plain += accent->second;
             ++at;
         }
-        else if (std::isalpha(static_cast<unsigned char>(text[at])) != 0)
+        else if (host::IsLetter(text[at]))
         {
-            plain += static_cast<char>(std::toupper(static_cast<unsigned char>(text[at])));
+            plain += host::Upper(text[at]);
         }
     }
     return plain;

@@ -2,10 +2,10 @@
 
 #include "host/fault.h"
 #include "host/host_services.h"
+#include "host/text.h"
 #include "simulator/norda/host_utils.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace vellumo::norda
 {
@@ -31,14 +31,6 @@ Table TableOf(host::RecordKind kind)
         return {"Specialista", "IDSpecialista"};
     }
     throw host::Fault("Tipo di scheda sconosciuto.");
-}
-
-bool SameName(std::string_view left, std::string_view right)
-{
-    return std::equal(
-        left.begin(), left.end(), right.begin(), right.end(),
-        [](char a, char b)
-        { return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b)); });
 }
 
 // One row: all its columns as they were read, and which of them have been set since.
@@ -93,7 +85,7 @@ public:
         std::vector<host::ColumnValue> changed;
         for (const auto& field : m_fields)
         {
-            if (field.changed && !SameName(field.name, m_table.key))
+            if (field.changed && !host::EqualsIgnoringCase(field.name, m_table.key))
             {
                 changed.push_back({field.name, field.value});
             }
@@ -102,7 +94,7 @@ public:
         for (auto& field : m_fields)
         {
             field.changed = false;
-            if (SameName(field.name, m_table.key))
+            if (host::EqualsIgnoringCase(field.name, m_table.key))
             {
                 field.value = m_key;
             }
@@ -138,7 +130,7 @@ private:
     {
         for (const auto& field : m_fields)
         {
-            if (SameName(field.name, column))
+            if (host::EqualsIgnoringCase(field.name, column))
             {
                 return field;
             }

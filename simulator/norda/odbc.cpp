@@ -1,6 +1,7 @@
 #include "simulator/norda/odbc.h"
 
 #include "host/fault.h"
+#include "host/text.h"
 
 #include <algorithm>
 #include <array>
@@ -15,57 +16,6 @@ namespace
 
 // What ADO reports for an error of the database.
 constexpr auto databaseError = static_cast<std::int32_t>(0x80040E14U);
-
-void AppendUtf8(std::string& out, char32_t c)
-{
-    if (c < 0x80)
-    {
-        out += static_cast<char>(c);
-    }
-    else if (c < 0x800)
-    {
-        out += static_cast<char>(0xC0 | (c >> 6));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-    else if (c < 0x10000)
-    {
-        out += static_cast<char>(0xE0 | (c >> 12));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-    else
-    {
-        out += static_cast<char>(0xF0 | (c >> 18));
-        out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-}
-
-// The character at `at`, which moves on; what is no UTF-8 counts as U+FFFD.
-char32_t NextUtf8(std::string_view text, std::size_t& at)
-{
-    const auto first = static_cast<unsigned char>(text[at++]);
-    if (first < 0x80)
-    {
-        return first;
-    }
-    const int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : -1;
-    if (more < 0)
-    {
-        return 0xFFFD;
-    }
-    char32_t c = first & (0x3FU >> more);
-    for (int i = 0; i < more; ++i)
-    {
-        if (at >= text.size() || (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80)
-        {
-            return 0xFFFD;
-        }
-        c = (c << 6) | (static_cast<unsigned char>(text[at++]) & 0x3F);
-    }
-    return c;
-}
 
 // The whole text of a column, part by part; empty for NULL.
 template <class Character>
@@ -162,7 +112,8 @@ std::vector<SQLWCHAR> Wide(std::string_view text)
     std::size_t at = 0;
     while (at < text.size())
     {
-        const auto c = NextUtf8(text, at);
+        const char32_t taken = host::TakeCharacter(text, at);
+        const char32_t c = taken == host::notUtf8 ? 0xFFFD : taken;
         if (c >= 0x10000)
         {
             wide.push_back(static_cast<SQLWCHAR>(0xD800 + ((c - 0x10000) >> 10)));
@@ -187,7 +138,7 @@ std::string Narrow(const SQLWCHAR* text, std::size_t length)
         {
             c = 0x10000 + ((c - 0xD800) << 10) + (static_cast<char16_t>(text[++i]) - 0xDC00U);
         }
-        AppendUtf8(out, c);
+        host::AppendCharacter(c, out);
     }
     return out;
 }

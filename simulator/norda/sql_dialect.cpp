@@ -1,8 +1,9 @@
 #include "simulator/norda/sql_dialect.h"
 
+#include "host/text.h"
+
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <type_traits>
 #include <variant>
@@ -51,20 +52,9 @@ std::string DoubleLiteral(double value)
     return {text.data(), end};
 }
 
-char Lower(char c)
-{
-    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-}
-
 bool IsWord(char c)
 {
-    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '@' || c == '#';
-}
-
-bool SameWord(std::string_view word, std::string_view lowerCase)
-{
-    return std::equal(word.begin(), word.end(), lowerCase.begin(), lowerCase.end(),
-                      [](char left, char right) { return Lower(left) == right; });
+    return host::IsLetter(c) || host::IsDigit(c) || c == '_' || c == '@' || c == '#';
 }
 
 // One pass over a statement, word by word; quoted parts are taken over untouched.
@@ -123,37 +113,37 @@ private:
             ++m_at;
         }
         const auto word = m_sql.substr(begin, m_at - begin);
-        if (SameWord(word, "norda") && Next(".."))
+        if (host::EqualsIgnoringCase(word, "norda") && Next(".."))
         {
             m_out += word;
             m_out += '.';
             m_at += 2;
         }
-        else if (SameWord(word, "isnull") && Next("("))
+        else if (host::EqualsIgnoringCase(word, "isnull") && Next("("))
         {
             m_out += "IFNULL";
         }
-        else if (SameWord(word, "len") && Next("("))
+        else if (host::EqualsIgnoringCase(word, "len") && Next("("))
         {
             m_out += "LENGTH";
         }
-        else if (SameWord(word, "n") && Next("'"))
+        else if (host::EqualsIgnoringCase(word, "n") && Next("'"))
         {
             // the literal follows by itself
         }
-        else if (SameWord(word, "int") && Next(" IDENTITY(1,1)"))
+        else if (host::EqualsIgnoringCase(word, "int") && Next(" IDENTITY(1,1)"))
         {
             m_out += "INTEGER";
             m_at += std::string_view(" IDENTITY(1,1)").size();
         }
-        else if (SameWord(word, "nvarchar") && Next("("))
+        else if (host::EqualsIgnoringCase(word, "nvarchar") && Next("("))
         {
             const auto close = std::min(m_sql.find(')', m_at), m_sql.size() - 1) + 1;
             m_out += m_sql.substr(begin, close - begin);
             m_out += " COLLATE NOCASE";
             m_at = close;
         }
-        else if (SameWord(word, "create") && Next(" VIEW "))
+        else if (host::EqualsIgnoringCase(word, "create") && Next(" VIEW "))
         {
             m_out += "CREATE TEMP";
         }

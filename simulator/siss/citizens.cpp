@@ -1,6 +1,7 @@
 #include "simulator/siss/citizens.h"
 
 #include "host/fault.h"
+#include "host/text.h"
 #include "simulator/siss/seed.h"
 #include "simulator/siss/xml_text.h"
 
@@ -35,13 +36,6 @@ constexpr std::array citizenElements = {"codiceFiscaleCittadino",
                                         "capDomicilioCittadino",
                                         "comuneDomicilioCittadino"};
 constexpr std::array doctorElements = {"dataInizioScelta", "dataFineScelta"};
-
-std::string Trimmed(std::string_view text)
-{
-    const auto first = text.find_first_not_of(" \t\r");
-    const auto last = text.find_last_not_of(" \t\r");
-    return first == std::string_view::npos ? std::string() : std::string(text.substr(first, last - first + 1));
-}
 
 std::string Written(const std::string& name, const std::string& text)
 {
@@ -99,7 +93,7 @@ void Citizens::Load(std::string_view text)
     Citizen* citizen = nullptr;
     for (std::string raw; std::getline(in, raw);)
     {
-        const auto line = Trimmed(raw);
+        const std::string line(host::Trimmed(raw));
         if (line.empty() || line.front() == '#')
         {
             continue;
@@ -114,8 +108,8 @@ void Citizens::Load(std::string_view text)
         {
             throw host::Fault("Riga di cittadino non valida: " + line);
         }
-        const auto name = Trimmed(std::string_view(line).substr(0, sign));
-        const auto value = Trimmed(std::string_view(line).substr(sign + 1));
+        const std::string name(host::Trimmed(std::string_view(line).substr(0, sign)));
+        const std::string value(host::Trimmed(std::string_view(line).substr(sign + 1)));
         if (name == "esenzione")
         {
             citizen->esenzioni.push_back(ReadExemption(value));

@@ -1,4 +1,5 @@
 #include "environment/ansi_text.h"
+#include "environment/siss_date_time.h"
 #include "environment/siss_environment.h"
 #include "environment/table_synchronisation.h"
 #include "host/fault.h"
@@ -60,10 +61,6 @@ TEST_SUITE("environment")
         CHECK(FromAnsi("Cant\xF9 \x80") == "Cantù €");
         CHECK(ToAnsi("Łódź 😀 è\xC3") == "?\xF3"
                                         "d? ? \xE8?");
-        CHECK(FirstCharacters("àèìòù", 3) == "àèì");
-        CHECK(LastCharacters("àèìòù", 3) == "ìòù");
-        CHECK(FirstCharacters("ab", 3) == "ab");
-        CHECK(LastCharacters("ab", 3) == "ab");
     }
 
     TEST_CASE("folders come from the settings, or from the default")
@@ -170,6 +167,63 @@ TEST_SUITE("environment")
             CHECK_THROWS_AS(environment.GetImportTable(indexs.Item(1)), Fault);
         }
         CHECK(environment.DefaultIndex().UpdateDateTime == installation.clock.now);
+    }
+
+    TEST_CASE("dates as SISS services send them")
+    {
+        const auto day = Date::FromCalendar(2011, 3, 7);
+        const auto minute = Date::FromCalendar(2011, 3, 7, 15, 4);
+        const auto second = Date::FromCalendar(2011, 3, 7, 15, 4, 9);
+        for (const auto* text : {"20110307", " 20110307\t", "2011-03-07", "2011/03/07", "07/03/2011", "07-03-2011",
+                                 "07.03.2011", "201103070000", "2011-03-07T00:00", "2011-03-07Z", "2011-03-07+01:00",
+                                 "2011-03-07-05:00", "07/03/2011+0100"})
+        {
+            CAPTURE(text);
+            CHECK(ConvertSissDateTime(text) == day);
+        }
+        for (const auto* text : {"201103071504", "2011-03-07T15:04", "07/03/2011 15:04", "2011-03-07T15:04Z"})
+        {
+            CAPTURE(text);
+            CHECK(ConvertSissDateTime(text) == minute);
+        }
+        for (const auto* text : {"20110307150409", "2011-03-07T15:04:09", "2011-03-07 15:04:09.123456",
+                                 "07.03.2011T15:04:09+01:00", "2011/03/07T15:04:09.5-0530", "2011-03-07T15:04:09+02"})
+        {
+            CAPTURE(text);
+            CHECK(ConvertSissDateTime(text) == second);
+        }
+        for (const auto* text : {"",
+                                 "   ",
+                                 "00000000",
+                                 "00000000000000",
+                                 "0",
+                                 "2011",
+                                 "20110230",
+                                 "2011030",
+                                 "201103071",
+                                 "2011-3-7",
+                                 "2011.03.07",
+                                 "2011-03/07",
+                                 "07/03/11",
+                                 "30/02/2011",
+                                 "2011-03-07T",
+                                 "2011-03-07+",
+                                 "2011-03-07Z1",
+                                 "2011-03-07T15",
+                                 "2011-03-07T25:00",
+                                 "2011-03-07T15:04:",
+                                 "2011-03-07T15:04:09.",
+                                 "2011-03-07T15:04+",
+                                 "2011-03-07 15:04 x",
+                                 "ieri",
+                                 "20110307T1504",
+                                 "-0110307",
+                                 "99999999999999",
+                                 "2011-03-07T15:04:60"})
+        {
+            CAPTURE(text);
+            CHECK(ConvertSissDateTime(text).IsZero());
+        }
     }
 
     TEST_CASE("dates of the tables")

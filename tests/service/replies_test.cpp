@@ -1,7 +1,6 @@
 #include "host/fault.h"
 #include "service/service_factory.h"
 #include "service/service_failure.h"
-#include "service/siss_date_time.h"
 #include "tests/support/installation.h"
 #include "tests/ui/fake_desktop.h"
 
@@ -11,7 +10,6 @@
 #include <string>
 
 using namespace vellumo::service;
-using vellumo::host::Date;
 using vellumo::tests::MemorySettings;
 using vellumo::ui::FakeDesktop;
 
@@ -218,62 +216,5 @@ TEST_SUITE("service")
         ReportServiceFailure(response, services, desktop);
         CHECK(desktop.prompts.at(2).text.size() < 2000);
         CHECK(desktop.prompts.at(2).text.find("…\r\nIl codice di errore restituito è E9") != std::string::npos);
-    }
-
-    TEST_CASE("dates as SISS services send them")
-    {
-        const auto day = Date::FromCalendar(2011, 3, 7);
-        const auto minute = Date::FromCalendar(2011, 3, 7, 15, 4);
-        const auto second = Date::FromCalendar(2011, 3, 7, 15, 4, 9);
-        for (const auto* text : {"20110307", " 20110307\t", "2011-03-07", "2011/03/07", "07/03/2011", "07-03-2011",
-                                 "07.03.2011", "201103070000", "2011-03-07T00:00", "2011-03-07Z", "2011-03-07+01:00",
-                                 "2011-03-07-05:00", "07/03/2011+0100"})
-        {
-            CAPTURE(text);
-            CHECK(ConvertSissDateTime(text) == day);
-        }
-        for (const auto* text : {"201103071504", "2011-03-07T15:04", "07/03/2011 15:04", "2011-03-07T15:04Z"})
-        {
-            CAPTURE(text);
-            CHECK(ConvertSissDateTime(text) == minute);
-        }
-        for (const auto* text : {"20110307150409", "2011-03-07T15:04:09", "2011-03-07 15:04:09.123456",
-                                 "07.03.2011T15:04:09+01:00", "2011/03/07T15:04:09.5-0530", "2011-03-07T15:04:09+02"})
-        {
-            CAPTURE(text);
-            CHECK(ConvertSissDateTime(text) == second);
-        }
-        for (const auto* text : {"",
-                                 "   ",
-                                 "00000000",
-                                 "00000000000000",
-                                 "0",
-                                 "2011",
-                                 "20110230",
-                                 "2011030",
-                                 "201103071",
-                                 "2011-3-7",
-                                 "2011.03.07",
-                                 "2011-03/07",
-                                 "07/03/11",
-                                 "30/02/2011",
-                                 "2011-03-07T",
-                                 "2011-03-07+",
-                                 "2011-03-07Z1",
-                                 "2011-03-07T15",
-                                 "2011-03-07T25:00",
-                                 "2011-03-07T15:04:",
-                                 "2011-03-07T15:04:09.",
-                                 "2011-03-07T15:04+",
-                                 "2011-03-07 15:04 x",
-                                 "ieri",
-                                 "20110307T1504",
-                                 "-0110307",
-                                 "99999999999999",
-                                 "2011-03-07T15:04:60"})
-        {
-            CAPTURE(text);
-            CHECK(ConvertSissDateTime(text).IsZero());
-        }
     }
 }

@@ -2,6 +2,7 @@
 
 #include "host/fault.h"
 #include "host/host_services.h"
+#include "host/text.h"
 #include "simulator/norda/ansi_file.h"
 #include "simulator/norda/program/print_table.h"
 
@@ -15,18 +16,11 @@ namespace vellumo::norda
 namespace
 {
 
-std::string Trimmed(const std::string& text)
-{
-    const auto first = text.find_first_not_of(" \t\r");
-    const auto last = text.find_last_not_of(" \t\r");
-    return first == std::string::npos ? std::string() : text.substr(first, last - first + 1);
-}
-
 // "a  b c" -> "a", "b c"
 std::pair<std::string, std::string> FirstWord(const std::string& line)
 {
     const auto end = std::min(line.find(' '), line.size());
-    return {line.substr(0, end), Trimmed(line.substr(end))};
+    return {line.substr(0, end), std::string(host::Trimmed(std::string_view(line).substr(end)))};
 }
 
 std::string NameOf(const std::filesystem::path& path)
@@ -123,7 +117,7 @@ std::string Console::ReadLine(const std::string& prompt)
     {
         m_over = true;
     }
-    return Trimmed(line);
+    return std::string(host::Trimmed(line));
 }
 
 void Console::Obey(const std::string& line)

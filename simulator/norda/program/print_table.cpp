@@ -1,5 +1,7 @@
 #include "simulator/norda/program/print_table.h"
 
+#include "host/text.h"
+
 #include <algorithm>
 #include <ostream>
 #include <vector>
@@ -8,12 +10,6 @@ namespace vellumo::norda
 {
 namespace
 {
-
-std::size_t Width(const std::string& text)
-{
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; }));
-}
 
 std::string TwoDigits(int number)
 {
@@ -66,7 +62,7 @@ void PrintTable(std::ostream& out, host::Recordset& rows)
     {
         for (std::size_t i = 0; i < line.size(); ++i)
         {
-            widths[i] = std::max(widths[i], Width(line[i]));
+            widths[i] = std::max(widths[i], host::CharacterCount(line[i]));
         }
     }
     for (const auto& line : lines)
@@ -74,7 +70,7 @@ void PrintTable(std::ostream& out, host::Recordset& rows)
         out << ' ';
         for (std::size_t i = 0; i < line.size(); ++i)
         {
-            out << ' ' << line[i] << std::string(widths[i] - Width(line[i]) + 1, ' ');
+            out << ' ' << line[i] << std::string(widths[i] - host::CharacterCount(line[i]) + 1, ' ');
         }
         out << '\n';
     }

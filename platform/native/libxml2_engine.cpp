@@ -1,5 +1,5 @@
-// Reads XML through libxml2's SAX interface. libxml2 refuses whatever is not well-formed; a prefix without a
-// declaration is only a namespace matter to it and is accepted, as names are matched by their literal spelling.
+// Reads XML through libxml2's SAX interface. libxml2 refuses whatever is not well-formed, and says so in the same way
+// when it finds no memory; which of the two it was is told only by its error messages.
 #include "xml/engine.h"
 
 #include <libxml/parser.h>
@@ -9,6 +9,7 @@
 #include <climits>
 #include <exception>
 #include <memory>
+#include <new>
 
 namespace vellumo::xml
 {
@@ -19,7 +20,7 @@ struct Reading
 {
     Builder& builder;
     xmlParserCtxtPtr parser = nullptr;
-    std::exception_ptr failure;
+    std::exception_ptr failure{};
 
     // libxml2 is C: an exception must not cross it.
     template <class Report>
@@ -80,7 +81,33 @@ void Characters(void* context, const xmlChar* text, int length)
 }
 
 void Silent(void*, const char*, ...) {}
-void SilentStructured(void*, xmlErrorPtr) {}
+
+// Takes what libxml2 has to say while it lives. Without it, it would write to the host's standard error.
+class Messages
+{
+public:
+    explicit Messages(bool& lacksMemory)
+        : m_oldHandler(xmlStructuredError)
+        , m_oldContext(xmlStructuredErrorContext)
+    {
+        xmlSetStructuredErrorFunc(&lacksMemory, Take);
+    }
+    ~Messages() { xmlSetStructuredErrorFunc(m_oldContext, m_oldHandler); }
+    Messages(const Messages&) = delete;
+    Messages& operator=(const Messages&) = delete;
+
+private:
+    static void Take(void* lacksMemory, xmlErrorPtr error)
+    {
+        if (error != nullptr && error->code == XML_ERR_NO_MEMORY)
+        {
+            *static_cast<bool*>(lacksMemory) = true;
+        }
+    }
+
+    xmlStructuredErrorFunc m_oldHandler;
+    void* m_oldContext;
+};
 
 xmlSAXHandler MakeHandler()
 {
@@ -93,7 +120,6 @@ xmlSAXHandler MakeHandler()
     handler.warning = Silent;
     handler.error = Silent;
     handler.fatalError = Silent;
-    handler.serror = SilentStructured;
     handler.initialized = 1;
     return handler;
 }
@@ -102,18 +128,20 @@ xmlSAXHandler MakeHandler()
 
 bool Read(std::string_view text, Builder& builder)
 {
-    if (text.size() > INT_MAX)
+    if (text.empty() || text.size() > INT_MAX)
     {
         return false;
     }
     xmlSAXHandler handler = MakeHandler();
+    bool lacksMemory = false;
+    const Messages messages(lacksMemory);
     const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> parser(
         xmlCreateMemoryParserCtxt(text.data(), static_cast<int>(text.size())), &xmlFreeParserCtxt);
     if (parser == nullptr)
     {
-        return false;
+        throw std::bad_alloc();
     }
-    Reading reading{builder, parser.get(), nullptr};
+    Reading reading{builder, parser.get()};
     const auto original = parser->sax;
     parser->sax = &handler;
     parser->_private = &reading;
@@ -128,6 +156,10 @@ bool Read(std::string_view text, Builder& builder)
     if (reading.failure)
     {
         std::rethrow_exception(reading.failure);
+    }
+    if (lacksMemory)
+    {
+        throw std::bad_alloc();
     }
     return wellFormed;
 }

@@ -1,12 +1,16 @@
 #include "host/connection.h"
 #include "host/fault.h"
+#include "host/text.h"
 #include "host/value.h"
+#include "tests/support/scarce_memory.h"
 
 #include <doctest.h>
 
 #include <limits>
 #include <memory>
+#include <new>
 #include <stdexcept>
+#include <type_traits>
 
 using vellumo::host::Connection;
 using vellumo::host::Date;
@@ -98,6 +102,76 @@ TEST_SUITE("host")
         CHECK(Value(false).ToText() == "False");
         CHECK(Value(Day(1968, 7, 1, 9, 30)).ToText() == "19680701");
         CHECK(Value(Date()).ToText() == "");
+    }
+
+    TEST_CASE("a value is copied whole, or memory is out and there is no copy")
+    {
+        const Value text(std::string(1000, 'x'));
+        Value other(7);
+        const auto failures = vellumo::tests::WithMemoryRunningOut(
+            [&]
+            {
+                try
+                {
+                    const Value copy(text);
+                    other = copy;
+                }
+                catch (const std::bad_alloc&)
+                {
+                    CHECK(other == Value(7));
+                }
+            },
+            [] {});
+        CHECK(failures == 2);
+        CHECK(other == text);
+    }
+
+    TEST_CASE("what is neither text nor number nor date is no value")
+    {
+        CHECK(std::is_constructible_v<Value, bool>);
+        CHECK_FALSE(std::is_constructible_v<Value, const wchar_t*>);
+        CHECK_FALSE(std::is_constructible_v<Value, int*>);
+        CHECK_FALSE(std::is_constructible_v<Value, std::nullptr_t>);
+    }
+
+    TEST_CASE("characters are taken and counted as UTF-8 has them")
+    {
+        using namespace vellumo::host;
+        const std::string text = "a\u00E8\u20AC\U0001F600";
+        CHECK(CharacterCount(text) == 4);
+        CHECK(FirstCharacters(text, 3) == "a\u00E8\u20AC");
+        CHECK(LastCharacters(text, 2) == "\u20AC\U0001F600");
+        CHECK(FirstCharacters("ab", 3) == "ab");
+        CHECK(LastCharacters("ab", 3) == "ab");
+        std::string again;
+        for (std::size_t position = 0; position < text.size();)
+        {
+            AppendCharacter(TakeCharacter(text, position), again);
+        }
+        CHECK(again == text);
+        // Cut off, a surrogate, too long a form, beyond Unicode: no character, a byte at a time.
+        for (const std::string bad :
+             {"\xE2\x82", "\xED\xA0\x80", "\xC0\xAF", "\xE0\x9F\xBF", "\xF4\x90\x80\x80", "\xFF"})
+        {
+            CAPTURE(bad);
+            std::size_t position = 0;
+            CHECK(TakeCharacter(bad, position) == notUtf8);
+            CHECK(position == 1);
+            CHECK(CharacterCount(bad) == bad.size());
+        }
+    }
+
+    TEST_CASE("case and blanks are the same in every locale")
+    {
+        using namespace vellumo::host;
+        CHECK(EqualsIgnoringCase("IDPaziente", "idPAZIENTE"));
+        CHECK_FALSE(EqualsIgnoringCase("ID", "IDP"));
+        CHECK_FALSE(EqualsIgnoringCase("\xC0", "\xE0")); // a letter with an accent in some
+        CHECK_FALSE(EqualsIgnoringCase("@[", "`{"));     // beside the letters
+        CHECK(WithoutCase("AZaz@[") == "azaz@[");
+        CHECK(Trimmed(" \t a b\r\n") == "a b");
+        CHECK(Trimmed(" \n ").empty());
+        CHECK(Trimmed("\ta ", " ") == "\ta");
     }
 
     TEST_CASE("whole numbers, Booleans and dates out of what hosts store")

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <optional>
 #include <utility>
 
@@ -30,12 +31,23 @@ constexpr CLSID clsidReader3{0x3124c396, 0xfb13, 0x4836, {0xa6, 0xad, 0x13, 0x17
 constexpr IID iidReader{0xa4f96ed0, 0xf829, 0x476e, {0x81, 0xc0, 0xcd, 0xc7, 0xbd, 0x2a, 0x08, 0x02}};
 constexpr IID iidContentHandler{0x1545cdfa, 0x9e4e, 0x4497, {0xa8, 0xa4, 0x2b, 0xf7, 0xd0, 0x11, 0x2c, 0x44}};
 
+// A lack of memory says nothing about the text.
+HRESULT UnlessOutOfMemory(HRESULT result)
+{
+    if (result == E_OUTOFMEMORY)
+    {
+        throw std::bad_alloc();
+    }
+    return result;
+}
+
 ComPtr<ISAXXMLReader> CreateReader()
 {
     ComPtr<ISAXXMLReader> reader;
     for (const CLSID& clsid : {clsidReader6, clsidReader3})
     {
-        if (SUCCEEDED(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, iidReader, reader.PutVoid())))
+        if (SUCCEEDED(
+                UnlessOutOfMemory(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, iidReader, reader.PutVoid()))))
         {
             break;
         }
@@ -137,8 +149,8 @@ private:
             const wchar_t* value = nullptr;
             int nameLength = 0;
             int valueLength = 0;
-            attributes.getQName(index, &name, &nameLength);
-            attributes.getValue(index, &value, &valueLength);
+            UnlessOutOfMemory(attributes.getQName(index, &name, &nameLength));
+            UnlessOutOfMemory(attributes.getValue(index, &value, &valueLength));
             m_builder.Attribute(Narrow(name, nameLength), Narrow(value, valueLength));
         }
     }
@@ -285,13 +297,13 @@ bool Read(std::string_view text, Builder& builder)
         return false;
     }
     Prepare(*reader);
-    reader->putContentHandler(&handler);
+    UnlessOutOfMemory(reader->putContentHandler(&handler));
     const HRESULT result = reader->parse(input->Get());
     if (handler.Failure())
     {
         std::rethrow_exception(handler.Failure());
     }
-    return SUCCEEDED(result);
+    return SUCCEEDED(UnlessOutOfMemory(result));
 }
 
 } // namespace vellumo::xml

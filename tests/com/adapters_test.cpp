@@ -163,7 +163,7 @@ TEST_CASE("values go out in types that every host knows")
 TEST_CASE("a value behind an object is the one of its default property")
 {
     const auto connection = std::make_shared<FakeConnection>();
-    connection->rowsOf = [](const std::string&) { return std::vector<Columns>{{{"IDPaziente", 31}}}; };
+    connection->rowsOf = [](const std::string&) { return Rows{{{"IDPaziente", 31}}}; };
     LateBound late(norda::MakeConnectionFace(connection), L"Connection");
     Member execute(L"Execute");
     const LateBound rows(late.Call(execute, Variant::Text(std::wstring_view(L"x"))).Object(), L"Recordset");
@@ -172,7 +172,7 @@ TEST_CASE("a value behind an object is the one of its default property")
     Member item(L"Item");
     CHECK(columns.Call(item, Variant::Text(std::wstring_view(L"idpaziente"))).Value() == Value(31));
     // An object without one is no value.
-    const auto lockSrv = norda::MakeLockSrvFace(std::make_shared<FixedLockSrv>());
+    const auto lockSrv = norda::MakeLockSrvFace(std::make_shared<FakeLockSrv>());
     CHECK_THROWS_AS(static_cast<void>(Variant(lockSrv.Get()).Value()), host::Fault);
 }
 
@@ -209,7 +209,7 @@ TEST_CASE("a recordset is walked in the object model of ADO and closed at its en
     connection->rowsOf = [](const std::string& sql)
     {
         CHECK(sql == "SELECT * FROM Città");
-        return std::vector<Columns>{{{"IDComune", 1}, {"Comune", "Cantù"}}, {{"IDComune", 2}, {"Comune", Value()}}};
+        return Rows{{{"IDComune", 1}, {"Comune", "Cantù"}}, {{"IDComune", 2}, {"Comune", Value()}}};
     };
     windows::AdoConnection ado(norda::MakeConnectionFace(connection));
     {
@@ -273,23 +273,25 @@ TEST_CASE("the host's helpers get the provider's face, and arrays counted from 0
 TEST_CASE("a record gets the very objects that the host handed over")
 {
     FakeOutside outside;
+    host::HostServices seen;
+    outside.objects.created = [&](const host::HostServices& given) { seen = given; };
     const auto handles = std::make_shared<windows::HostHandles>();
     const auto connection = std::make_shared<FakeConnection>();
     handles->connection = norda::MakeConnectionFace(connection);
-    handles->lockSrv = norda::MakeLockSrvFace(std::make_shared<FixedLockSrv>());
+    handles->lockSrv = norda::MakeLockSrvFace(std::make_shared<FakeLockSrv>());
     windows::DispatchHostObjects objects(handles);
     host::HostServices services;
     services.studio = 3;
     const auto record = objects.CreateRecord(host::RecordKind::Patient, services);
     CHECK(record->Load(12));
-    CHECK(outside.objects.seen.connection.get() == connection.get());
-    CHECK(outside.objects.seen.lockSrv);
-    CHECK(outside.objects.seen.studio == 3);
+    CHECK(seen.connection.get() == connection.get());
+    CHECK(seen.lockSrv);
+    CHECK(seen.studio == 3);
     record->Set("Cognome", "D'Angelo");
     CHECK(record->Get("Cognome") == Value("D'Angelo"));
     CHECK(record->Save());
     CHECK(record->Id() == 12);
-    outside.objects.row.saves = false;
+    outside.objects.patient.saves = false;
     CHECK_FALSE(record->Save());
     CHECK_FALSE(objects.CreateSettings(services)->Load(3));
 }

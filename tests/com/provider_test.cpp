@@ -141,7 +141,7 @@ TEST_CASE("what the host hands over comes back as it is, and is let go when it i
             CHECK(((*database).*get)(answer.Put()) == S_OK);
             CHECK_FALSE(answer);
             {
-                const auto object = norda::MakeLockSrvFace(std::make_shared<FixedLockSrv>());
+                const auto object = norda::MakeLockSrvFace(std::make_shared<FakeLockSrv>());
                 CHECK(((*database).*set)(object.Get()) == S_OK);
                 CHECK(((*database).*get)(answer.Put()) == S_OK);
                 CHECK(answer.Get() == object.Get());
@@ -152,7 +152,7 @@ TEST_CASE("what the host hands over comes back as it is, and is let go when it i
             CHECK(norda::DispatchFace::Living() == 1);
             CHECK(((*database).*get)(nullptr) == E_POINTER);
         }
-        HandOver(*provider, std::make_shared<FixedLockSrv>());
+        HandOver(*provider, std::make_shared<FakeLockSrv>());
         ComPtr<IDispatch> utils;
         CHECK(provider->get_Utils(utils.Put()) == S_OK);
         CHECK(utils);
@@ -199,7 +199,7 @@ TEST_CASE("practice staff keeps its patient, however the identifier is passed")
     FakeOutside outside;
     const Library library;
     const auto provider = library.CreateProvider();
-    HandOver(*provider, std::make_shared<FixedLockSrv>());
+    HandOver(*provider, std::make_shared<FakeLockSrv>());
 
     LONG number = 4711;
     VARIANT byReference{};
@@ -232,20 +232,20 @@ TEST_CASE("what is no identifier reaches the host as an error only where it may"
     FakeOutside outside;
     const Library library;
     const auto provider = library.CreateProvider();
-    HandOver(*provider, std::make_shared<FixedLockSrv>());
+    HandOver(*provider, std::make_shared<FakeLockSrv>());
     const auto doctor = StaffConnection();
     VARIANT_BOOL handled = VARIANT_FALSE;
     doctor->rowsOf = [&](const std::string&)
     {
         CHECK(handled == VARIANT_TRUE); // since before the first look into the database
-        return std::vector<Columns>{{{"IDSpecialista", 1}}};
+        return Rows{{{"IDSpecialista", 1}}};
     };
     const auto database = provider.As<ICCEDatabaseProvider>(IID_ICCEDatabaseProvider);
     REQUIRE(database->putref_Connection(norda::MakeConnectionFace(doctor).Get()) == S_OK);
 
     const Variant one{host::Value(1)};
     const Variant values(std::vector<host::Value>{1, 2});
-    const auto lockSrv = norda::MakeLockSrvFace(std::make_shared<FixedLockSrv>());
+    const auto lockSrv = norda::MakeLockSrvFace(std::make_shared<FakeLockSrv>());
     const Variant object(lockSrv.Get()); // without a default property
     for (const Variant* argument : {&values, &object})
     {
@@ -274,7 +274,7 @@ TEST_CASE("only an object with a record's members is a certificate, and no fault
     const Library library;
     {
         const auto provider = library.CreateProvider();
-        HandOver(*provider, std::make_shared<FixedLockSrv>());
+        HandOver(*provider, std::make_shared<FakeLockSrv>());
         const auto second = provider.As<ICCEProvider2>(IID_ICCEProvider2);
         const auto contact = provider.As<ICCEProviderContact>(IID_ICCEProviderContact);
         REQUIRE(second);
@@ -298,7 +298,7 @@ TEST_CASE("only an object with a record's members is a certificate, and no fault
         };
         const auto asked = std::make_shared<AskedRecord>();
         const auto record = norda::MakeRecordFace(asked);
-        const auto other = norda::MakeLockSrvFace(std::make_shared<FixedLockSrv>());
+        const auto other = norda::MakeLockSrvFace(std::make_shared<FakeLockSrv>());
         IDispatch* plain = record.Get();
         const Variant byValue(record.Get());
         VARIANT unknown{};
@@ -352,7 +352,7 @@ TEST_CASE("late-bound callers reach every interface, leave arguments out and get
     FakeOutside outside;
     const Library library;
     const auto provider = library.CreateProvider();
-    HandOver(*provider, std::make_shared<FixedLockSrv>());
+    HandOver(*provider, std::make_shared<FakeLockSrv>());
     const auto face = LateFace<ICCEProvider>(provider, IID_ICCEProvider);
     windows::Member identify(L"IdentificaPaziente");
     CHECK(face.Call(identify).Value() == host::Value(0));
@@ -381,7 +381,7 @@ TEST_CASE("a prescribing session carries the library's objects through the host'
     const Library library;
     {
         const auto provider = library.CreateProvider();
-        HandOver(*provider, std::make_shared<FixedLockSrv>());
+        HandOver(*provider, std::make_shared<FakeLockSrv>());
         ComPtr<IDispatch> session;
         REQUIRE(provider->ApriSessionePrescrizione(session.Put()) == S_OK);
         REQUIRE(session);
@@ -418,11 +418,11 @@ TEST_CASE("a host that lets go of the provider while it works does it no harm")
     const Library library;
     auto provider = library.CreateProvider();
     auto own = provider.As<_SISSProvider>(IID__SISSProvider);
-    const auto lockSrv = std::make_shared<FixedLockSrv>();
+    const auto lockSrv = std::make_shared<FakeLockSrv>();
     HandOver(*provider, lockSrv);
     _SISSProvider* const face = own.Get();
     bool wasInUse = false;
-    lockSrv->asked = [&]
+    lockSrv->called = [&]
     {
         own.Reset();
         provider.Reset();

@@ -1,8 +1,10 @@
 #include "environment/ansi_text.h"
+#include "environment/files.h"
 #include "environment/siss_date_time.h"
 #include "environment/siss_environment.h"
 #include "environment/table_synchronisation.h"
 #include "host/fault.h"
+#include "tests/support/fake_desktop.h"
 #include "tests/support/fake_host.h"
 #include "tests/support/installation.h"
 
@@ -13,6 +15,7 @@
 using namespace vellumo::environment;
 using vellumo::host::Date;
 using vellumo::host::Fault;
+using vellumo::tests::FakeDesktop;
 using vellumo::tests::FakeUtils;
 using vellumo::tests::Installation;
 
@@ -26,24 +29,12 @@ bool ReadsDumper(const std::string& bytes)
     return SISSConfiguration(installation.settings).IsPersonaleStudio();
 }
 
-// Shows windows that cannot be drawn.
-class BrokenDesktop final : public vellumo::ui::Desktop, private vellumo::ui::FormView
+// Cannot be drawn.
+class BrokenView final : public vellumo::ui::FormView
 {
 public:
-    vellumo::ui::Answer Show(const vellumo::ui::Prompt&) override { return vellumo::ui::Answer::Ok; }
-    void ShowModal(vellumo::ui::Form& form) override
-    {
-        form.Attach(this);
-        form.Activated();
-        form.Attach(nullptr);
-    }
-    std::optional<std::string> AskFile(const std::string&, const std::string&) override { return std::nullopt; }
-
-private:
     void Refresh() override { throw Fault("Finestra distrutta."); }
-    void RefreshSoon() override { Refresh(); }
     void ProcessMessages() override {}
-    void Focus(const vellumo::ui::Control&) override {}
 };
 
 } // namespace
@@ -256,7 +247,14 @@ TEST_SUITE("environment")
         utils->valueOf = [](const std::string&, const vellumo::host::Parameters&) { return vellumo::host::Value(5); };
         vellumo::host::HostServices services;
         services.utils = utils;
-        BrokenDesktop desktop;
+        FakeDesktop desktop;
+        desktop.showWindow = [](vellumo::ui::Form& form)
+        {
+            BrokenView view;
+            form.Attach(&view);
+            form.Activated();
+            form.Attach(nullptr);
+        };
         CHECK(TableSynchronisation(services, environment, installation.settings, desktop).Run());
         CHECK(utils->written == std::vector<std::string>{"Norda..Esenzione", "Norda..Esenzione"});
     }

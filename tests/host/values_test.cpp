@@ -2,6 +2,7 @@
 #include "host/fault.h"
 #include "host/text.h"
 #include "host/value.h"
+#include "tests/support/fake_host.h"
 #include "tests/support/scarce_memory.h"
 
 #include <doctest.h>
@@ -12,10 +13,8 @@
 #include <stdexcept>
 #include <type_traits>
 
-using vellumo::host::Connection;
 using vellumo::host::Date;
 using vellumo::host::Fault;
-using vellumo::host::Recordset;
 using vellumo::host::Transaction;
 using vellumo::host::Value;
 
@@ -26,35 +25,6 @@ Date Day(int year, int month, int day, int hour = 0, int minute = 0, int second 
 {
     return Date::FromCalendar(year, month, day, hour, minute, second).value();
 }
-
-class CountingConnection final : public Connection
-{
-public:
-    std::unique_ptr<Recordset> Open(const std::string&) override { return nullptr; }
-    void BeginTransaction() override
-    {
-        if (isBusy)
-        {
-            throw Fault("già aperta");
-        }
-        ++begun;
-    }
-    void CommitTransaction() override
-    {
-        if (refusesCommit)
-        {
-            throw Fault("rifiutata");
-        }
-        ++committed;
-    }
-    void RollbackTransaction() override { ++rolledBack; }
-
-    bool isBusy = false;
-    bool refusesCommit = false;
-    int begun = 0;
-    int committed = 0;
-    int rolledBack = 0;
-};
 
 } // namespace
 
@@ -206,24 +176,23 @@ TEST_SUITE("host")
 
     TEST_CASE("a group of writes is kept only when it is complete")
     {
-        CountingConnection connection;
+        vellumo::tests::FakeConnection connection;
         {
             Transaction transaction(connection);
             transaction.Commit();
         }
-        CHECK(connection.committed == 1);
-        CHECK(connection.rolledBack == 0);
+        CHECK(connection.log == "BC");
         {
             const Transaction abandoned(connection);
         }
-        CHECK(connection.rolledBack == 1);
+        CHECK(connection.log == "BCBR");
 
         connection.refusesCommit = true;
         {
             Transaction refused(connection);
             CHECK_THROWS_AS(refused.Commit(), Fault);
         }
-        CHECK(connection.rolledBack == 2);
+        CHECK(connection.log == "BCBRBR");
 
         connection.isBusy = true; // the host's own transaction is open: not ours to end
         {
@@ -231,7 +200,6 @@ TEST_SUITE("host")
             CHECK_NOTHROW(inside.Commit());
             const Transaction abandoned(connection);
         }
-        CHECK(connection.begun == 3);
-        CHECK(connection.rolledBack == 2);
+        CHECK(connection.log == "BCBRBR");
     }
 }

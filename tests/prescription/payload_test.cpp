@@ -4,7 +4,7 @@
 #include "prescription/payload.h"
 #include "service/service_factory.h"
 #include "tests/support/fake_host.h"
-#include "tests/support/golden.h"
+#include "tests/support/installation.h"
 
 #include <doctest.h>
 
@@ -82,7 +82,7 @@ RicettaRecord RecordOf(const Columns& columns)
 xml::Document Fill(const Case& input)
 {
     Installation installation;
-    InstallTemplates(installation);
+    installation.WriteTemplates();
     const auto utils = std::make_shared<FakeUtils>();
     utils->valueOf = [&](const std::string& sql, const host::Parameters& parameters) -> Value
     {
@@ -90,7 +90,7 @@ xml::Document Fill(const Case& input)
         CHECK(parameters.size() == (validity ? 3 : 1));
         return validity ? input.exemptions.validUntil : Value(input.exemptions.sissCode);
     };
-    utils->rowsOf = [&](const std::string&) -> std::vector<Columns> {
+    utils->rowsOf = [&](const std::string&) -> Rows {
         return {{{"EsenzioneInvalidita", input.exemptions.invalidity}, {"IDTipoEsenzione", 6}}};
     };
     host::HostServices services;

@@ -1,9 +1,9 @@
-// The host's objects and the bridge for tests of one rule: records and answers in memory, set and read by the test.
+// The host and the bridge in memory: records, rows and answers that the test sets and reads. An object that the test
+// has told nothing answers as an empty database does.
 #pragma once
 
 #include "host/bridge.h"
 #include "host/connection.h"
-#include "host/fault.h"
 #include "host/host_services.h"
 #include "host/prescriptions.h"
 #include "host/records.h"
@@ -13,96 +13,82 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace vellumo::tests
 {
 
-using Columns = std::map<std::string, host::Value, std::less<>>;
+using Columns = std::map<std::string, host::Value, std::less<>>; // by position: in the order of the names
+using Rows = std::vector<Columns>;
 
 class MemoryRecordset final : public host::Recordset
 {
 public:
-    explicit MemoryRecordset(std::vector<Columns> rows = {})
-        : m_rows(std::move(rows))
-    {
-    }
+    explicit MemoryRecordset(Rows rows = {});
 
     [[nodiscard]] bool IsAtEnd() const override { return m_row >= m_rows.size(); }
     void MoveNext() override { ++m_row; }
-    [[nodiscard]] std::size_t ColumnCount() const override { return m_rows.empty() ? 0 : m_rows.front().size(); }
+    [[nodiscard]] std::size_t ColumnCount() const override;
     [[nodiscard]] std::string ColumnName(std::size_t column) const override { return At(column)->first; }
     [[nodiscard]] host::Value Field(std::size_t column) const override { return At(column)->second; }
-    [[nodiscard]] host::Value Field(std::string_view name) const override
-    {
-        const auto found = m_rows.at(m_row).find(name);
-        if (found == m_rows.at(m_row).end())
-        {
-            throw host::Fault("Colonna sconosciuta: " + std::string(name));
-        }
-        return found->second;
-    }
+    [[nodiscard]] host::Value Field(std::string_view name) const override;
 
 private:
-    [[nodiscard]] Columns::const_iterator At(std::size_t column) const
-    {
-        return std::next(m_rows.at(m_row).begin(), static_cast<std::ptrdiff_t>(column));
-    }
+    [[nodiscard]] Columns::const_iterator At(std::size_t column) const;
 
-    std::vector<Columns> m_rows;
+    Rows m_rows;
     std::size_t m_row = 0;
 };
 
 class FakeConnection final : public host::Connection
 {
 public:
-    std::unique_ptr<host::Recordset> Open(const std::string& sql) override
-    {
-        return std::make_unique<MemoryRecordset>(rowsOf ? rowsOf(sql) : std::vector<Columns>());
-    }
-    void BeginTransaction() override { log += 'B'; }
-    void CommitTransaction() override { log += 'C'; }
+    std::unique_ptr<host::Recordset> Open(const std::string& sql) override;
+    void BeginTransaction() override;
+    void CommitTransaction() override;
     void RollbackTransaction() override { log += 'R'; }
 
-    std::function<std::vector<Columns>(const std::string& sql)> rowsOf;
+    std::function<void()> called; // at the beginning of each member
+    std::function<Rows(const std::string& sql)> rowsOf;
+    bool isBusy = false; // with a transaction of the host's own
+    bool refusesCommit = false;
     std::string log; // begun, committed, rolled back, a letter each
+};
+
+class FakeLockSrv final : public host::LockSrv
+{
+public:
+    [[nodiscard]] std::int32_t UserId() override;
+
+    std::function<void()> called;
 };
 
 class FakeUtils final : public host::Utils
 {
 public:
-    host::Value LookUpValue(const std::string& sql, const host::Parameters& parameters) override
-    {
-        return valueOf ? valueOf(sql, parameters) : host::Value();
-    }
-    std::unique_ptr<host::Recordset> OpenRecordset(const std::string& sql, const host::Parameters&) override
-    {
-        return std::make_unique<MemoryRecordset>(rowsOf ? rowsOf(sql) : std::vector<Columns>());
-    }
-    host::Value LookUpKey(const std::string&, const std::string&, const std::string&, const host::Parameters&) override
-    {
-        return {};
-    }
-    void Execute(const std::string& sql, const host::Parameters&) override { written.push_back(sql); }
-    host::Value WriteRow(const std::string& table, const std::string&, const host::Value&,
-                         const std::vector<host::ColumnValue>&) override
-    {
-        written.push_back(table);
-        return static_cast<std::int32_t>(written.size());
-    }
-    host::Value TableDate(const std::string&) override { return tableDate; }
-    void StoreTableDate(const std::string&, host::Date, std::int32_t) override {}
-    void RecordServiceError(const std::string& line) override { written.push_back(line); }
-    bool ToBoolean(const host::Value& value) override { return value.ToBoolean(); }
+    host::Value LookUpValue(const std::string& sql, const host::Parameters& parameters) override;
+    std::unique_ptr<host::Recordset> OpenRecordset(const std::string& sql, const host::Parameters& parameters) override;
+    host::Value LookUpKey(const std::string& table, const std::string& keyColumn, const std::string& condition,
+                          const host::Parameters& parameters) override;
+    void Execute(const std::string& sql, const host::Parameters& parameters) override;
+    host::Value WriteRow(const std::string& table, const std::string& keyColumn, const host::Value& key,
+                         const std::vector<host::ColumnValue>& columns) override;
+    host::Value TableDate(const std::string& table) override;
+    void StoreTableDate(const std::string& table, host::Date date, std::int32_t user) override;
+    void RecordServiceError(const std::string& line) override;
+    bool ToBoolean(const host::Value& value) override;
 
+    std::function<void()> called; // at the beginning of each member
     std::function<host::Value(const std::string& sql, const host::Parameters& parameters)> valueOf;
-    std::function<std::vector<Columns>(const std::string& sql)> rowsOf;
+    std::function<Rows(const std::string& sql)> rowsOf;
     host::Value tableDate;
-    std::vector<std::string> written; // tables and statements, in order
+    std::vector<std::string> written; // tables, statements and lines of the journal, in order
+
+private:
+    void Called() const;
 };
 
-// One row of one table; every record of a FakeObjects shares it.
+// One row of one table; every record that stands on it shares it.
 struct StoredRow
 {
     Columns columns;
@@ -121,53 +107,63 @@ public:
     {
     }
 
-    bool Load(std::int32_t id) override
-    {
-        m_row.id = id;
-        return m_row.loads;
-    }
+    bool Load(std::int32_t id) override;
     void StartNew() override { m_row.id = 0; }
-    [[nodiscard]] host::Value Get(std::string_view column) const override
-    {
-        const auto found = m_row.columns.find(column);
-        return found == m_row.columns.end() ? host::Value() : found->second;
-    }
-    void Set(std::string_view column, const host::Value& value) override
-    {
-        m_row.columns.insert_or_assign(std::string(column), value);
-    }
-    bool Save() override
-    {
-        m_row.saved += m_row.saves ? 1 : 0;
-        m_row.id = m_row.id == 0 ? m_row.newId : m_row.id;
-        return m_row.saves;
-    }
+    [[nodiscard]] host::Value Get(std::string_view column) const override;
+    void Set(std::string_view column, const host::Value& value) override;
+    bool Save() override;
     [[nodiscard]] std::int32_t Id() const override { return m_row.id; }
 
 private:
     StoredRow& m_row;
 };
 
-// For operations that have nothing to do with prescriptions.
-class NoPrescriptions final : public host::PrescriptionObjects
+// Patients are all one row, and so are ASLs and doctors; the practice has settings when there is one of them.
+class FakeObjects final : public host::HostObjects
 {
 public:
-    std::shared_ptr<host::PrescriptionSession> CreateSession() override { return nullptr; }
-    std::unique_ptr<host::PrescriptionData> CreatePrescriptionData(std::int32_t, const host::HostServices&) override
-    {
-        return nullptr;
-    }
+    std::unique_ptr<host::Record> CreateRecord(host::RecordKind kind, const host::HostServices& services) override;
+    std::unique_ptr<host::PracticeSettings> CreateSettings(const host::HostServices& services) override;
+
+    StoredRow patient;
+    StoredRow other;
+    Columns settings;
+    std::function<void(const host::HostServices& services)> created; // with each record
+};
+
+// A host without prescriptions, or with those of one form.
+class FakePrescriptions final : public host::PrescriptionObjects
+{
+public:
+    std::shared_ptr<host::PrescriptionSession> CreateSession() override;
+    std::unique_ptr<host::PrescriptionData> CreatePrescriptionData(std::int32_t kind,
+                                                                   const host::HostServices& services) override;
+
+    std::vector<host::PrescriptionKey> form;
+};
+
+// A session that keeps no response.
+class FakeSession final : public host::PrescriptionSession
+{
+public:
+    [[nodiscard]] bool SenzaSISS() const override { return false; }
+    void SetSenzaSISS(bool) override {}
+    [[nodiscard]] bool DaValidare() const override { return waits; }
+    void SetDaValidare(bool) override {}
+    [[nodiscard]] std::shared_ptr<host::OpzioniRicetta> Options() const override;
+    void SetOptions(const std::shared_ptr<host::OpzioniRicetta>&) override {}
+    void AddResponse(std::int32_t kind, const std::shared_ptr<host::KeptObject>& response) override;
+    [[nodiscard]] std::size_t ResponseCount(std::int32_t) const override { return 0; }
+    [[nodiscard]] std::shared_ptr<host::KeptObject> Response(std::int32_t, std::size_t) const override;
+
+    bool waits = false; // for the doctor
 };
 
 // Answers one text to all.
 class FakeBridge final : public host::Bridge
 {
 public:
-    std::string CallSebMethod(const std::string& requestXml) override
-    {
-        requests.push_back(requestXml);
-        return reply;
-    }
+    std::string CallSebMethod(const std::string& requestXml) override;
 
     std::vector<std::string> requests;
     std::string reply;

@@ -1,12 +1,13 @@
 // Pairing SISS exemptions with local ones: searching, assigning row after row, confirming.
 #include "ui/form_esenzioni.h"
 
-#include "fake_desktop.h"
-#include "local_exemptions.h"
+#include "tests/support/fake_desktop.h"
+#include "tests/support/local_exemptions.h"
 
 #include <doctest.h>
 
 using namespace vellumo;
+using namespace vellumo::tests;
 using namespace vellumo::ui;
 
 namespace
@@ -14,7 +15,7 @@ namespace
 
 struct Window
 {
-    LocalExemptions database;
+    FakeConnection database = LocalExemptions();
     FakeDesktop desktop;
     std::vector<SissExemption> esenzioni = {{"E01", "Reddito", {}, {}, 11},
                                             {"C01", "Invalidi", {}, {}, 0},
@@ -108,8 +109,8 @@ TEST_SUITE("exemptions window")
 
     TEST_CASE("of several local exemptions with the code as typed the first is selected, whatever stands before them")
     {
-        LocalExemptions database;
-        database.rows = {{21, "Esatta", "d01", 1}, {22, "Doppia", "d01", 1}, {20, "Comincia", "D01.5", 1}};
+        FakeConnection database =
+            LocalExemptions({{21, "Esatta", "d01", 1}, {22, "Doppia", "d01", 1}, {20, "Comincia", "D01.5", 1}});
         FakeDesktop desktop;
         std::vector<SissExemption> esenzioni = {{"D01", "Da assegnare", {}, {}, 0}};
         FormEsenzioni form(esenzioni, database, desktop);
@@ -189,7 +190,7 @@ TEST_SUITE("exemptions window")
 
     TEST_CASE("without anything to assign it only waits for the confirmation")
     {
-        LocalExemptions database;
+        FakeConnection database = LocalExemptions();
         FakeDesktop desktop;
         std::vector<SissExemption> none;
         FormEsenzioni form(none, database, desktop);

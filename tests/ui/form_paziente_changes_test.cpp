@@ -1,11 +1,12 @@
 // Comparing patient and citizen: what is shown as different, what the check boxes and the question make of the mask.
 #include "ui/form_paziente_changes.h"
 
-#include "fake_desktop.h"
+#include "tests/support/fake_desktop.h"
 
 #include <doctest.h>
 
 using namespace vellumo;
+using namespace vellumo::tests;
 using namespace vellumo::ui;
 
 namespace

@@ -1,10 +1,11 @@
 // The window with the results of the registration: what it lists, and what each way out of it answers.
-#include "fake_desktop.h"
+#include "tests/support/fake_desktop.h"
 #include "ui/form_ricetta_result.h"
 
 #include <doctest.h>
 
 using namespace vellumo;
+using namespace vellumo::tests;
 using namespace vellumo::ui;
 
 namespace

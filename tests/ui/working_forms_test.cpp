@@ -1,5 +1,5 @@
 // The windows that carry a job: when the handler runs, what it gets, and that the window always ends.
-#include "fake_desktop.h"
+#include "tests/support/fake_desktop.h"
 #include "ui/form_progress.h"
 #include "ui/form_wait.h"
 
@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 using namespace vellumo;
+using namespace vellumo::tests;
 using namespace vellumo::ui;
 
 namespace

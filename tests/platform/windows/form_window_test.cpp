@@ -3,7 +3,7 @@
 #include "platform/windows/forms/win32_desktop.h"
 #include "player/windows/robot.h"
 #include "tests/platform/windows/steps.h"
-#include "tests/ui/local_exemptions.h"
+#include "tests/support/local_exemptions.h"
 #include "ui/form_esenzioni.h"
 #include "ui/form_paziente_changes.h"
 #include "ui/form_progress.h"
@@ -103,7 +103,7 @@ TEST_SUITE("windows on screen")
 {
     TEST_CASE("exemptions are assigned and confirmed by keyboard alone")
     {
-        LocalExemptions database;
+        tests::FakeConnection database = tests::LocalExemptions();
         std::vector<SissExemption> esenzioni = {
             {"C01", "Invalidi", {}, {}, 0}, {"E01", "Reddito", {}, {}, 11}, {"013", "Diabete", {}, {}, 0}};
         windows::Win32Desktop desktop;
@@ -235,7 +235,7 @@ TEST_SUITE("windows on screen")
     TEST_CASE("Escape cancels, a double click assigns, the frame closes")
     {
         windows::Win32Desktop desktop;
-        LocalExemptions database;
+        tests::FakeConnection database = tests::LocalExemptions();
         std::vector<SissExemption> esenzioni = {{"C01", "Invalidi", {}, {}, 0}};
         for (const bool byFrame : {false, true})
         {

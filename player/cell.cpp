@@ -1,25 +1,15 @@
 #include "player/cell.h"
 
-#include <algorithm>
+#include "player/written.h"
+
 #include <array>
-#include <cstdlib>
+#include <map>
 #include <sstream>
 
 namespace vellumo::player
 {
 namespace
 {
-
-constexpr std::size_t longestShown = 1500;
-
-struct ColourName
-{
-    const char* name;
-    ui::Colour colour;
-};
-
-constexpr std::array<ColourName, 5> colours = {
-    {{"blue", 0x0000FF}, {"red", 0xFF0000}, {"black", 0x000000}, {"white", 0xFFFFFF}, {"yellow", 0xFFFF00}}};
 
 std::string Written(std::optional<ui::Colour> colour)
 {
@@ -36,121 +26,60 @@ std::string Written(std::optional<ui::Colour> colour)
     return text;
 }
 
-std::string Canonical(const std::string& colour)
+std::string Written(ui::Image image)
 {
-    const auto* const found =
-        std::find_if(colours.begin(), colours.end(), [&](const ColourName& each) { return each.name == colour; });
-    return found == colours.end() ? colour : Written(found->colour);
+    return image == ui::Image::Error ? "error" : image == ui::Image::Warning ? "warning" : "none";
 }
 
-std::string NameOf(ui::Image image)
+std::string InDigits(const std::string& colour)
 {
-    switch (image)
-    {
-    case ui::Image::Error:
-        return "error";
-    case ui::Image::Warning:
-        return "warning";
-    case ui::Image::None:
-        break;
-    }
-    return "none";
+    static const std::map<std::string, std::string> names = {
+        {"blue", "#0000FF"}, {"red", "#FF0000"}, {"black", "#000000"}, {"white", "#FFFFFF"}, {"yellow", "#FFFF00"}};
+    const auto found = names.find(colour);
+    return found == names.end() ? colour : found->second;
 }
 
-std::optional<std::string> Differs(const char* what, const std::string& expected, const std::string& seen)
-{
-    return expected == seen ? std::nullopt
-                            : std::optional(std::string(what) + "\n  expected: " + Quoted(expected) +
-                                            "\n  seen:     " + Quoted(seen));
-}
-
-std::optional<std::string> LooksDiffer(const std::string& marks, const CellSeen& seen)
+void ExpectLooks(const std::string& where, const std::string& marks, const CellSeen& seen)
 {
     std::istringstream in(marks);
     for (std::string word; in >> word;)
     {
-        std::optional<std::string> difference;
         if (word == "plain")
         {
-            difference =
-                Differs(", colours", "plain on plain", Written(seen.foreground) + " on " + Written(seen.background));
+            Expect(where + ", colours", "plain on plain", Written(seen.foreground) + " on " + Written(seen.background));
         }
         else if (word == "on")
         {
             in >> word;
-            difference = Differs(", background", Canonical(word), Written(seen.background));
+            Expect(where + ", background", InDigits(word), Written(seen.background));
         }
         else if (word == "error" || word == "warning")
         {
-            difference = Differs(", image", word, NameOf(seen.image));
+            Expect(where + ", image", word, Written(seen.image));
         }
         else
         {
-            difference = Differs(", colour", Canonical(word), Written(seen.foreground));
-        }
-        if (difference)
-        {
-            return difference;
+            Expect(where + ", colour", InDigits(word), Written(seen.foreground));
         }
     }
-    return std::nullopt;
-}
-
-// "\n" is written for a line break.
-std::string WithLineBreaks(std::string text)
-{
-    for (std::size_t at = 0; (at = text.find("\\n", at)) != std::string::npos; at += 2)
-    {
-        text.replace(at, 2, "\r\n");
-    }
-    return text;
 }
 
 } // namespace
 
-std::string Quoted(const std::string& text)
+void ExpectCell(const std::string& where, const std::string& expected, const CellSeen& seen)
 {
-    std::string out = "\"";
-    for (const char c : text.substr(0, longestShown))
-    {
-        if (c == '\r')
-        {
-            out += "\\r";
-        }
-        else if (c == '\n')
-        {
-            out += "\\n";
-        }
-        else
-        {
-            out += c;
-        }
-    }
-    return out + (text.size() > longestShown ? "…\"" : "\"");
-}
-
-std::optional<std::string> CellDiffers(const std::string& expected, const CellSeen& seen)
-{
-    auto text = expected;
-    std::string marks;
     const auto open = expected.rfind('[');
-    if (!expected.empty() && expected.back() == ']' && open != std::string::npos)
+    const bool marked = expected.ends_with(']') && open != std::string::npos;
+    auto text = marked ? Trimmed(expected.substr(0, open)) : expected;
+    for (std::size_t at = 0; (at = text.find("\\n", at)) != std::string::npos; at += 2)
     {
-        marks = expected.substr(open + 1, expected.size() - open - 2);
-        text = expected.substr(0, open);
-        while (!text.empty() && text.back() == ' ')
-        {
-            text.pop_back();
-        }
+        text.replace(at, 2, "\r\n");
     }
     if (text != "*")
     {
-        if (auto difference = Differs("", WithLineBreaks(text), seen.text))
-        {
-            return difference;
-        }
+        Expect(where, text, seen.text);
     }
-    return LooksDiffer(marks, seen);
+    ExpectLooks(where, marked ? expected.substr(open + 1, expected.size() - open - 2) : "", seen);
 }
 
 } // namespace vellumo::player

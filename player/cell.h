@@ -5,16 +5,11 @@
 
 #include "player/screen.h"
 
-#include <optional>
-#include <string>
-
 namespace vellumo::player
 {
 
-// A text for a message: in quotes, line ends visible, cut when very long.
-[[nodiscard]] std::string Quoted(const std::string& text);
-
-// Empty when the cell is as expected; what is not written in brackets may be anything. "*" stands for any text.
-[[nodiscard]] std::optional<std::string> CellDiffers(const std::string& expected, const CellSeen& seen);
+// Throws Differs, with `where` before what differs. What is not written in brackets may be anything, and "*" stands for
+// any text.
+void ExpectCell(const std::string& where, const std::string& expected, const CellSeen& seen);
 
 } // namespace vellumo::player

@@ -2,6 +2,7 @@
 
 #include "host/clock.h"
 #include "host/date.h"
+#include "player/written.h"
 
 #include <algorithm>
 #include <cctype>
@@ -17,18 +18,6 @@ namespace
 bool IsBlank(char c)
 {
     return std::isspace(static_cast<unsigned char>(c)) != 0;
-}
-
-std::string Trimmed(std::string_view text)
-{
-    const auto first = std::find_if_not(text.begin(), text.end(), IsBlank);
-    const auto last = std::find_if_not(text.rbegin(), text.rend(), IsBlank).base();
-    return first < last ? std::string(first, last) : std::string();
-}
-
-std::string TwoDigits(int number)
-{
-    return (number < 10 ? "0" : "") + std::to_string(number);
 }
 
 // "today", "today-31", "today+5 siss", "today shown"
@@ -48,20 +37,12 @@ std::optional<std::string> DateText(std::string_view name)
         name.remove_prefix(static_cast<std::size_t>(result.ptr - name.data()));
     }
     const auto date = host::Date::FromOle(host::SystemClock().Now().DayNumber() + days);
-    const auto day = date.ToCalendar();
-    if (name == " siss")
-    {
-        return date.ToSissText();
-    }
+    const auto day = DayText(date);
     if (name == " shown")
     {
-        return TwoDigits(day.day) + '/' + TwoDigits(day.month) + '/' + std::to_string(day.year);
+        return day.substr(8) + '/' + day.substr(5, 2) + '/' + day.substr(0, 4);
     }
-    if (name.empty())
-    {
-        return std::to_string(day.year) + '-' + TwoDigits(day.month) + '-' + TwoDigits(day.day);
-    }
-    return std::nullopt;
+    return name == " siss" ? std::optional(date.ToSissText()) : name.empty() ? std::optional(day) : std::nullopt;
 }
 
 std::string WithDates(std::string_view text)
@@ -109,23 +90,8 @@ Line::Line(Place place, std::string_view text)
 {
 }
 
-std::string Line::BlockText(std::string_view lineEnd) const
+std::string Line::Word()
 {
-    std::string text;
-    for (std::size_t i = 0; i < m_block.size(); ++i)
-    {
-        text += i == 0 ? std::string() : std::string(lineEnd);
-        text += m_block[i];
-    }
-    return text;
-}
-
-std::string Line::Word(std::string_view meaning)
-{
-    if (AtEnd())
-    {
-        Fail("expected " + std::string(meaning) + " at the end of the line");
-    }
     std::string word;
     if (m_text[m_at] != '"')
     {
@@ -169,18 +135,6 @@ bool Line::Take(std::string_view word)
     return true;
 }
 
-std::int32_t Line::Number(std::string_view meaning)
-{
-    const auto word = Word(meaning);
-    std::int32_t number = 0;
-    const auto result = std::from_chars(word.data(), word.data() + word.size(), number);
-    if (result.ec != std::errc() || result.ptr != word.data() + word.size())
-    {
-        Fail("expected " + std::string(meaning) + ", found \"" + word + '"');
-    }
-    return number;
-}
-
 std::string Line::Rest()
 {
     auto rest = m_text.substr(m_at);
@@ -194,34 +148,17 @@ std::vector<std::string> Line::Cells()
     while (true)
     {
         SkipBlanks();
-        if (NextIsQuoted())
-        {
-            auto cell = Word("a cell");
-            // What stands between the closing quote and the next "|" belongs to the cell: its colours.
-            const auto bar = std::min(m_text.find('|', m_at), m_text.size());
-            const auto more = Trimmed(std::string_view(m_text).substr(m_at, bar - m_at));
-            cells.push_back(more.empty() ? cell : cell.append(" ").append(more));
-            m_at = bar;
-        }
-        else
-        {
-            const auto bar = std::min(m_text.find('|', m_at), m_text.size());
-            cells.push_back(Trimmed(std::string_view(m_text).substr(m_at, bar - m_at)));
-            m_at = bar;
-        }
+        auto cell = NextIsQuoted() ? Word() : std::string();
+        // What stands between a closing quote and the next "|" belongs to the cell: its colours.
+        const auto bar = std::min(m_text.find('|', m_at), m_text.size());
+        const auto more = Trimmed(std::string_view(m_text).substr(m_at, bar - m_at));
+        cells.push_back(cell.empty() ? more : more.empty() ? cell : cell + ' ' + more);
+        m_at = bar;
         if (AtEnd())
         {
             return cells;
         }
         ++m_at;
-    }
-}
-
-void Line::End() const
-{
-    if (!AtEnd())
-    {
-        Fail("not understood: " + m_text.substr(m_at));
     }
 }
 

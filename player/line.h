@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -37,26 +36,23 @@ public:
     [[nodiscard]] const Place& Where() const noexcept { return m_place; }
     // The lines below that begin with "|", without it and the one blank behind it.
     [[nodiscard]] const std::vector<std::string>& Block() const noexcept { return m_block; }
-    [[nodiscard]] std::string BlockText(std::string_view lineEnd) const;
     void AddToBlock(std::string_view text) { m_block.emplace_back(text); }
 
+    // How far it has been read.
+    [[nodiscard]] std::size_t At() const noexcept { return m_at; }
     [[nodiscard]] bool AtEnd() const noexcept { return m_at == m_text.size(); }
-    // The next word, or text in double quotes (in which "" stands for one of them).
-    [[nodiscard]] std::string Word(std::string_view meaning);
-    // Takes the next word when it is this one, without quotes.
-    bool Take(std::string_view word);
     // True when the next thing is in quotes.
     [[nodiscard]] bool NextIsQuoted() const noexcept { return !AtEnd() && m_text[m_at] == '"'; }
-    [[nodiscard]] bool NextIsDigit() const noexcept { return !AtEnd() && m_text[m_at] >= '0' && m_text[m_at] <= '9'; }
-    [[nodiscard]] std::int32_t Number(std::string_view meaning);
+    // The next word, or text in double quotes (in which "" stands for one of them); not at the end.
+    [[nodiscard]] std::string Word();
+    // Takes the next word when it is this one, without quotes.
+    bool Take(std::string_view word);
     // All that is left, without taking it.
     [[nodiscard]] std::string Peek() const { return m_text.substr(m_at); }
     // All that is left, as it stands.
     [[nodiscard]] std::string Rest();
     // All that is left, in cells between "|", each trimmed and taken out of its quotes.
     [[nodiscard]] std::vector<std::string> Cells();
-    // Nothing may be left.
-    void End() const;
 
     [[noreturn]] void Fail(const std::string& what) const { throw SyntaxError(m_place, what); }
 

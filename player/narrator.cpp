@@ -1,7 +1,9 @@
 #include "player/narrator.h"
 
+#include "player/written.h"
 #include "simulator/siss/xml_text.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <ostream>
@@ -13,88 +15,46 @@ namespace vellumo::player
 namespace
 {
 
-std::string Indented(const std::string& text, const std::string& indent)
+// As the operator reads it.
+std::string Caption(const ControlSeen& button)
 {
-    std::string out;
-    for (const char c : text)
-    {
-        out += c == '\r' ? "" : c == '\n' ? '\n' + indent : std::string(1, c);
-    }
-    return out;
+    static const std::map<ui::Answer, std::string> captions = {{ui::Answer::Ok, "OK"},
+                                                               {ui::Answer::Cancel, "Annulla"},
+                                                               {ui::Answer::Retry, "Riprova"},
+                                                               {ui::Answer::Yes, "Sì"},
+                                                               {ui::Answer::No, "No"}};
+    return (button.answer ? captions.at(*button.answer) : button.caption) + (button.isDefault ? " (predefinito)" : "");
 }
 
-std::string OnOneLine(std::string_view text)
+std::string Caption(const CellSeen& cell)
 {
-    std::string line;
-    for (const char c : text)
-    {
-        if (c != '\r')
-        {
-            line += c == '\n' ? ' ' : c;
-        }
-    }
-    return line;
-}
-
-// As the operator reads them.
-std::string Shown(const ButtonSeen& button)
-{
-    if (!button.standard)
-    {
-        return button.caption;
-    }
-    switch (*button.standard)
-    {
-    case ui::Answer::Cancel:
-        return "Annulla";
-    case ui::Answer::Retry:
-        return "Riprova";
-    case ui::Answer::Yes:
-        return "Sì";
-    default:
-        return NameOf(*button.standard);
-    }
-}
-
-std::string ButtonsOf(const Window& window)
-{
-    std::string text;
-    for (const auto& button : window.Buttons())
-    {
-        text += text.empty() ? "" : ", ";
-        text += Shown(button) + (button.isDefault ? " (predefinito)" : "");
-    }
-    return text;
+    return cell.image == ui::Image::Error     ? "(errore)"
+           : cell.image == ui::Image::Warning ? "(avviso)"
+                                              : WithoutReturns(cell.text, " ");
 }
 
 // Short grids whole, of long ones only how many rows there are.
-std::vector<std::string> RowsOf(const Window& window)
+void AddRows(const Window& window, std::vector<std::string>& lines)
 {
     constexpr std::size_t few = 4;
-    std::vector<std::string> lines;
-    const auto grids = window.Grids();
+    const auto grids = window.All(ControlKind::Grid);
     for (std::size_t grid = 0; grid < grids.size(); ++grid)
     {
-        if (grids[grid].rowCount > few)
+        const auto rows = grids[grid].rowCount;
+        if (rows > few)
         {
-            lines.push_back(std::to_string(grids[grid].rowCount) + " righe");
-            continue;
+            lines.push_back(std::to_string(rows) + " righe");
         }
-        for (std::size_t row = 0; row < grids[grid].rowCount; ++row)
+        for (std::size_t row = 0; row < (rows > few ? 0 : rows); ++row)
         {
-            std::string line;
+            std::vector<std::string> cells;
             for (std::size_t column = 0; column < grids[grid].columns.size(); ++column)
             {
-                const auto cell = window.Cell(grid, row, column);
-                line += column == 0 ? "" : " | ";
-                line += cell.image == ui::Image::Error     ? "(errore)"
-                        : cell.image == ui::Image::Warning ? "(avviso)"
-                                                           : OnOneLine(cell.text);
+                cells.push_back(Caption(window.Cell(grid, row, column)));
             }
-            lines.push_back(line);
+            lines.push_back(Joined(cells, " | "));
         }
     }
-    return lines;
 }
 
 // What is in a reply, in few words: its outcome, or that it is no reply at all.
@@ -131,20 +91,23 @@ std::string ServiceOf(const std::string& requestXml)
     return body == nullptr || body->children.empty() ? "?" : body->children.front().name;
 }
 
-// What became of a row, in words.
-std::string Told(const RowChange& change)
+std::string InWords(RowChange::Kind kind)
 {
-    std::string text = change.kind == RowChange::Kind::Added     ? "nuova riga in " + change.table
-                       : change.kind == RowChange::Kind::Removed ? "eliminata da " + change.table + " la riga "
-                                                                 : "aggiornata in " + change.table + " la riga ";
-    text += change.kind == RowChange::Kind::Added ? "" : std::to_string(change.key);
-    const char* between = ": ";
+    return kind == RowChange::Kind::Added     ? "nuova riga in "
+           : kind == RowChange::Kind::Removed ? "eliminata una riga di "
+                                              : "aggiornata una riga di ";
+}
+
+std::string InWords(const RowChange& change)
+{
+    std::vector<std::string> texts;
     for (const auto& [column, value] : change.texts)
     {
-        text += between + column + " = " + (value == "now" ? "adesso" : value == "NULL" ? "(vuoto)" : value);
-        between = ", ";
+        texts.push_back(column + " = " + (value == "now" ? "adesso" : value == "NULL" ? "(vuoto)" : value));
     }
-    return text;
+    return InWords(change.kind) + change.table +
+           (change.kind == RowChange::Kind::Added ? "" : ", " + std::to_string(change.key)) +
+           (texts.empty() ? "" : ": ") + Joined(texts, ", ");
 }
 
 } // namespace
@@ -159,6 +122,14 @@ void Narrator::Say(const std::string& text)
     m_out << "\n  -- " << text << '\n';
 }
 
+void Narrator::Say(const std::string& what, const std::string& text)
+{
+    const std::string indent(23, ' ');
+    const auto label = "    " + what;
+    m_out << label << indent.substr(std::min(label.size(), indent.size())) << WithoutReturns(text, '\n' + indent)
+          << '\n';
+}
+
 void Narrator::CallBegins(const std::string& operation, const std::string& argument)
 {
     ++m_calls;
@@ -168,95 +139,95 @@ void Narrator::CallBegins(const std::string& operation, const std::string& argum
 void Narrator::Sent(const std::string& requestXml, const std::string& shownAs)
 {
     ++m_exchanges;
-    m_out << "    inviato al SISS    " << ServiceOf(requestXml) << ", attesa \"" << shownAs << "\"\n";
+    Say("inviato al SISS", ServiceOf(requestXml) + ", attesa \"" + shownAs + '"');
 }
 
 void Narrator::Received(const std::string& reply)
 {
-    m_out << "    risposta del SISS  " << OutcomeOf(reply) << '\n';
+    Say("risposta del SISS", OutcomeOf(reply));
 }
 
 void Narrator::WindowSeen(const Window& window, bool isNew)
 {
     if (!isNew)
     {
-        m_out << "    di nuovo           \"" << window.Title() << "\"\n";
+        Say("di nuovo", '"' + window.Title() + '"');
         return;
     }
     ++m_windows;
-    m_out << "    finestra           \"" << window.Title() << '"';
+    std::vector<std::string> lines = {'"' + window.Title() + '"'};
     if (window.Kind() == WindowKind::Box)
     {
-        m_out << "\n                       " << Indented(window.Text(), "                       ");
+        lines.push_back(window.Text());
     }
-    for (const auto& label : window.Labels())
+    for (const auto& label : window.All(ControlKind::Label))
     {
-        m_out << "\n                       " << Indented(label, "                       ");
+        lines.push_back(label.caption);
     }
-    for (const auto& line : RowsOf(window))
+    AddRows(window, lines);
+    std::vector<std::string> buttons;
+    for (const auto& button : window.All(ControlKind::Button))
     {
-        m_out << "\n                       " << line;
+        buttons.push_back(Caption(button));
     }
-    m_out << "\n                       pulsanti: " << ButtonsOf(window) << '\n';
+    lines.push_back("pulsanti: " + Joined(buttons, ", "));
+    Say("finestra", Joined(lines, "\n"));
 }
 
 void Narrator::Progress(const Window& window)
 {
-    const auto bars = window.ProgressBars();
-    m_out << "    avanzamento        \"" << window.Title() << "\", " << static_cast<long>(bars.front().value) << " di "
-          << static_cast<long>(bars.front().maximum);
-    for (const auto& label : window.Labels())
+    const auto bar = window.All(ControlKind::ProgressBar).front();
+    std::vector<std::string> lines = {'"' + window.Title() + "\", " + std::to_string(static_cast<long>(bar.position)) +
+                                      " di " + std::to_string(static_cast<long>(bar.maximum))};
+    for (const auto& label : window.All(ControlKind::Label))
     {
-        m_out << "\n                       " << Indented(label, "                       ");
+        lines.push_back(label.caption);
     }
-    m_out << '\n';
+    Say("avanzamento", Joined(lines, "\n"));
 }
 
-void Narrator::Did(const std::string& action)
+void Narrator::Did(const Node& action)
 {
-    m_out << "    l'operatore        " << action << '\n';
+    std::string text(action.statement->told);
+    if (const auto written = text.find('*'); written != std::string::npos)
+    {
+        text.replace(written, 1, action.behind);
+    }
+    Say("l'operatore", text);
 }
 
 // Row by row as long as a person would read it, else how many of each table.
-void Narrator::TellStored(const std::vector<RowChange>& stored)
+void Narrator::SayStored(const std::vector<RowChange>& stored)
 {
     constexpr std::size_t readable = 15;
-    if (stored.size() <= readable)
-    {
-        for (const auto& change : stored)
-        {
-            m_out << "    memorizzato        " << Told(change) << '\n';
-        }
-        return;
-    }
     std::map<std::string, std::size_t> counts;
     for (const auto& change : stored)
     {
-        ++counts[change.table + (change.kind == RowChange::Kind::Added     ? ", righe nuove: "
-                                 : change.kind == RowChange::Kind::Removed ? ", righe eliminate: "
-                                                                           : ", righe aggiornate: ")];
+        if (stored.size() <= readable)
+        {
+            Say("memorizzato", InWords(change));
+        }
+        else
+        {
+            ++counts[InWords(change.kind) + change.table];
+        }
     }
     for (const auto& [what, count] : counts)
     {
-        m_out << "    memorizzato        " << what << count << '\n';
+        Say("memorizzato", what + ", volte: " + std::to_string(count));
     }
 }
 
 void Narrator::CallEnds(const Outcome& outcome, const std::vector<RowChange>& stored)
 {
-    TellStored(stored);
+    SayStored(stored);
     m_rows += stored.size();
     if (outcome.fault)
     {
-        m_out << "    errore             " << *outcome.fault << '\n';
+        Say("errore", *outcome.fault);
         return;
     }
-    m_out << "    risposta           " << outcome.returned;
-    if (outcome.gestito)
-    {
-        m_out << ", Gestito " << (*outcome.gestito ? "True" : "False");
-    }
-    m_out << '\n';
+    Say("risposta", outcome.returned + (outcome.gestito ? ", Gestito " + BooleanText(*outcome.gestito) : ""));
 }
 
 void Narrator::Logged(const std::filesystem::path& logFolder)

@@ -2,18 +2,27 @@
 // summary.
 #pragma once
 
-#include "player/expectation.h"
-#include "player/operations.h"
+#include "player/screen.h"
 #include "player/snapshot.h"
+#include "player/statement.h"
 
 #include <cstddef>
 #include <filesystem>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace vellumo::player
 {
+
+// What came back from a call.
+struct Outcome
+{
+    std::string returned; // "" when it faulted
+    std::optional<bool> gestito;
+    std::optional<std::string> fault; // its description
+};
 
 class Narrator
 {
@@ -30,13 +39,15 @@ public:
     void Received(const std::string& reply);
     void WindowSeen(const Window& window, bool isNew);
     void Progress(const Window& window);
-    void Did(const std::string& action);
+    void Did(const Node& action);
     void CallEnds(const Outcome& outcome, const std::vector<RowChange>& stored);
     void Logged(const std::filesystem::path& logFolder);
     void Summary(std::size_t scenarios, std::size_t failed);
 
 private:
-    void TellStored(const std::vector<RowChange>& stored);
+    // One line of the story: what happens, and more about it.
+    void Say(const std::string& what, const std::string& text);
+    void SayStored(const std::vector<RowChange>& stored);
 
     std::ostream& m_out;
     std::size_t m_calls = 0;

@@ -1,20 +1,23 @@
 #include "player/progress_watch.h"
 
-#include "player/cell.h"
+#include "player/written.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace vellumo::player
 {
-
 namespace
 {
 
 // What the job is at: all that the window says but the last label, which names the row.
 std::vector<std::string> StageOf(const Window& window)
 {
-    auto labels = window.Labels();
+    std::vector<std::string> labels;
+    for (const auto& label : window.All(ControlKind::Label))
+    {
+        labels.push_back(label.caption);
+    }
     if (!labels.empty())
     {
         labels.pop_back();
@@ -24,69 +27,69 @@ std::vector<std::string> StageOf(const Window& window)
 
 } // namespace
 
-void ProgressWatch::Begin(const Place& call, const std::vector<ExpectedWindow>& windows, bool lenient)
+void ProgressWatch::Begin(const Node& call, bool lenient)
 {
-    m_call = call;
+    m_call = call.place;
     m_lenient = lenient;
     m_windows.clear();
     m_windowId = 0;
     m_told = false;
-    for (const auto& window : windows)
+    for (const auto& line : call.below)
     {
-        m_windows.push_back({window, false, std::vector<bool>(window.items.size())});
+        if (line.Keyword() == "watch")
+        {
+            m_windows.push_back({&line, false, std::vector<bool>(line.below.size())});
+        }
     }
 }
 
-void ProgressWatch::Look(const Window& window)
+void ProgressWatch::Look(Window& window)
 {
-    if (window.ProgressBars().empty())
+    if (window.All(ControlKind::ProgressBar).empty())
     {
         return;
     }
     LookAtBar(window);
+    const auto title = window.Title();
     const auto found = std::find_if(m_windows.begin(), m_windows.end(),
-                                    [&](const Watched& each) { return each.expected.title == window.Title(); });
+                                    [&](const Watched& each) { return each.expected->Text("TITLE") == title; });
     if (found == m_windows.end())
     {
-        if (!m_told)
+        if (!std::exchange(m_told, true))
         {
-            m_report(m_call, "the window " + Quoted(window.Title()) + " appeared, which is not watched");
-            m_told = true;
+            m_audience.Report(m_call, "the window " + Quoted(title) + " appeared, which is not watched");
         }
         return;
     }
     found->seen = true;
-    for (std::size_t item = 0; item < found->met.size(); ++item)
+    for (std::size_t line = 0; line < found->met.size(); ++line)
     {
-        // A look does nothing to the window.
-        found->met[item] = found->met[item] || !found->expected.items[item].perform(const_cast<Window&>(window));
+        found->met[line] = found->met[line] || m_audience.IsSo(found->expected->below[line], window);
     }
 }
 
 void ProgressWatch::LookAtBar(const Window& window)
 {
-    const ProgressSeen bar = window.ProgressBars().front();
+    const auto bar = window.All(ControlKind::ProgressBar).front();
     if (window.Id() != m_windowId)
     {
         m_windowId = window.Id();
         m_milestones = 0;
-        m_last = bar;
+        m_last = bar.position;
     }
     // Each table begins anew; its first row is there a moment before its name.
     auto stage = StageOf(window);
-    if (stage == m_stage && bar.value < m_last.value && bar.value > 1 && !m_told)
+    if (stage == m_stage && bar.position < m_last && bar.position > 1 && !std::exchange(m_told, true))
     {
-        m_report(m_call, "the bar of " + Quoted(window.Title()) + " went back");
-        m_told = true;
+        m_audience.Report(m_call, "the bar of " + Quoted(window.Title()) + " went back");
     }
-    m_last = bar;
+    m_last = bar.position;
     m_stage = std::move(stage);
-    const bool milestone = m_milestones == 0 || (m_milestones == 1 && bar.value >= bar.maximum / 2 && bar.value > 0) ||
-                           (m_milestones == 2 && bar.value >= bar.maximum);
-    if (milestone)
+    if (m_milestones == 0 || (m_milestones == 1 && bar.position >= bar.maximum / 2 && bar.position > 0) ||
+        (m_milestones == 2 && bar.position >= bar.maximum))
     {
         ++m_milestones;
-        m_onMilestone(window);
+        m_audience.OnMilestone(window);
     }
 }
 
@@ -94,15 +97,16 @@ void ProgressWatch::End()
 {
     for (const auto& [expected, seen, met] : m_windows)
     {
+        const auto title = Quoted(expected->Text("TITLE"));
         if (!seen && !m_lenient)
         {
-            m_report(expected.place, "the window " + Quoted(expected.title) + " did not appear");
+            m_audience.Report(expected->place, "the window " + title + " did not appear");
         }
-        for (std::size_t item = 0; item < met.size(); ++item)
+        for (std::size_t line = 0; line < met.size(); ++line)
         {
-            if (seen && !met[item] && !m_lenient)
+            if (seen && !met[line] && !m_lenient)
             {
-                m_report(expected.items[item].place, "this was never to be seen in " + Quoted(expected.title));
+                m_audience.Report(expected->below[line].place, "this was never to be seen in " + title);
             }
         }
     }

@@ -1,7 +1,8 @@
 #include "player/run.h"
 
 #include "host/fault.h"
-#include "player/cell.h"
+#include "player/controls.h"
+#include "player/written.h"
 
 #include <algorithm>
 #include <cctype>
@@ -12,33 +13,32 @@ namespace vellumo::player
 namespace
 {
 
-std::string Text(bool value)
+std::string FileName(std::string title)
 {
-    return value ? "True" : "False";
+    std::replace_if(
+        title.begin(), title.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '-');
+    return title;
 }
 
-std::string FileName(const std::string& title)
+// Null when there is none.
+const Node* LineBelow(const Node& node, std::string_view keyword)
 {
-    std::string name;
-    for (const char c : title)
-    {
-        name += std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '-';
-    }
-    return name;
+    const auto found =
+        std::find_if(node.below.begin(), node.below.end(), [=](const Node& line) { return line.Keyword() == keyword; });
+    return found == node.below.end() ? nullptr : &*found;
 }
 
 } // namespace
 
+std::filesystem::path FileBeside(const Node& node, const std::string& name)
+{
+    return std::filesystem::path(node.place.file).parent_path() / std::filesystem::u8path(name);
+}
+
 Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator* narrator)
     : m_options(std::move(options))
     , m_narrator(narrator)
-    , m_watch([this](const Place& place, const std::string& what) { Report(place, what); },
-              [this](const Window& window) { OnProgress(window); })
-    , m_player([this](const Place& place, const std::string& what) { Report(place, what); },
-               [this](const Window& window, bool isNew) { OnWindow(window, isNew); },
-               [this](const Window& window, const std::string& told) { OnAction(window, told); },
-               [this](const Window& window) { m_watch.Look(window); })
-    , m_stage(std::make_unique<Stage>(model, folder, m_player))
+    , m_stage(std::make_unique<Stage>(model, folder, m_operator))
 {
     m_stage->Network().onCall = [this](const std::string& requestXml) { OnRequest(requestXml); };
     m_stage->Network().onReply = [this](const std::string& reply)
@@ -51,8 +51,38 @@ Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder
     m_stage->SetStatementSeen([this] { OnStatement(); });
     if (m_options.failingStatement != 0)
     {
-        m_stage->AddFault({"", m_options.failingStatement, "Errore provocato del database.", 0});
+        m_stage->AddFault({"", m_options.failingStatement, "Errore provocato del database."});
     }
+}
+
+void Run::Play(const Node& node)
+{
+    try
+    {
+        m_place = node.place;
+        node.Perform(*this);
+    }
+    catch (const Differs& difference)
+    {
+        Report(node.place, difference.what());
+    }
+    catch (const std::exception& fault)
+    {
+        Report(node.place, std::string("this could not be done: ") + fault.what());
+    }
+}
+
+void Run::PlayBelow(const Node& node)
+{
+    for (const auto& line : node.below)
+    {
+        Play(line);
+    }
+}
+
+void Run::MustHaveEffect(const Node& line, std::string otherwise, std::function<bool()> hadEffect)
+{
+    m_awaited.push_back({line.place, std::move(otherwise), std::move(hadEffect)});
 }
 
 std::int32_t Run::PatientId(const std::string& codiceFiscale)
@@ -65,31 +95,21 @@ std::int32_t Run::PatientId(const std::string& codiceFiscale)
 }
 
 // "8, Anna Ferrari", "101, 2, farmaci" or "certificato 1, Elena Colombo"
-std::string Run::Describe(const Call& call, const Asked& asked)
+std::string Run::Describe(const Node& operation)
 {
-    const auto first = asked.argument.value.ToText();
-    const auto kind = asked.kind == host::kindDrugs   ? ", farmaci"
-                      : asked.kind == host::kindTests ? ", accertamenti"
-                                                      : "";
-    switch (FindOperation(call.operation)->arguments)
+    std::vector<std::string> words;
+    for (std::size_t i = 0; i < m_current.arguments.size(); ++i)
     {
-    case Arguments::None:
-        break;
-    case Arguments::Form:
-        return first + kind;
-    case Arguments::Prescription:
-        return first + ", " + asked.second.value.ToText() + kind;
-    case Arguments::Patient:
-        return first + NameOf(asked.argument.value);
-    case Arguments::Certificate:
-        return call.argument.certificate == 0
-                   ? first
-                   : "certificato " + std::to_string(call.argument.certificate) +
-                         NameOf(m_stage->Database().Single(
-                             "SELECT IDPaziente FROM CertificatoMalattia WHERE IDCertificatoMalattia = " +
-                             std::to_string(call.argument.certificate)));
+        const auto& [passing, value, record] = m_current.arguments[i];
+        const bool isPatient = m_current.kind == 0 && !operation.Keyword().ends_with("Certificato");
+        words.push_back(record ? "certificato " + operation.parts[i].Text("N") + NameOf(record->Get("IDPaziente"))
+                               : value.ToText() + (isPatient ? NameOf(value) : ""));
     }
-    return "";
+    if (m_current.kind == host::kindDrugs || m_current.kind == host::kindTests)
+    {
+        words.emplace_back(m_current.kind == host::kindDrugs ? "farmaci" : "accertamenti");
+    }
+    return Joined(words, ", ");
 }
 
 std::string Run::NameOf(const host::Value& patient)
@@ -110,117 +130,100 @@ void Run::Remember()
 
 std::vector<RowChange> Run::Changes()
 {
-    return m_before ? player::Compare(*m_before, TakeSnapshot(m_stage->Database())) : std::vector<RowChange>();
+    return m_before ? player::Compare(*m_before, Now()) : std::vector<RowChange>();
 }
 
-void Run::Perform(const Call& call)
+void Run::Call(const Node& call)
 {
     Remember();
-    m_place = call.place;
-    Asked asked{m_stage->Provider(),
-                m_session,
-                {call.argument.passing, call.argument.value},
-                {call.second.passing, call.second.value},
-                call.kind};
-    if (!call.argument.patient.empty())
+    m_current = {};
+    const auto& operation = call.parts.front();
+    for (const auto& part : operation.parts)
     {
-        asked.argument.value = PatientId(call.argument.patient);
-        if (asked.argument.value.ToInteger() == 0)
-        {
-            Report(call.place, "the practice has no patient " + call.argument.patient);
-            return;
-        }
+        part.Perform(*this);
     }
     if (m_narrator != nullptr)
     {
-        m_narrator->CallBegins(call.operation, Describe(call, asked));
+        m_narrator->CallBegins(std::string(operation.Keyword()), Describe(operation));
     }
-    const auto snapshot = m_narrator != nullptr ? TakeSnapshot(m_stage->Database()) : Snapshot();
-    *call.folder = m_stage->Practice().Folder();
-    m_watch.Begin(call.place, call.watched, m_options.failingStatement != 0);
-    m_player.Begin(call.place, call.windows, m_options.failingStatement != 0);
-    Outcome outcome;
+    const auto before = m_narrator != nullptr ? Now() : Snapshot();
+    const bool lenient = m_options.failingStatement != 0;
+    m_watch.Begin(call, lenient);
+    m_operator.Begin(call, lenient);
     try
     {
-        if (call.argument.certificate != 0)
-        {
-            asked.argument.record = m_stage->LoadCertificate(call.argument.certificate);
-        }
-        FindOperation(call.operation)->perform(asked, outcome);
+        operation.Perform(*this);
     }
     catch (const host::Fault& fault)
     {
-        outcome = {"", std::nullopt, fault.Description()};
+        m_current.outcome = {"", std::nullopt, fault.Description()};
     }
-    m_player.End();
+    m_operator.End();
     m_watch.End();
     if (m_narrator != nullptr)
     {
-        m_narrator->CallEnds(outcome, player::Compare(snapshot, TakeSnapshot(m_stage->Database())));
+        m_narrator->CallEnds(m_current.outcome, player::Compare(before, Now()));
     }
-    // With a fault on purpose the answer depends on where it struck.
-    if (m_options.failingStatement == 0)
+    // With a fault on purpose what is returned depends on where it struck.
+    if (!lenient)
     {
-        Compare(call, outcome);
+        Compare(call);
     }
 }
 
-void Run::Compare(const Call& call, const Outcome& outcome)
+void Run::Compare(const Node& call)
 {
-    if (outcome.fault.has_value() != call.fault.has_value())
+    const auto& [returned, gestito, fault] = m_current.outcome;
+    const auto* const faults = LineBelow(call, "faults");
+    if (fault.has_value() != (faults != nullptr))
     {
-        Report(call.place, outcome.fault ? "the call faulted: " + Quoted(*outcome.fault)
-                                         : "the call did not fault, it returned " + outcome.returned);
-        return;
+        throw Differs(fault ? "the call faulted: " + Quoted(*fault)
+                            : "the call did not fault, it returned " + returned);
     }
-    if (outcome.fault)
+    if (fault)
     {
-        if (outcome.fault->find(*call.fault) == std::string::npos)
+        if (fault->find(faults->Text("PART")) == std::string::npos)
         {
-            Report(call.place, "fault\n  expected: " + Quoted(*call.fault) + "\n  seen:     " + Quoted(*outcome.fault));
+            Expect("fault", faults->Text("PART"), *fault);
         }
         return;
     }
-    auto expected = *call.returns;
-    constexpr std::string_view patient = "patient ";
-    if (expected.substr(0, patient.size()) == patient)
+    const auto* const returns = LineBelow(call, "returns");
+    const auto id = returns->Has("patient") ? PatientId(returns->Text("CF")) : 0;
+    const auto expected = returns->Has("patient") ? std::to_string(id) : returns->Text("VALUE");
+    if (expected != returned || (returns->Has("patient") && id == 0))
     {
-        expected = std::to_string(PatientId(expected.substr(patient.size())));
+        Report(call.place, "returned value\n  expected: " + returns->behind +
+                               (returns->Has("patient") ? " (" + expected + ")" : "") + "\n  seen:     " + returned);
     }
-    if (expected != outcome.returned || (expected == "0") != (*call.returns == "0"))
+    if (const auto* const line = LineBelow(call, "gestito"); line != nullptr && gestito)
     {
-        Report(call.place, "returned value\n  expected: " + *call.returns +
-                               (expected == *call.returns ? "" : " (" + expected + ")") +
-                               "\n  seen:     " + outcome.returned);
-    }
-    if (call.gestito && call.gestito != outcome.gestito)
-    {
-        Report(call.place, "Gestito is " + Text(!*call.gestito) + ", expected " + Text(*call.gestito));
+        Expect("Gestito", BooleanText(line->Has("True")), BooleanText(*gestito));
     }
 }
 
-void Run::CreateProvider(const Place& place, const std::optional<std::string>& fault)
+void Run::CreateProvider(const std::optional<std::string>& fault)
 {
     Remember();
-    m_place = place;
     if (!m_stage->ReleaseProvider())
     {
-        Report(place, "the library could not be unloaded after the provider was released");
+        Report(m_place, "the library could not be unloaded after the provider was released");
     }
     try
     {
         static_cast<void>(m_stage->Provider());
-        if (fault)
-        {
-            Report(place, "the provider was created");
-        }
     }
     catch (const host::Fault& seen)
     {
         if (!fault || seen.Description().find(*fault) == std::string::npos)
         {
-            Report(place, "creating the provider faulted: " + Quoted(seen.Description()));
+            throw Differs("creating the provider faulted: " + Quoted(seen.Description()));
         }
+        return;
+    }
+    if (fault)
+    {
+        throw Differs("the provider was created");
     }
 }
 
@@ -234,6 +237,13 @@ void Run::Finish(const Place& place)
     if (!m_stage->ReleaseProvider())
     {
         Report(place, "the library could not be unloaded after the provider was released: something still holds it");
+    }
+    for (const auto& line : m_awaited)
+    {
+        if (!line.hadEffect())
+        {
+            m_withoutEffect.push_back({line.place, line.otherwise});
+        }
     }
 }
 
@@ -256,70 +266,83 @@ void Run::OnWindow(const Window& window, bool isNew)
 }
 
 // A window that the operator has worked in is worth a picture before it goes.
-void Run::OnAction(const Window& window, const std::string& told)
+void Run::Perform(const Node& line, Window& window)
 {
-    if (m_touched)
+    if (!line.statement->told.empty())
     {
-        TakeScreenshot(window.Title());
+        if (m_touched)
+        {
+            TakeScreenshot(window.Title());
+        }
+        m_touched = true;
+        if (m_narrator != nullptr)
+        {
+            m_narrator->Did(line);
+        }
     }
-    m_touched = true;
-    if (m_narrator != nullptr)
+    m_window = &window;
+    line.Perform(*this);
+}
+
+bool Run::IsSo(const Node& look, Window& window)
+{
+    try
     {
-        m_narrator->Did(told);
+        m_window = &window;
+        look.Perform(*this);
+        return true;
+    }
+    catch (const Differs&)
+    {
+        return false;
     }
 }
 
-// A call travels inside the wait window, which must be on screen and say so.
-void Run::OnRequest(const std::string& requestXml)
+// A call travels inside the wait window, which must be on screen and say so. Returns what operation it names.
+std::string Run::LookAtWaitWindow()
 {
-    const auto window = m_stage->GetTarget().Topmost();
-    Travel travel;
-    if (!window || window->Kind() != WindowKind::Form || window->Title() != "SISS Lombardia")
+    const auto* const window = m_stage->GetTarget().Topmost();
+    if (window == nullptr || window->Kind() != WindowKind::Form || window->Title() != "SISS Lombardia")
     {
         Report(m_place, "the request does not travel inside the wait window; on top is " +
-                            (window ? player::Describe(*window) : "nothing"));
+                            (window != nullptr ? player::Describe(*window) : "nothing"));
+        return "";
     }
-    else
+    auto labels = NamesOf(window->All(ControlKind::Label));
+    for (const std::string fixed : {"Attendere...", "Trasmissione/Ricezione dati in corso..."})
     {
-        auto labels = window->Labels();
-        for (const std::string fixed : {"Attendere...", "Trasmissione/Ricezione dati in corso..."})
+        if (std::erase(labels, fixed) == 0)
         {
-            const auto found = std::find(labels.begin(), labels.end(), fixed);
-            if (found == labels.end())
-            {
-                Report(m_place, "the wait window does not show " + Quoted(fixed));
-            }
-            else
-            {
-                labels.erase(found);
-            }
+            Report(m_place, "the wait window does not show " + Quoted(fixed));
         }
-        travel.shownAs = labels.empty() ? "" : labels.front();
-        TakeScreenshot(window->Title());
     }
-    m_travels.push_back(travel);
+    TakeScreenshot(window->Title());
+    return labels.empty() ? "" : labels.front();
+}
+
+void Run::OnRequest(const std::string& requestXml)
+{
+    m_shownAs.push_back(LookAtWaitWindow());
     if (m_narrator != nullptr)
     {
-        m_narrator->Sent(requestXml, travel.shownAs);
+        m_narrator->Sent(requestXml, m_shownAs.back());
     }
 }
 
 // Where nothing else lets the target look at a window that is at work, a statement of its job does.
 void Run::OnStatement()
 {
-    if (m_stage->StatementCount() == m_options.dyingStatement)
+    if (m_stage->Statements().size() == m_options.dyingStatement)
     {
         std::_Exit(died);
     }
-    const auto window = m_stage->GetTarget().Topmost();
-    if (window && !window->ProgressBars().empty())
+    if (auto* const window = m_stage->GetTarget().Topmost(); window != nullptr)
     {
         m_watch.Look(*window);
     }
 }
 
-// The start, the middle and the end of a job are worth a picture.
-void Run::OnProgress(const Window& window)
+void Run::OnMilestone(const Window& window)
 {
     TakeScreenshot(window.Title());
     if (m_narrator != nullptr)

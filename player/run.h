@@ -1,11 +1,10 @@
-// One scenario while it runs: what its steps act on, and the differences found so far.
+// One scenario while it is played: what its lines act on, and the differences found so far.
 #pragma once
 
-#include "player/expectation.h"
+#include "player/audience.h"
 #include "player/narrator.h"
-#include "player/operations.h"
-#include "player/player.h"
 #include "player/progress_watch.h"
+#include "player/scripted_operator.h"
 #include "player/snapshot.h"
 #include "player/stage.h"
 
@@ -25,39 +24,28 @@ struct Difference
     std::string what;
 };
 
-// A value of a call, written "12", "null", "patient RSSMRA45C12F205C", "certificate 3", "reference 12" …; a patient is
-// looked up and a certificate loaded when the call is made.
-struct CallArgument
+// What a line opens for those that belong to it.
+struct Opened
 {
-    norda::Passing passing = norda::Passing::Missing;
-    host::Value value;
-    std::string patient;          // fiscal code; "" for none
-    std::int32_t certificate = 0; // its number; 0 for none
+    std::string citizen; // his code
+    siss::Behaviour reply;
+    std::size_t request = 0; // counted from 0
+    siss::Element requestBody;
+    std::filesystem::path logFolder;
 };
 
-struct Call
+// A call that is being made.
+struct CallInProgress
 {
-    Place place;
-    std::string operation;
-    CallArgument argument;
-    CallArgument second;
-    std::int32_t kind = 0; // of a prescription: 1 drugs, 2 tests
-    std::vector<ExpectedWindow> windows;
-    std::vector<ExpectedWindow> watched; // windows with a progress bar, which are at work and wait for nobody
-    // The practice's folder, known once the call is made.
-    std::shared_ptr<std::filesystem::path> folder = std::make_shared<std::filesystem::path>();
-    std::optional<std::string> returns; // "12", "True", "patient …", "new patient"
-    std::optional<bool> gestito;
-    std::optional<std::string> fault; // part of its description
+    std::vector<norda::Argument> arguments; // of the operation, in order; a session is none
+    std::int32_t kind = 0;                  // of a prescription: 1 drugs, 2 tests
+    Outcome outcome;
 };
 
-// What one request showed on its way.
-struct Travel
-{
-    std::string shownAs; // the operation that the wait window named
-};
+// The folder of the scenario's file is where the files that it names lie.
+[[nodiscard]] std::filesystem::path FileBeside(const Node& node, const std::string& name);
 
-class Run
+class Run final : private Audience
 {
 public:
     // Exit code of a process that ended at its `dyingStatement`.
@@ -66,58 +54,90 @@ public:
     struct Options
     {
         std::filesystem::path screenshots; // empty: none are taken
-        bool snapshots = false;            // the scenario, or its narrator, compares the database
+        bool snapshots = false;            // the scenario compares the database
         std::size_t failingStatement = 0;  // of a sweep: the statement of the library that fails; 0: none
         std::size_t dyingStatement = 0;    // the statement before which the process ends; 0: none
     };
     Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator* narrator);
 
-    // Null before the first is opened.
-    [[nodiscard]] const norda::PrescriptionSession* Session() const noexcept { return m_session.get(); }
-    [[nodiscard]] Stage& GetStage() noexcept { return *m_stage; }
-    void Tell(const std::string& text);
-    void Report(const Place& place, const std::string& what) { m_differences.push_back({place, what}); }
-    [[nodiscard]] const std::vector<Difference>& Differences() const noexcept { return m_differences; }
-
-    void Perform(const Call& call);
-    // Creates the provider now; `fault` empty: it must succeed.
-    void CreateProvider(const Place& place, const std::optional<std::string>& fault);
-    // Releases the provider and looks whether the library could be unloaded.
+    // Does what the line says and reports what differs.
+    void Play(const Node& node);
+    // The lines that belong to it.
+    void PlayBelow(const Node& node);
+    // Releases the provider, and looks whether the library could be unloaded and which lines had no effect.
     void Finish(const Place& place);
+
+    void Report(const Place& place, const std::string& what) override { m_differences.push_back({place, what}); }
+    [[nodiscard]] const std::vector<Difference>& Differences() const noexcept { return m_differences; }
+    // Lines that set something up and changed nothing, so that they say what is not so.
+    [[nodiscard]] const std::vector<Difference>& WithoutEffect() const noexcept { return m_withoutEffect; }
+
+    // For the statements.
+    [[nodiscard]] Stage& GetStage() noexcept { return *m_stage; }
+    [[nodiscard]] Opened& Open() noexcept { return m_opened; }
+    [[nodiscard]] CallInProgress& Current() noexcept { return m_current; }
+    // The window at which the operator is.
+    [[nodiscard]] Window& TheWindow() noexcept { return *m_window; }
+    // The session that the host keeps; null before the first is opened.
+    [[nodiscard]] std::shared_ptr<norda::PrescriptionSession>& Session() noexcept { return m_session; }
+    // What the wait window named for each request.
+    [[nodiscard]] const std::vector<std::string>& ShownAs() const noexcept { return m_shownAs; }
+    void Tell(const std::string& text);
+    void Call(const Node& call);
+    // Creates the provider now; `fault` empty: it must succeed.
+    void CreateProvider(const std::optional<std::string>& fault);
+    // The line changes nothing, now or at the end of the scenario.
+    void HasNoEffect(const Node& line, const std::string& why) { m_withoutEffect.push_back({line.place, why}); }
+    void MustHaveEffect(const Node& line, std::string otherwise, std::function<bool()> hadEffect);
+    // 0 when nobody has it.
+    [[nodiscard]] std::int32_t PatientId(const std::string& codiceFiscale);
 
     // What has changed since before the first call.
     [[nodiscard]] std::vector<RowChange> Changes();
     // All rows before the first call, and now. Only with snapshots.
     [[nodiscard]] const Snapshot& Before() const { return m_before.value(); }
     [[nodiscard]] Snapshot Now() { return TakeSnapshot(m_stage->Database()); }
-    [[nodiscard]] const std::vector<Travel>& Travels() const noexcept { return m_travels; }
     // Whether the failing statement of a sweep has been reached.
-    [[nodiscard]] bool HasFailed() const noexcept { return m_stage->StatementCount() >= m_options.failingStatement; }
+    [[nodiscard]] bool HasFailed() const noexcept { return m_stage->Statements().size() >= m_options.failingStatement; }
 
 private:
-    void Compare(const Call& call, const Outcome& outcome);
-    void OnWindow(const Window& window, bool isNew);
-    void OnAction(const Window& window, const std::string& told);
+    void Perform(const Node& line, Window& window) override;
+    [[nodiscard]] bool IsSo(const Node& look, Window& window) override;
+    void OnWindow(const Window& window, bool isNew) override;
+    void OnMilestone(const Window& window) override;
+    void OnWork(Window& window) override { m_watch.Look(window); }
     void OnRequest(const std::string& requestXml);
     void OnStatement();
-    void OnProgress(const Window& window);
+    [[nodiscard]] std::string LookAtWaitWindow();
+    void Compare(const Node& call);
     void TakeScreenshot(const std::string& title);
     void Remember();
-    [[nodiscard]] std::string Describe(const Call& call, const Asked& asked);
+    [[nodiscard]] std::string Describe(const Node& operation);
     // ", Anna Ferrari"; "" for nobody of the practice.
     [[nodiscard]] std::string NameOf(const host::Value& patient);
-    [[nodiscard]] std::int32_t PatientId(const std::string& codiceFiscale);
+
+    struct Awaited
+    {
+        Place place;
+        std::string otherwise;
+        std::function<bool()> hadEffect;
+    };
 
     Options m_options;
     Narrator* m_narrator;
     std::vector<Difference> m_differences;
-    ProgressWatch m_watch;
-    Player m_player;
+    std::vector<Difference> m_withoutEffect;
+    std::vector<Awaited> m_awaited;
+    ProgressWatch m_watch{*this};
+    ScriptedOperator m_operator{*this};
     std::unique_ptr<Stage> m_stage;
-    std::shared_ptr<norda::PrescriptionSession> m_session; // that the host keeps
+    std::shared_ptr<norda::PrescriptionSession> m_session;
     std::optional<Snapshot> m_before;
-    Place m_place; // of the call being made
-    std::vector<Travel> m_travels;
+    Opened m_opened;
+    CallInProgress m_current;
+    Window* m_window = nullptr;
+    Place m_place; // of the line being played
+    std::vector<std::string> m_shownAs;
     int m_pictures = 0;
     bool m_touched = false; // something was done to the window since its last picture
 };

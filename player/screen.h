@@ -1,6 +1,5 @@
-// A window as the operator sees it, and what the operator can do to it. The scenario player reads and works windows
-// only through this, so that one scenario checks the same things natively (windows as state) and on Windows (the real
-// ones).
+// A window as the operator sees it, and what the operator can do to it. The player reads and works windows only through
+// this, so that one scenario checks the same things natively (windows as state) and on Windows (the real ones).
 //
 // Windows is the harder target, and it shapes the contract: the robot there works from a timer inside the window's
 // own modal loop, on the same thread. So the player is a step machine. Each call of `Operator::OnScreen` looks at the
@@ -27,49 +26,33 @@ enum class WindowKind
     FileDialog // the platform's own for choosing a file to open
 };
 
-// Captions and labels are as the operator reads them: without the "&" of the access key. Hidden controls are not
-// seen. Everything is counted from 0, top to bottom and then left to right.
-struct ButtonSeen
+enum class ControlKind
 {
-    std::string caption;
-    std::optional<ui::Answer> standard; // in a box: which answer it gives, whatever its caption reads
-    bool isDefault = false;
-    bool enabled = true;
+    Label,
+    Button,
+    Toggle, // a check box or an option button
+    TextBox,
+    List,
+    ProgressBar,
+    Grid
 };
 
-// A check box or an option button.
-struct ToggleSeen
+// What a control shows. Captions and labels are as the operator reads them: without the "&" of the access key.
+struct ControlSeen
 {
-    std::string caption;
-    bool on = false;
+    ControlKind kind = ControlKind::Label;
+    std::string caption; // of a text box the label that names it, "" when there is none
     bool enabled = true;
-};
-
-struct TextBoxSeen
-{
-    std::string caption; // the label that names it, "" when there is none
-    std::string value;
-    bool enabled = true;
-};
-
-struct ListSeen
-{
-    std::vector<std::string> entries;
-    int index = -1; // -1: nothing chosen
-    bool enabled = true;
-};
-
-struct ProgressSeen
-{
-    double value = 0;
+    bool isDefault = false;              // of a button
+    std::optional<ui::Answer> answer;    // of a box's button: what it gives, whatever its caption reads
+    bool on = false;                     // of a toggle
+    std::string value;                   // of a text box
+    std::vector<std::string> entries;    // of a list
+    std::vector<std::string> columns;    // captions, of a grid
+    std::size_t rowCount = 0;            // of a grid; thousands are possible, hence `Window::Cell`
+    std::optional<std::size_t> selected; // entry or row
+    double position = 0;                 // of a progress bar
     double maximum = 0;
-};
-
-struct GridSeen
-{
-    std::vector<std::string> columns; // captions
-    std::size_t rowCount = 0;         // thousands are possible, hence `Window::Cell`
-    std::optional<std::size_t> selected;
 };
 
 struct CellSeen
@@ -89,18 +72,20 @@ public:
     [[nodiscard]] virtual std::uint64_t Id() const = 0;
     [[nodiscard]] virtual WindowKind Kind() const = 0;
     [[nodiscard]] virtual std::string Title() const = 0;
-    // Of a box: its icon, and its text with lines joined by CR LF. Of a form: None and "".
-    [[nodiscard]] virtual ui::Icon Icon() const = 0;
-    [[nodiscard]] virtual std::string Text() const = 0;
-
-    [[nodiscard]] virtual std::vector<std::string> Labels() const = 0;
-    [[nodiscard]] virtual std::vector<ButtonSeen> Buttons() const = 0;
-    [[nodiscard]] virtual std::vector<ToggleSeen> Toggles() const = 0;
-    [[nodiscard]] virtual std::vector<TextBoxSeen> TextBoxes() const = 0;
-    [[nodiscard]] virtual std::vector<ListSeen> Lists() const = 0;
-    [[nodiscard]] virtual std::vector<ProgressSeen> ProgressBars() const = 0;
-    [[nodiscard]] virtual std::vector<GridSeen> Grids() const = 0;
+    // Of a box: its icon, and its text with lines joined by CR LF.
+    [[nodiscard]] virtual ui::Icon Icon() const { return ui::Icon::None; }
+    [[nodiscard]] virtual std::string Text() const { return {}; }
+    // All that can be seen, top to bottom and then left to right; hidden controls are not.
+    [[nodiscard]] virtual std::vector<ControlSeen> Controls() const = 0;
     [[nodiscard]] virtual CellSeen Cell(std::size_t grid, std::size_t row, std::size_t column) const = 0;
+
+    // Those of one kind; every number below is a place among these, counted from 0.
+    [[nodiscard]] std::vector<ControlSeen> All(ControlKind kind) const
+    {
+        auto controls = Controls();
+        std::erase_if(controls, [kind](const ControlSeen& control) { return control.kind != kind; });
+        return controls;
+    }
 
     // Actions. Each is started and may take effect after its return. The player presses only what exists; pressing
     // something disabled does nothing, as with a real hand.
@@ -110,17 +95,17 @@ public:
     // Replaces the content of a text box, as typing does: the form hears of it.
     virtual void Type(std::size_t textBox, const std::string& text) = 0;
     virtual void SetToggle(std::size_t toggle, bool on) = 0;
-    virtual void ChooseEntry(std::size_t list, int index) = 0;
+    virtual void ChooseEntry(std::size_t list, std::size_t entry) = 0;
     // One key or combination at the control that has the keyboard: "Tab", "Shift+Tab", "Enter", "Escape", "Space",
-    // "Up", "Down", "Home", "End", "Alt+C", or a single character. False where the target has no keyboard (natively),
-    // and then nothing has happened.
+    // "Up", "Down", "Home", "End", "Alt+C", or a single character. False where the target has no such key, and then
+    // nothing has happened.
     virtual bool Key(const std::string& key) = 0;
     virtual void CloseByFrame() = 0;
     // In a file dialog: names the file and opens it; "" cancels.
-    virtual void ChooseFile(const std::filesystem::path& file) { static_cast<void>(file); }
+    virtual void ChooseFile(const std::filesystem::path& file) = 0;
 };
 
-// Whoever sits in front of the screen. Nothing escapes from `OnScreen`.
+// Whoever sits in front of the screen. Nothing escapes from here.
 class Operator
 {
 public:
@@ -131,7 +116,7 @@ public:
     virtual void OnScreen(Window& window) noexcept = 0;
 
     // `window` is at work and waits for nobody; it has a progress bar. Called whenever the target can look at it.
-    virtual void OnBusy(const Window& window) noexcept { static_cast<void>(window); }
+    virtual void OnBusy(Window& window) noexcept { static_cast<void>(window); }
 };
 
 } // namespace vellumo::player

@@ -1,6 +1,6 @@
 #include "player/snapshot.h"
 
-#include "host/clock.h"
+#include "player/written.h"
 
 #include <array>
 #include <cstdlib>
@@ -9,8 +9,6 @@ namespace vellumo::player
 {
 namespace
 {
-
-constexpr double quarterOfAnHour = 1.0 / 96;
 
 constexpr std::array tables = {"Norda..Regione",
                                "Norda..Provincia",
@@ -32,28 +30,6 @@ constexpr std::array tables = {"Norda..Regione",
                                "SincronizzazioneTabella",
                                "GiornaleServizi"};
 
-std::string Digits(int number, std::size_t width)
-{
-    const auto text = std::to_string(number);
-    return std::string(width - std::min(width, text.size()), '0') + text;
-}
-
-std::string DateText(const host::Date& date)
-{
-    const auto day = date.ToCalendar();
-    auto text = Digits(day.year, 4) + '-' + Digits(day.month, 2) + '-' + Digits(day.day, 2);
-    if (day.hour == 0 && day.minute == 0 && day.second == 0)
-    {
-        return text;
-    }
-    const auto age = host::SystemClock().Now().ToOle() - date.ToOle();
-    if (age >= 0 && age < quarterOfAnHour)
-    {
-        return "now";
-    }
-    return text + ' ' + Digits(day.hour, 2) + ':' + Digits(day.minute, 2) + ':' + Digits(day.second, 2);
-}
-
 TableTexts ReadTable(norda::Database& database, const std::string& table)
 {
     TableTexts texts;
@@ -67,7 +43,7 @@ TableTexts ReadTable(norda::Database& database, const std::string& table)
         auto& row = texts.rows[rows->Field(0).ToInteger()];
         for (std::size_t i = 1; i < texts.columns.size(); ++i)
         {
-            row[texts.columns[i]] = ScenarioText(rows->Field(i));
+            row[texts.columns[i]] = ValueText(rows->Field(i));
         }
     }
     return texts;
@@ -125,16 +101,6 @@ void CompareTable(const std::string& table, const TableTexts& before, const Tabl
 
 } // namespace
 
-std::string ScenarioText(const host::Value& value)
-{
-    if (value.IsNull())
-    {
-        return "NULL";
-    }
-    const auto* const date = std::get_if<host::Date>(&value.Get());
-    return date == nullptr ? value.ToText() : DateText(*date);
-}
-
 Snapshot TakeSnapshot(norda::Database& database)
 {
     Snapshot snapshot;
@@ -158,18 +124,13 @@ std::vector<RowChange> Compare(const Snapshot& before, const Snapshot& after)
 std::string RowChange::Text() const
 {
     std::string text = kind == Kind::Added ? "added " : kind == Kind::Changed ? "changed " : "removed ";
-    text += table;
-    text += kind == Kind::Added ? "" : ' ' + std::to_string(key);
-    const char* between = " ";
+    text += table + (kind == Kind::Added ? "" : ' ' + std::to_string(key));
+    std::vector<std::string> columns;
     for (const auto& [column, value] : texts)
     {
-        text += between;
-        text += column;
-        text += " = ";
-        text += value;
-        between = " | ";
+        columns.push_back(column + " = " + value);
     }
-    return text;
+    return text + (columns.empty() ? "" : " ") + Joined(columns, " | ");
 }
 
 } // namespace vellumo::player

@@ -10,8 +10,7 @@
 namespace vellumo::player
 {
 
-// A row's texts by column, as scenarios write them: dates "2024-01-31" with " 09:30:00" behind it when there is a time
-// of day, Booleans "True" and "False", NULL "NULL". "now" stands for a moment within the last quarter of an hour.
+// A row's texts by column, as `ValueText` writes them.
 using RowTexts = std::map<std::string, std::string>;
 
 struct TableTexts
@@ -42,7 +41,5 @@ struct RowChange
 };
 
 [[nodiscard]] std::vector<RowChange> Compare(const Snapshot& before, const Snapshot& after);
-
-[[nodiscard]] std::string ScenarioText(const host::Value& value);
 
 } // namespace vellumo::player

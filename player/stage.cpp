@@ -150,19 +150,26 @@ void Stage::HandOver()
     }
 }
 
+std::size_t Stage::CountStatements(const std::string& part) const
+{
+    return static_cast<std::size_t>(std::count_if(m_statements.begin(), m_statements.end(),
+                                                  [&](const std::string& sql) { return Contains(sql, part); }));
+}
+
 void Stage::BeforeStatement(const std::string& sql)
 {
-    ++m_statements;
+    m_statements.push_back(sql);
     if (m_statementSeen)
     {
         m_statementSeen();
     }
     std::this_thread::sleep_for(m_pace);
-    for (auto& fault : m_faults)
+    for (const auto& fault : m_faults)
     {
-        if (Contains(sql, fault.pattern) && (++fault.met == fault.number || fault.number == 0))
+        if (Contains(sql, fault->pattern) && (++fault->met == fault->number || fault->number == 0))
         {
-            throw host::Fault(fault.message);
+            fault->fired = true;
+            throw host::Fault(fault->message);
         }
     }
 }

@@ -28,6 +28,7 @@ struct StatementFault
     std::size_t number = 0; // which of those; 0: each
     std::string message;
     std::size_t met = 0;
+    bool fired = false;
 };
 
 class Stage
@@ -54,7 +55,11 @@ public:
     void Withhold(const std::string& part);
     void AnswerZeroWithoutRow() { m_utils->AnswerZeroWithoutRow(); }
     void RemoveBridge() noexcept { m_bridgeInstalled = false; }
-    void AddFault(StatementFault fault) { m_faults.push_back(std::move(fault)); }
+    // Returns the fault as it stands at any time.
+    std::shared_ptr<const StatementFault> AddFault(StatementFault fault)
+    {
+        return m_faults.emplace_back(std::make_shared<StatementFault>(std::move(fault)));
+    }
     // As the host would before it hands the certificate over. Faults when there is none.
     [[nodiscard]] std::shared_ptr<host::Record> LoadCertificate(std::int32_t id);
     // From now on each statement of the library takes that long, as on a busy server.
@@ -62,7 +67,9 @@ public:
     // Hears of each statement of the library before it is run.
     void SetStatementSeen(std::function<void()> seen) { m_statementSeen = std::move(seen); }
     // Statements of the library so far.
-    [[nodiscard]] std::size_t StatementCount() const noexcept { return m_statements; }
+    [[nodiscard]] const std::vector<std::string>& Statements() const noexcept { return m_statements; }
+    // Those that contain the text, in any case.
+    [[nodiscard]] std::size_t CountStatements(const std::string& part) const;
 
     // The provider; made by the first call of it, everything handed over. Faults as creating it does.
     [[nodiscard]] norda::ProviderClient& Provider();
@@ -84,8 +91,8 @@ private:
     std::shared_ptr<norda::HostLockSrv> m_lockSrv;
     std::int32_t m_studio = norda::Practice::studio;
     bool m_bridgeInstalled = true;
-    std::vector<StatementFault> m_faults;
-    std::size_t m_statements = 0;
+    std::vector<std::shared_ptr<StatementFault>> m_faults;
+    std::vector<std::string> m_statements;
     std::chrono::milliseconds m_pace{0};
     std::function<void()> m_statementSeen;
     std::unique_ptr<norda::ProviderClient> m_provider;

@@ -25,8 +25,8 @@ public:
     [[nodiscard]] virtual norda::Installation& Machine() = 0;
 
     // The window on top while the library is at work (a wait window during a call, which is not waiting for anybody);
-    // null when none of the library's is on screen.
-    [[nodiscard]] virtual std::unique_ptr<Window> Topmost() = 0;
+    // null when none of the library's is on screen. Good until the next message is dispatched.
+    [[nodiscard]] virtual Window* Topmost() = 0;
 
     // Saves a picture of the screen. False where there is none to take.
     virtual bool Screenshot(const std::filesystem::path& file) = 0;
@@ -36,7 +36,7 @@ public:
 // (natively the settings file). Windows that wait for input go to `anOperator`.
 [[nodiscard]] std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::path& folder);
 
-// Does the work in a process of its own, which may end in the middle of it; the answer is its exit code. Empty where a
+// Does the work in a process of its own, which may end in the middle of it; returns its exit code. Empty where a
 // target cannot do that: then nothing has been done.
 [[nodiscard]] std::optional<int> DoApart(const std::function<void()>& work);
 

@@ -1,7 +1,6 @@
 #include "player/native/form_window.h"
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 
 namespace vellumo::player
@@ -9,16 +8,18 @@ namespace vellumo::player
 namespace
 {
 
+char Upper(char c)
+{
+    return static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+}
+
 // Without the mark of the access key; "&&" is a plain "&".
 std::string WithoutMark(const std::string& caption)
 {
     std::string text;
     for (std::size_t i = 0; i < caption.size(); ++i)
     {
-        if (caption[i] == '&' && i + 1 < caption.size())
-        {
-            ++i;
-        }
+        i += caption[i] == '&' && i + 1 < caption.size() ? 1U : 0U;
         text += caption[i];
     }
     return text;
@@ -27,9 +28,7 @@ std::string WithoutMark(const std::string& caption)
 char AccessKey(const std::string& caption)
 {
     const auto mark = caption.find('&');
-    return mark == std::string::npos || mark + 1 == caption.size()
-               ? '\0'
-               : static_cast<char>(std::toupper(static_cast<unsigned char>(caption[mark + 1])));
+    return mark == std::string::npos || mark + 1 == caption.size() ? '\0' : Upper(caption[mark + 1]);
 }
 
 std::vector<ui::Answer> AnswersOf(ui::Buttons buttons)
@@ -48,15 +47,96 @@ std::vector<ui::Answer> AnswersOf(ui::Buttons buttons)
     return {};
 }
 
+ControlKind KindOf(const ui::Control& control)
+{
+    switch (control.kind)
+    {
+    case ui::ControlKind::Label:
+        return ControlKind::Label;
+    case ui::ControlKind::TextBox:
+        return ControlKind::TextBox;
+    case ui::ControlKind::CheckBox:
+    case ui::ControlKind::OptionButton:
+        return ControlKind::Toggle;
+    case ui::ControlKind::ComboBox:
+        return ControlKind::List;
+    case ui::ControlKind::Grid:
+        return ControlKind::Grid;
+    case ui::ControlKind::ProgressBar:
+        return ControlKind::ProgressBar;
+    case ui::ControlKind::Button:
+        break;
+    }
+    return ControlKind::Button;
+}
+
+ControlSeen Seen(const ui::Control& control)
+{
+    ControlSeen seen;
+    seen.kind = KindOf(control);
+    seen.caption = seen.kind == ControlKind::Label ? control.text : WithoutMark(control.text);
+    seen.enabled = control.enabled;
+    if (const auto* const button = dynamic_cast<const ui::Button*>(&control))
+    {
+        seen.isDefault = button->isDefault;
+    }
+    else if (const auto* const box = dynamic_cast<const ui::CheckBox*>(&control))
+    {
+        seen.on = box->checked;
+    }
+    else if (const auto* const option = dynamic_cast<const ui::OptionButton*>(&control))
+    {
+        seen.on = option->selected;
+    }
+    else if (const auto* const text = dynamic_cast<const ui::TextBox*>(&control))
+    {
+        seen.value = text->value;
+    }
+    else if (const auto* const list = dynamic_cast<const ui::ComboBox*>(&control))
+    {
+        seen.entries = list->entries;
+        seen.selected = list->index < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(list->index));
+    }
+    else if (const auto* const bar = dynamic_cast<const ui::ProgressBar*>(&control))
+    {
+        seen.position = bar->value;
+        seen.maximum = bar->maximum;
+    }
+    else if (const auto* const grid = dynamic_cast<const ui::Grid*>(&control))
+    {
+        std::transform(grid->columns.begin(), grid->columns.end(), std::back_inserter(seen.columns),
+                       [](const ui::Column& column) { return column.caption; });
+        seen.rowCount = grid->rows.size();
+        seen.selected = grid->selected;
+    }
+    return seen;
+}
+
+// The visible control of that kind at that place; null when it is disabled and no hand could use it.
+template <class Kind = ui::Control>
+Kind* Usable(const ui::Form& form, ControlKind kind, std::size_t place)
+{
+    for (auto* const control : form.Controls())
+    {
+        if (control->visible && KindOf(*control) == kind && place-- == 0)
+        {
+            return control->enabled ? dynamic_cast<Kind*>(control) : nullptr;
+        }
+    }
+    throw std::out_of_range("the window has no such control");
+}
+
 } // namespace
 
-std::vector<ButtonSeen> PromptWindow::Buttons() const
+std::vector<ControlSeen> PromptWindow::Controls() const
 {
-    std::vector<ButtonSeen> buttons;
+    std::vector<ControlSeen> buttons;
     for (const auto answer : AnswersOf(m_prompt.buttons))
     {
-        const bool isDefault = static_cast<int>(buttons.size()) + 1 == m_prompt.defaultButton;
-        buttons.push_back({"", answer, isDefault, true});
+        auto& button = buttons.emplace_back();
+        button.kind = ControlKind::Button;
+        button.answer = answer;
+        button.isDefault = static_cast<int>(buttons.size()) == m_prompt.defaultButton;
     }
     return buttons;
 }
@@ -76,244 +156,122 @@ bool PromptWindow::Key(const std::string& key)
     {
         CloseByFrame();
     }
-    else
-    {
-        return false;
-    }
-    return true;
+    return key == "Enter" || key == "Escape";
 }
 
 // A box without a button that takes nothing back has no way out but its buttons.
 void PromptWindow::CloseByFrame()
 {
     const auto answers = AnswersOf(m_prompt.buttons);
-    for (const auto way : {ui::Answer::Cancel, ui::Answer::Ok})
+    for (const auto way : {ui::Answer::Ok, ui::Answer::Cancel})
     {
         if (std::find(answers.begin(), answers.end(), way) != answers.end())
         {
             m_answer = way;
-            return;
         }
     }
 }
 
-template <class Kind>
-std::vector<Kind*> FormWindow::All() const
+std::vector<ControlSeen> FormWindow::Controls() const
 {
-    std::vector<Kind*> found;
-    for (auto* const control : m_form.Controls())
+    std::vector<ControlSeen> seen;
+    for (const auto* const control : m_form.Controls())
     {
-        auto* const wanted = dynamic_cast<Kind*>(control);
-        if (wanted != nullptr && wanted->visible)
+        if (control->visible)
         {
-            found.push_back(wanted);
+            seen.push_back(Seen(*control));
         }
     }
-    return found;
-}
-
-template <class Kind>
-Kind& FormWindow::At(std::size_t position) const
-{
-    return *All<Kind>().at(position);
-}
-
-std::vector<std::string> FormWindow::Labels() const
-{
-    std::vector<std::string> labels;
-    for (const auto* const label : All<ui::Label>())
-    {
-        labels.push_back(label->text);
-    }
-    return labels;
-}
-
-std::vector<ButtonSeen> FormWindow::Buttons() const
-{
-    std::vector<ButtonSeen> buttons;
-    for (const auto* const button : All<ui::Button>())
-    {
-        buttons.push_back({WithoutMark(button->text), std::nullopt, button->isDefault, button->enabled});
-    }
-    return buttons;
-}
-
-// Check boxes and option buttons in one list, in the order of the window.
-std::vector<ToggleSeen> FormWindow::Toggles() const
-{
-    std::vector<ToggleSeen> toggles;
-    for (const auto* const control : All<ui::Control>())
-    {
-        if (const auto* const box = dynamic_cast<const ui::CheckBox*>(control))
-        {
-            toggles.push_back({WithoutMark(box->text), box->checked, box->enabled});
-        }
-        else if (const auto* const option = dynamic_cast<const ui::OptionButton*>(control))
-        {
-            toggles.push_back({WithoutMark(option->text), option->selected, option->enabled});
-        }
-    }
-    return toggles;
-}
-
-std::vector<TextBoxSeen> FormWindow::TextBoxes() const
-{
-    std::vector<TextBoxSeen> boxes;
-    for (const auto* const box : All<ui::TextBox>())
-    {
-        boxes.push_back({WithoutMark(box->text), box->value, box->enabled});
-    }
-    return boxes;
-}
-
-std::vector<ListSeen> FormWindow::Lists() const
-{
-    std::vector<ListSeen> lists;
-    for (const auto* const list : All<ui::ComboBox>())
-    {
-        lists.push_back({list->entries, list->index, list->enabled});
-    }
-    return lists;
-}
-
-std::vector<ProgressSeen> FormWindow::ProgressBars() const
-{
-    std::vector<ProgressSeen> bars;
-    for (const auto* const bar : All<ui::ProgressBar>())
-    {
-        bars.push_back({bar->value, bar->maximum});
-    }
-    return bars;
-}
-
-std::vector<GridSeen> FormWindow::Grids() const
-{
-    std::vector<GridSeen> grids;
-    for (const auto* const grid : All<ui::Grid>())
-    {
-        auto& seen = grids.emplace_back();
-        for (const auto& column : grid->columns)
-        {
-            seen.columns.push_back(column.caption);
-        }
-        seen.rowCount = grid->rows.size();
-        seen.selected = grid->selected;
-    }
-    return grids;
+    return seen;
 }
 
 CellSeen FormWindow::Cell(std::size_t grid, std::size_t row, std::size_t column) const
 {
-    const auto& cell = At<ui::Grid>(grid).rows.at(row).at(column);
-    return {cell.text, cell.foreground, cell.background, cell.image};
+    for (const auto* const control : m_form.Controls())
+    {
+        const auto* const found = dynamic_cast<const ui::Grid*>(control);
+        if (found != nullptr && found->visible && grid-- == 0)
+        {
+            const auto& cell = found->rows.at(row).at(column);
+            return {cell.text, cell.foreground, cell.background, cell.image};
+        }
+    }
+    return {};
 }
 
 void FormWindow::Press(std::size_t button)
 {
-    auto& pressed = At<ui::Button>(button);
-    if (pressed.enabled)
+    if (auto* const pressed = Usable(m_form, ControlKind::Button, button))
     {
-        m_form.Clicked(pressed);
+        m_form.Clicked(*pressed);
     }
 }
 
 void FormWindow::SelectRow(std::size_t grid, std::size_t row)
 {
-    auto& chosen = At<ui::Grid>(grid);
-    if (chosen.enabled)
+    if (auto* const chosen = Usable<ui::Grid>(m_form, ControlKind::Grid, grid))
     {
-        chosen.selected = row;
-        m_form.Changed(chosen);
+        chosen->selected = row;
+        m_form.Changed(*chosen);
     }
 }
 
 void FormWindow::DoubleClickRow(std::size_t grid, std::size_t row)
 {
     SelectRow(grid, row);
-    auto& chosen = At<ui::Grid>(grid);
-    if (chosen.enabled)
+    if (auto* const chosen = Usable(m_form, ControlKind::Grid, grid))
     {
-        m_form.Clicked(chosen);
+        m_form.Clicked(*chosen);
     }
 }
 
 void FormWindow::Type(std::size_t textBox, const std::string& text)
 {
-    auto& box = At<ui::TextBox>(textBox);
-    if (box.enabled)
+    if (auto* const box = Usable<ui::TextBox>(m_form, ControlKind::TextBox, textBox))
     {
-        box.value = text;
-        m_form.Changed(box);
+        box->value = text;
+        m_form.Changed(*box);
     }
 }
 
 void FormWindow::SetToggle(std::size_t toggle, bool on)
 {
-    for (auto* const control : All<ui::Control>())
+    auto* const control = Usable(m_form, ControlKind::Toggle, toggle);
+    auto* const box = dynamic_cast<ui::CheckBox*>(control);
+    auto* const option = dynamic_cast<ui::OptionButton*>(control);
+    if (box != nullptr && box->checked != on)
     {
-        auto* const box = dynamic_cast<ui::CheckBox*>(control);
-        auto* const option = dynamic_cast<ui::OptionButton*>(control);
-        if ((box == nullptr && option == nullptr) || toggle-- != 0)
-        {
-            continue;
-        }
-        if (box != nullptr && box->enabled && box->checked != on)
-        {
-            box->checked = on;
-            m_form.Clicked(*box);
-        }
-        if (option != nullptr && option->enabled && on)
-        {
-            m_form.Select(*option);
-            m_form.Clicked(*option);
-        }
-        return;
+        box->checked = on;
+        m_form.Clicked(*box);
+    }
+    if (option != nullptr && on)
+    {
+        m_form.Select(*option);
+        m_form.Clicked(*option);
     }
 }
 
-void FormWindow::ChooseEntry(std::size_t list, int index)
+void FormWindow::ChooseEntry(std::size_t list, std::size_t entry)
 {
-    auto& chosen = At<ui::ComboBox>(list);
-    if (chosen.enabled)
+    if (auto* const chosen = Usable<ui::ComboBox>(m_form, ControlKind::List, list))
     {
-        chosen.index = index;
-        m_form.Changed(chosen);
+        chosen->index = static_cast<int>(entry);
+        m_form.Changed(*chosen);
     }
-}
-
-bool FormWindow::PressWhere(bool ui::Button::*flag)
-{
-    for (auto* const button : All<ui::Button>())
-    {
-        if (button->*flag && button->enabled)
-        {
-            m_form.Clicked(*button);
-            return true;
-        }
-    }
-    return false;
 }
 
 bool FormWindow::Key(const std::string& key)
 {
-    if (key == "Enter")
+    const bool alt = key.size() == 5 && key.starts_with("Alt+");
+    for (auto* const control : m_form.Controls())
     {
-        return PressWhere(&ui::Button::isDefault);
-    }
-    if (key == "Escape")
-    {
-        return PressWhere(&ui::Button::isCancel);
-    }
-    constexpr std::string_view alt = "Alt+";
-    if (key.size() == alt.size() + 1 && key.substr(0, alt.size()) == alt)
-    {
-        for (auto* const button : All<ui::Button>())
+        auto* const button = dynamic_cast<ui::Button*>(control);
+        if (button != nullptr && button->visible && button->enabled &&
+            ((key == "Enter" && button->isDefault) || (key == "Escape" && button->isCancel) ||
+             (alt && AccessKey(button->text) == Upper(key.back()))))
         {
-            if (AccessKey(button->text) == std::toupper(static_cast<unsigned char>(key.back())) && button->enabled)
-            {
-                m_form.Clicked(*button);
-                return true;
-            }
+            m_form.Clicked(*button);
+            return true;
         }
     }
     return false;

@@ -7,7 +7,6 @@
 #include "ui/desktop.h"
 
 #include <cstdlib>
-#include <functional>
 #include <vector>
 
 #include <sys/wait.h>
@@ -21,26 +20,38 @@ namespace
 // A window that nothing closes any more would keep the run from ending.
 constexpr int mostLooks = 100000;
 
-using Look = std::function<std::unique_ptr<Window>()>;
-
 struct Screen
 {
     Operator& anOperator;
-    std::vector<Look> windows; // the last is on top
+    std::vector<Window*> windows; // the last is on top
     std::uint64_t lastId = 0;
 };
 
 class OnTop
 {
 public:
-    OnTop(Screen& screen, Look look)
+    OnTop(Screen& screen, Window& window)
         : m_screen(screen)
     {
-        m_screen.windows.push_back(std::move(look));
+        m_screen.windows.push_back(&window);
     }
     ~OnTop() { m_screen.windows.pop_back(); }
     OnTop(const OnTop&) = delete;
     OnTop& operator=(const OnTop&) = delete;
+
+    // Lets the operator at the window until it is done with.
+    template <class IsDone>
+    void WaitUntil(const IsDone& isDone)
+    {
+        for (int looks = 0; !isDone(); ++looks)
+        {
+            if (looks == mostLooks)
+            {
+                throw host::Fault("Nessuno chiude la finestra.");
+            }
+            m_screen.anOperator.OnScreen(*m_screen.windows.back());
+        }
+    }
 
 private:
     Screen& m_screen;
@@ -49,7 +60,7 @@ private:
 class Attached final : public ui::FormView
 {
 public:
-    Attached(ui::Form& form, Operator& anOperator, const FormWindow& window)
+    Attached(ui::Form& form, Operator& anOperator, FormWindow& window)
         : m_form(form)
         , m_operator(anOperator)
         , m_window(window)
@@ -66,7 +77,7 @@ public:
 private:
     ui::Form& m_form;
     Operator& m_operator;
-    const FormWindow& m_window;
+    FormWindow& m_window;
 };
 
 class ScriptedDesktop final : public ui::Desktop
@@ -79,47 +90,25 @@ public:
 
     ui::Answer Show(const ui::Prompt& prompt) override
     {
-        const auto id = ++m_screen.lastId;
-        PromptWindow window(id, prompt);
-        const OnTop onTop(m_screen, [id, &prompt] { return std::make_unique<PromptWindow>(id, prompt); });
-        for (int looks = 0; looks < mostLooks; ++looks)
-        {
-            m_screen.anOperator.OnScreen(window);
-            if (const auto answer = window.Answered())
-            {
-                return *answer;
-            }
-        }
-        throw host::Fault("Nessuno risponde alla finestra.");
+        PromptWindow window(++m_screen.lastId, prompt);
+        OnTop(m_screen, window).WaitUntil([&] { return window.Answered().has_value(); });
+        return *window.Answered();
     }
 
     void ShowModal(ui::Form& form) override
     {
-        const auto id = ++m_screen.lastId;
-        FormWindow window(id, form);
-        const OnTop onTop(m_screen, [id, &form] { return std::make_unique<FormWindow>(id, form); });
+        FormWindow window(++m_screen.lastId, form);
+        OnTop onTop(m_screen, window);
         const Attached view(form, m_screen.anOperator, window);
         form.Activated();
-        for (int looks = 0; !form.IsClosed(); ++looks)
-        {
-            if (looks == mostLooks)
-            {
-                throw host::Fault("La finestra non si chiude.");
-            }
-            m_screen.anOperator.OnScreen(window);
-        }
+        onTop.WaitUntil([&] { return form.IsClosed(); });
     }
 
     [[nodiscard]] std::optional<std::string> AskFile(const std::string& title, const std::string&) override
     {
-        const auto id = ++m_screen.lastId;
-        FileWindow window(id, title);
-        const OnTop onTop(m_screen, [&] { return std::make_unique<FileWindow>(id, title); });
-        for (int looks = 0; looks < mostLooks && !window.Chosen(); ++looks)
-        {
-            m_screen.anOperator.OnScreen(window);
-        }
-        return window.Chosen() && !window.Chosen()->empty() ? std::optional(window.Chosen()->string()) : std::nullopt;
+        FileWindow window(++m_screen.lastId, title);
+        OnTop(m_screen, window).WaitUntil([&] { return window.Chosen().has_value(); });
+        return window.Chosen()->empty() ? std::nullopt : std::optional(window.Chosen()->string());
     }
 
 private:
@@ -143,11 +132,7 @@ public:
 
     [[nodiscard]] norda::Installation& Machine() override { return *m_installation; }
 
-    [[nodiscard]] std::unique_ptr<Window> Topmost() override
-    {
-        return m_screen.windows.empty() ? nullptr : m_screen.windows.back()();
-    }
-
+    [[nodiscard]] Window* Topmost() override { return m_screen.windows.empty() ? nullptr : m_screen.windows.back(); }
     bool Screenshot(const std::filesystem::path&) override { return false; }
 
 private:

@@ -6,8 +6,6 @@
 
 #include <windows.h>
 
-#include <string_view>
-
 namespace vellumo::player
 {
 
@@ -29,13 +27,7 @@ public:
     [[nodiscard]] std::string Title() const override;
     [[nodiscard]] ui::Icon Icon() const override;
     [[nodiscard]] std::string Text() const override;
-    [[nodiscard]] std::vector<std::string> Labels() const override;
-    [[nodiscard]] std::vector<ButtonSeen> Buttons() const override;
-    [[nodiscard]] std::vector<ToggleSeen> Toggles() const override;
-    [[nodiscard]] std::vector<TextBoxSeen> TextBoxes() const override;
-    [[nodiscard]] std::vector<ListSeen> Lists() const override;
-    [[nodiscard]] std::vector<ProgressSeen> ProgressBars() const override;
-    [[nodiscard]] std::vector<GridSeen> Grids() const override;
+    [[nodiscard]] std::vector<ControlSeen> Controls() const override;
     // The colours are those on the screen.
     [[nodiscard]] CellSeen Cell(std::size_t grid, std::size_t row, std::size_t column) const override;
 
@@ -44,17 +36,13 @@ public:
     void DoubleClickRow(std::size_t grid, std::size_t row) override;
     void Type(std::size_t textBox, const std::string& text) override;
     void SetToggle(std::size_t toggle, bool on) override;
-    void ChooseEntry(std::size_t list, int index) override;
+    void ChooseEntry(std::size_t list, std::size_t entry) override;
     // Keys go where real ones go: through the system, to whatever has the keyboard.
     bool Key(const std::string& key) override;
     void CloseByFrame() override;
     void ChooseFile(const std::filesystem::path& file) override;
 
 private:
-    using Filter = bool (*)(HWND);
-    [[nodiscard]] std::vector<HWND> Visible(Filter filter) const; // in the order of the window
-    [[nodiscard]] HWND At(Filter filter, std::size_t position) const;
-
     HWND m_window;
 };
 

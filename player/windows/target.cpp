@@ -49,13 +49,18 @@ public:
         return norda::CreateComProvider(outside);
     }
     [[nodiscard]] norda::Installation& Machine() override { return *m_installation; }
-    [[nodiscard]] std::unique_ptr<Window> Topmost() override { return Robot::Topmost(); }
+    [[nodiscard]] Window* Topmost() override
+    {
+        m_top = Robot::Topmost();
+        return m_top.get();
+    }
     bool Screenshot(const std::filesystem::path& file) override { return SaveScreenPicture(file); }
 
 private:
     Apartment m_apartment;
     std::unique_ptr<norda::Installation> m_installation;
     Robot m_robot;
+    std::unique_ptr<Window> m_top;
 };
 
 } // namespace

@@ -37,11 +37,12 @@ Table TableOf(host::RecordKind kind)
 class HostRecord final : public host::Record
 {
 public:
-    HostRecord(Table table, std::shared_ptr<Database> database, std::vector<host::ColumnValue> initial, bool refuseSave)
+    HostRecord(Table table, std::shared_ptr<Database> database, std::vector<host::ColumnValue> initial,
+               std::shared_ptr<int> refusals)
         : m_table(table)
         , m_database(std::move(database))
         , m_initial(std::move(initial))
-        , m_refuseSave(refuseSave)
+        , m_refusals(std::move(refusals))
     {
     }
 
@@ -78,8 +79,9 @@ public:
 
     [[nodiscard]] bool Save() override
     {
-        if (m_refuseSave)
+        if (m_refusals)
         {
+            ++*m_refusals;
             return false;
         }
         std::vector<host::ColumnValue> changed;
@@ -143,7 +145,7 @@ private:
     Table m_table;
     std::shared_ptr<Database> m_database;
     std::vector<host::ColumnValue> m_initial;
-    bool m_refuseSave;
+    std::shared_ptr<int> m_refusals;
     std::vector<Field> m_fields;
     host::Value m_key;
 };
@@ -186,10 +188,10 @@ std::shared_ptr<Database> DatabaseOf(const host::HostServices& services)
 }
 
 std::unique_ptr<host::Record> MakeRow(const char* table, const char* key, std::shared_ptr<Database> database,
-                                      bool refuseSaves)
+                                      std::shared_ptr<int> refusals)
 {
     return std::make_unique<HostRecord>(Table{table, key}, std::move(database), std::vector<host::ColumnValue>(),
-                                        refuseSaves);
+                                        std::move(refusals));
 }
 
 std::unique_ptr<host::Record> HostObjects::CreateRecord(host::RecordKind kind, const host::HostServices& services)
@@ -199,15 +201,16 @@ std::unique_ptr<host::Record> HostObjects::CreateRecord(host::RecordKind kind, c
     {
         initial = {{"IDStudio", services.studio}, {"Deceduto", false}, {"Revocato", false}};
     }
+    const auto refused = m_refused.find(kind);
     return std::make_unique<HostRecord>(TableOf(kind), DatabaseOf(services), std::move(initial),
-                                        m_refused.count(kind) != 0);
+                                        refused == m_refused.end() ? nullptr : refused->second);
 }
 
 std::shared_ptr<host::Record> HostObjects::LoadCertificate(std::shared_ptr<Database> database, std::int32_t id) const
 {
     auto certificate =
         std::make_shared<HostRecord>(Table{"CertificatoMalattia", "IDCertificatoMalattia"}, std::move(database),
-                                     std::vector<host::ColumnValue>(), m_refusesCertificates);
+                                     std::vector<host::ColumnValue>(), m_refusedCertificates);
     if (!certificate->Load(id))
     {
         throw host::Fault("Il certificato " + std::to_string(id) + " non esiste.");

@@ -6,8 +6,8 @@
 #include "simulator/norda/database.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
-#include <set>
 
 namespace vellumo::norda
 {
@@ -23,20 +23,21 @@ public:
     [[nodiscard]] std::shared_ptr<host::Record> LoadCertificate(std::shared_ptr<Database> database,
                                                                 std::int32_t id) const;
 
-    // From now on records of this kind answer False to `Save` and store nothing, as when one of the host's own rules
-    // forbids it.
-    void RefuseSaves(host::RecordKind kind) { m_refused.insert(kind); }
-    void RefuseCertificateSaves() noexcept { m_refusesCertificates = true; }
+    // From now on records of this kind return False from `Save` and store nothing, as when one of the host's own rules
+    // forbids it. Returns what counts how often they did.
+    std::shared_ptr<const int> RefuseSaves(host::RecordKind kind) { return m_refused[kind] = std::make_shared<int>(); }
+    std::shared_ptr<const int> RefuseCertificateSaves() { return m_refusedCertificates = std::make_shared<int>(); }
 
 private:
-    std::set<host::RecordKind> m_refused;
-    bool m_refusesCertificates = false;
+    std::map<host::RecordKind, std::shared_ptr<int>> m_refused;
+    std::shared_ptr<int> m_refusedCertificates; // null: they are saved
 };
 
 // The host's connection as its own classes use it; faults when the library handed none over.
 [[nodiscard]] std::shared_ptr<Database> DatabaseOf(const host::HostServices& services);
-// A record over any table with a single key column. `table` and `key` are not copied.
+// A record over any table with a single key column. `table` and `key` are not copied. With `refusals` it is never
+// saved, which they count.
 [[nodiscard]] std::unique_ptr<host::Record> MakeRow(const char* table, const char* key,
-                                                    std::shared_ptr<Database> database, bool refuseSaves);
+                                                    std::shared_ptr<Database> database, std::shared_ptr<int> refusals);
 
 } // namespace vellumo::norda

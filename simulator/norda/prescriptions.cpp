@@ -14,10 +14,10 @@ namespace
 class PrescriptionData final : public host::PrescriptionData
 {
 public:
-    PrescriptionData(std::int32_t kind, std::shared_ptr<Database> database, bool refuseSaves)
+    PrescriptionData(std::int32_t kind, std::shared_ptr<Database> database, std::shared_ptr<int> refusals)
         : m_kind(kind)
         , m_database(std::move(database))
-        , m_refuseSaves(refuseSaves)
+        , m_refusals(std::move(refusals))
     {
     }
 
@@ -42,7 +42,7 @@ public:
         {
             return nullptr;
         }
-        auto row = MakeRow("RicettaSSN", "IDRicettaSSN", m_database, m_refuseSaves);
+        auto row = MakeRow("RicettaSSN", "IDRicettaSSN", m_database, m_refusals);
         return row->Load(id.ToInteger()) ? std::move(row) : nullptr;
     }
 
@@ -63,7 +63,7 @@ private:
 
     std::int32_t m_kind;
     std::shared_ptr<Database> m_database;
-    bool m_refuseSaves;
+    std::shared_ptr<int> m_refusals;
 };
 
 } // namespace
@@ -96,7 +96,7 @@ std::shared_ptr<host::KeptObject> PrescriptionSession::Response(std::int32_t kin
 std::unique_ptr<host::PrescriptionData> PrescriptionObjects::CreatePrescriptionData(std::int32_t kind,
                                                                                     const host::HostServices& services)
 {
-    return std::make_unique<PrescriptionData>(kind, DatabaseOf(services), m_refuseSaves);
+    return std::make_unique<PrescriptionData>(kind, DatabaseOf(services), m_refusals);
 }
 
 } // namespace vellumo::norda

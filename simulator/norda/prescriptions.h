@@ -48,11 +48,12 @@ public:
     [[nodiscard]] std::unique_ptr<host::PrescriptionData>
     CreatePrescriptionData(std::int32_t kind, const host::HostServices& services) override;
 
-    // From now on rows of RicettaSSN answer False to `Save` and store nothing.
-    void RefuseSaves() noexcept { m_refuseSaves = true; }
+    // From now on rows of RicettaSSN return False from `Save` and store nothing. Returns what counts how often they
+    // did.
+    std::shared_ptr<const int> RefuseSaves() { return m_refusals = std::make_shared<int>(); }
 
 private:
-    bool m_refuseSaves = false;
+    std::shared_ptr<int> m_refusals; // null: they are saved
 };
 
 } // namespace vellumo::norda

@@ -52,11 +52,10 @@ std::string Network::CallSebMethod(const std::string& requestXml)
     {
         onCall(requestXml);
     }
-    const auto own = m_behaviours.find(number);
-    const auto every = m_behaviours.find(0);
-    const auto behaviour = own != m_behaviours.end()     ? own->second
-                           : every != m_behaviours.end() ? every->second
-                                                         : Behaviour();
+    const auto call = m_behaviours.count(number) != 0 ? number : 0;
+    const auto found = m_behaviours.find(call);
+    const auto behaviour = found == m_behaviours.end() ? Behaviour() : found->second;
+    m_behaved.insert(call);
     std::this_thread::sleep_for(std::chrono::milliseconds(behaviour.delayMilliseconds));
     if (const auto* const raise = std::get_if<Raise>(&behaviour.reply))
     {

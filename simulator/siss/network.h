@@ -16,6 +16,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,8 @@ public:
 
     // For the call with this number, counted from 1; 0 stands for every call that has no behaviour of its own.
     void Behave(std::size_t call, Behaviour behaviour) { m_behaviours[call] = std::move(behaviour); }
+    // Whether it has been asked for.
+    [[nodiscard]] bool HasBehaved(std::size_t call) const { return m_behaved.count(call) != 0; }
 
     [[nodiscard]] const std::vector<Exchange>& Exchanges() const noexcept { return m_exchanges; }
 
@@ -67,6 +70,7 @@ private:
     bool m_operatorCard = true;
     std::string m_chosen;
     std::map<std::size_t, Behaviour> m_behaviours;
+    std::set<std::size_t> m_behaved;
     std::vector<Exchange> m_exchanges;
 };
 

@@ -2,6 +2,8 @@
 
 #include "simulator/siss/replies.h"
 
+#include <algorithm>
+
 namespace vellumo::siss
 {
 namespace
@@ -43,6 +45,7 @@ std::string PrescribingPhase::End()
         (m_registered[i].isDrugs ? ofDrugs : ofOthers) += Wrapped("risultatoRegistrazione", ResultOf(i));
     }
     m_open = false;
+    m_reported = std::max(m_reported, m_registered.size());
     return Wrapped("datiRisposta", Wrapped("elencoRisultati", ofDrugs + ofOthers));
 }
 

@@ -36,6 +36,8 @@ public:
 
     // For the registration with this number within the phase, counted from 1.
     void SetOutcome(std::size_t registration, FinalOutcome outcome) { m_outcomes[registration] = std::move(outcome); }
+    // Whether a phase with that registration has been ended.
+    [[nodiscard]] bool HasReported(std::size_t registration) const noexcept { return registration <= m_reported; }
 
 private:
     struct Registered
@@ -51,7 +53,8 @@ private:
     bool m_open = false;
     std::vector<Registered> m_registered;
     std::map<std::size_t, FinalOutcome> m_outcomes;
-    int m_issued = 0; // codes given by this network so far
+    std::size_t m_reported = 0; // registrations of the longest phase that has been ended
+    int m_issued = 0;           // codes given by this network so far
 };
 
 } // namespace vellumo::siss

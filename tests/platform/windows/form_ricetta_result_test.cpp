@@ -87,7 +87,7 @@ Steps::Step OnRow(std::size_t row)
 {
     return [row](Window& window)
     {
-        CHECK(window.Grids().at(0).selected == row);
+        CHECK(window.All(player::ControlKind::Grid).at(0).selected == row);
         RECT inner{};
         GetClientRect(GridOnScreen(), &inner);
         CHECK(BottomOf(static_cast<int>(row)) > 0);
@@ -105,11 +105,11 @@ TEST_SUITE("results of the registration on screen")
         const auto result =
             Run({[&](Window& window)
                  {
-                     const auto grid = window.Grids().at(0);
+                     const auto grid = window.All(player::ControlKind::Grid).at(0);
                      CHECK(grid.columns == std::vector<std::string>{"", "Descrizione", "Prescrizioni"});
                      CHECK(grid.rowCount == 200);
                      CHECK_FALSE(grid.selected);
-                     CHECK(window.Labels().size() == 3);
+                     CHECK(window.All(player::ControlKind::Label).size() == 3);
                      CHECK(window.Cell(0, 0, 0).image == Image::Error);
                      CHECK(window.Cell(0, 1, 0).image == Image::Warning);
                      CHECK(window.Cell(0, 1, 1).image == Image::None);
@@ -173,10 +173,11 @@ TEST_SUITE("results of the registration on screen")
 
     TEST_CASE("Escape does nothing, Enter goes on; an empty list starts on the button that goes on")
     {
-        const auto stillOpen = [](Window& window) { CHECK(window.Buttons().at(1).isDefault); };
+        const auto stillOpen = [](Window& window) { CHECK(window.All(player::ControlKind::Button).at(1).isDefault); };
         CHECK(Run({Key("Escape"), stillOpen, Key("Enter")}, ManyResults()) ==
               FormRicettaResult::Decision::CancelRefused);
-        CHECK(Run({[](Window& window) { CHECK(window.Grids().at(0).rowCount == 0); }, Key("Tab"), Key("Space")}, {}) ==
-              FormRicettaResult::Decision::CancelAll);
+        CHECK(Run({[](Window& window) { CHECK(window.All(player::ControlKind::Grid).at(0).rowCount == 0); }, Key("Tab"),
+                   Key("Space")},
+                  {}) == FormRicettaResult::Decision::CancelAll);
     }
 }

@@ -110,13 +110,13 @@ TEST_SUITE("windows on screen")
         FormEsenzioni form(esenzioni, database, desktop);
         std::vector<Steps::Step> steps = {[](Window& window)
                                           {
-                                              CHECK(window.Grids().at(0).selected == 0);
+                                              CHECK(window.All(player::ControlKind::Grid).at(0).selected == 0);
                                               CHECK(window.Cell(0, 0, 2).text == "Assegna esenzione");
                                               CHECK(window.Cell(0, 0, 2).foreground == 0x0000FF);
                                               CHECK(window.Cell(0, 0, 2).background == 0xFFEFF6);
                                               CHECK_FALSE(window.Cell(0, 1, 2).background);
-                                              CHECK(window.Grids().at(1).rowCount == 6);
-                                              CHECK_FALSE(window.Buttons().at(0).enabled);
+                                              CHECK(window.All(player::ControlKind::Grid).at(1).rowCount == 6);
+                                              CHECK_FALSE(window.All(player::ControlKind::Button).at(0).enabled);
                                           }};
         for (const char* key : {"i", "n", "v", "à"}) // accents do not matter
         {
@@ -125,10 +125,10 @@ TEST_SUITE("windows on screen")
         steps.push_back(
             [](Window& window)
             {
-                CHECK(window.TextBoxes().at(0).value == "invà");
-                CHECK(window.Grids().at(1).rowCount == 2);
-                CHECK(window.Grids().at(1).selected == 0);
-                CHECK(window.Buttons().at(0).enabled);
+                CHECK(window.All(player::ControlKind::TextBox).at(0).value == "invà");
+                CHECK(window.All(player::ControlKind::Grid).at(1).rowCount == 2);
+                CHECK(window.All(player::ControlKind::Grid).at(1).selected == 0);
+                CHECK(window.All(player::ControlKind::Button).at(0).enabled);
             });
         // The second match, from the search box; the next row; a second Enter by mistake; a row of the list; then back.
         for (const char* key : {"Down", "Enter", "Enter", "Alt+L", "Down", "Down", "Enter", "Alt+C"})
@@ -160,11 +160,11 @@ TEST_SUITE("windows on screen")
                 CHECK(window.Icon() == Icon::Exclamation);
                 CHECK(window.Text() == "Sono stati rilevati cambiamenti a dati anagrafici del paziente.\r\n"
                                        "Si vuole acquisire l'elemento come NUOVO paziente?");
-                const auto buttons = window.Buttons();
+                const auto buttons = window.All(player::ControlKind::Button);
                 REQUIRE(buttons.size() == 3);
-                CHECK(buttons[0].standard == Answer::Yes);
-                CHECK(buttons[1].standard == Answer::No);
-                CHECK(buttons[2].standard == Answer::Cancel);
+                CHECK(buttons[0].answer == Answer::Yes);
+                CHECK(buttons[1].answer == Answer::No);
+                CHECK(buttons[2].answer == Answer::Cancel);
                 CHECK(buttons[2].isDefault);
                 CHECK(window.Key("Enter")); // the default leaves the window open
             });
@@ -172,7 +172,7 @@ TEST_SUITE("windows on screen")
             [](Window& window)
             {
                 CHECK(window.Kind() == WindowKind::Form);
-                const auto toggles = window.Toggles();
+                const auto toggles = window.All(player::ControlKind::Toggle);
                 REQUIRE(toggles.size() == 3);
                 CHECK(toggles[0].on);
                 CHECK_FALSE(toggles[1].on); // Shift+Tab led to it from the box that Alt+R ticked
@@ -201,20 +201,20 @@ TEST_SUITE("windows on screen")
         FormStampa form(opzioni);
         std::vector<Steps::Step> steps = {[](Window& window)
                                           {
-                                              CHECK(window.Toggles().at(0).on);
-                                              const auto lists = window.Lists();
+                                              CHECK(window.All(player::ControlKind::Toggle).at(0).on);
+                                              const auto lists = window.All(player::ControlKind::List);
                                               REQUIRE(lists.size() == 2);
                                               CHECK(lists[0].enabled);
-                                              CHECK(lists[0].index == 1);
+                                              CHECK(lists[0].selected == 1);
                                               CHECK_FALSE(lists[1].enabled);
                                               CHECK(window.Key("Down")); // to the other option, past the list
                                           },
                                           [](Window& window)
                                           {
-                                              CHECK_FALSE(window.Toggles().at(0).on);
-                                              CHECK(window.Toggles().at(1).on);
-                                              CHECK_FALSE(window.Lists().at(0).enabled);
-                                              CHECK(window.Lists().at(1).enabled);
+                                              CHECK_FALSE(window.All(player::ControlKind::Toggle).at(0).on);
+                                              CHECK(window.All(player::ControlKind::Toggle).at(1).on);
+                                              CHECK_FALSE(window.All(player::ControlKind::List).at(0).enabled);
+                                              CHECK(window.All(player::ControlKind::List).at(1).enabled);
                                               CHECK(window.Key("Tab"));
                                           }};
         for (const char* key : {"Down", "Enter"})
@@ -300,8 +300,8 @@ TEST_SUITE("windows on screen")
         Steps steps({Key("Enter"), // the first button has the keyboard
                      [](Window& window)
                      {
-                         CHECK_FALSE(window.Buttons().at(0).enabled);
-                         CHECK(window.Buttons().at(1).enabled);
+                         CHECK_FALSE(window.All(player::ControlKind::Button).at(0).enabled);
+                         CHECK(window.All(player::ControlKind::Button).at(1).enabled);
                          CHECK(IsWindowEnabled(GetFocus()) != FALSE);
                          window.CloseByFrame();
                      }});
@@ -334,7 +334,7 @@ TEST_SUITE("windows on screen")
         wait.OnActivate = [&](FormWait& sender, const std::any&, std::any& result)
         {
             sender.SetOperazione("!" + emoji);
-            result = Robot::Topmost()->Labels().at(0);
+            result = Robot::Topmost()->All(player::ControlKind::Label).at(0).caption;
         };
         desktop.ShowModal(wait);
         CHECK(std::any_cast<std::string>(wait.Result()) == "!" + emoji.substr(0, std::size_t{4} * 2499) + "…");
@@ -385,8 +385,11 @@ TEST_SUITE("windows on screen")
             const auto top = Robot::Topmost();
             REQUIRE(top);
             CHECK(top->Title() == "SISS Lombardia");
-            CHECK(top->Labels() == std::vector<std::string>{"Identificazione cittadino", "Attendere...",
-                                                            "Trasmissione/Ricezione dati in corso..."});
+            const auto labels = top->All(player::ControlKind::Label);
+            REQUIRE(labels.size() == 3);
+            CHECK(labels[0].caption == "Identificazione cittadino");
+            CHECK(labels[1].caption == "Attendere...");
+            CHECK(labels[2].caption == "Trasmissione/Ricezione dati in corso...");
             seen = true;
             result = 1;
         };
@@ -402,9 +405,10 @@ TEST_SUITE("windows on screen")
             sender.SetProgressValue(3, 10);
             CHECK(IsIconic(host.Get()) != FALSE);
             desktop.Show({"Si vuole continuare?", "Attenzione!!", Icon::None, Buttons::Ok, 1});
-            const auto bars = Robot::Topmost()->ProgressBars(); // drawn at the latest before the box
+            const auto bars =
+                Robot::Topmost()->All(player::ControlKind::ProgressBar); // drawn at the latest before the box
             REQUIRE(bars.size() == 1);
-            CHECK(bars[0].value == 3);
+            CHECK(bars[0].position == 3);
             CHECK(bars[0].maximum == 10);
             result = 1;
         };

@@ -1,0 +1,188 @@
+// The host and its installation, before and between the calls.
+#include "host/fault.h"
+#include "player/run.h"
+#include "player/written.h"
+#include "simulator/norda/ansi_file.h"
+#include "simulator/norda/generated_data.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+namespace vellumo::player
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr const char* nothingThere = "there is nothing to remove: is the name right?";
+
+// A path below the practice's folder, written with "\" as the library writes its own.
+fs::path PracticePath(Run& run, const Node& node)
+{
+    auto path = node.Text("PATH");
+    std::replace(path.begin(), path.end(), '\\', '/');
+    return run.GetStage().Practice().Folder() / fs::u8path(path);
+}
+
+norda::Installation& Machine(Run& run)
+{
+    return run.GetStage().GetTarget().Machine();
+}
+
+void Remove(Run& run, const Node& node)
+{
+    if (fs::remove_all(PracticePath(run, node)) == 0)
+    {
+        run.HasNoEffect(node, nothingThere);
+    }
+}
+
+void LogOn(Run& run, const Node& node)
+{
+    const auto user = norda::FindUser(run.GetStage().Database(), node.Text("NAME"));
+    if (!user && node.Text("NAME") != "nobody")
+    {
+        throw Differs("the practice has no user " + node.Text("NAME"));
+    }
+    run.GetStage().LogOn(user ? std::optional(user->id) : std::nullopt);
+}
+
+void SetSetting(Run& run, const Node& node)
+{
+    auto& database = run.GetStage().Database();
+    const auto studio = std::to_string(norda::Practice::studio);
+    const auto name = norda::Literal(database.GetDialect(), node.Text("NAME"));
+    const auto rows = " FROM ImpostazioneStudio WHERE IDStudio = " + studio + " AND Nome = " + name;
+    const bool known = !database.Single("SELECT Nome" + rows).IsNull();
+    database.Execute("DELETE" + rows);
+    if (!node.Has("missing"))
+    {
+        database.Execute("INSERT INTO ImpostazioneStudio (IDStudio, Nome, Valore) VALUES (" + studio + ", " + name +
+                         ", " + norda::Literal(database.GetDialect(), node.Text("VALUE")) + ')');
+    }
+    else if (!known)
+    {
+        run.HasNoEffect(node, nothingThere);
+    }
+}
+
+void RunSql(Run& run, const Node& node)
+{
+    auto sql = node.Text("STATEMENT");
+    for (const auto& more : node.block)
+    {
+        sql += ' ' + more;
+    }
+    constexpr std::string_view placeholder = "{n}";
+    auto& database = run.GetStage().Database();
+    host::Transaction transaction(database);
+    for (int n = 1; n <= (node.Has("times") ? node.Number("N") : 1); ++n)
+    {
+        auto statement = sql;
+        for (auto at = statement.find(placeholder); at != std::string::npos && node.Has("times");
+             at = statement.find(placeholder))
+        {
+            statement.replace(at, placeholder.size(), std::to_string(n));
+        }
+        database.Execute(statement);
+    }
+    transaction.Commit();
+}
+
+void RemoveRegistryText(Run& run, const Node& node)
+{
+    const auto key = node.Text("KEY");
+    if (node.Has("user"))
+    {
+        Machine(run).SetUserText(key, node.Text("NAME"), std::nullopt);
+        return;
+    }
+    if (!Machine(run).MachineText(key, node.Text("NAME")))
+    {
+        run.HasNoEffect(node, nothingThere);
+    }
+    Machine(run).SetMachineText(key, node.Text("NAME"), std::nullopt);
+}
+
+void SetRegistryText(Run& run, const Node& node)
+{
+    const auto set = node.Has("machine") ? &norda::Installation::SetMachineText : &norda::Installation::SetUserText;
+    (Machine(run).*set)(node.Text("KEY"), node.Text("NAME"), node.Text("TEXT"));
+}
+
+void RefuseSaves(Run& run, const Node& node)
+{
+    auto& objects = run.GetStage().Objects();
+    const auto refusals = node.Has("certificate")    ? objects.RefuseCertificateSaves()
+                          : node.Has("prescription") ? run.GetStage().Prescriptions().RefuseSaves()
+                          : node.Has("patient")      ? objects.RefuseSaves(host::RecordKind::Patient)
+                          : node.Has("asl")          ? objects.RefuseSaves(host::RecordKind::Asl)
+                                                     : objects.RefuseSaves(host::RecordKind::Specialist);
+    run.MustHaveEffect(node, "nothing of the kind was to be saved", [refusals] { return *refusals != 0; });
+}
+
+void FailStatement(Run& run, const Node& node)
+{
+    const auto fault =
+        run.GetStage().AddFault({node.Text("PART"), node.Has("N") ? node.Count("N") : 0,
+                                 node.Has("TEXT") ? node.Text("TEXT") : "Errore provocato del database."});
+    run.MustHaveEffect(node, "the library ran no such statement, so that none failed",
+                       [fault] { return fault->fired; });
+}
+
+} // namespace
+
+const Group& PracticeStatements()
+{
+    static const Group group = {
+        "practice",
+        Role::Step,
+        {
+            {"", "user NAME", "who is logged on: `bianchi` and `verdi` are doctors, `segreteria` is staff; or `nobody`",
+             LogOn},
+            {"", "studio N", "the practice's number that the host hands over",
+             [](Run& run, const Node& node) { run.GetStage().SetStudio(node.Number("N")); }},
+            {"", "host gives no PART:Connection/LockSrv/Utils", "the host does not hand it over",
+             [](Run& run, const Node& node) { run.GetStage().Withhold(node.Text("PART")); }},
+            {"", "host answers 0 without a row", "its look-ups do, instead of Null",
+             [](Run& run, const Node&) { run.GetStage().AnswerZeroWithoutRow(); }},
+            {"", "setting NAME missing", "a setting of the practice, such as `CCEAbilitaLog True`", SetSetting},
+            {"", "setting NAME VALUE", "", SetSetting},
+            {"", "sql N times STATEMENT…", "changes the database; `{n}` counts the times", RunSql},
+            {"", "sql STATEMENT…", "", RunSql},
+            {"", "file 'PATH' missing", "removes a file below the practice's folder", Remove},
+            {"", "file 'PATH' from 'FILE'", "puts a copy there of a file from beside the scenario, byte for byte",
+             [](Run& run, const Node& node) {
+                 fs::copy_file(FileBeside(node, node.Text("FILE")), PracticePath(run, node),
+                               fs::copy_options::overwrite_existing);
+             }},
+            {"", "file 'PATH'", "writes the text of its block there, as 8-bit text",
+             [](Run& run, const Node& node)
+             { norda::WriteAnsiFile(PracticePath(run, node), Joined(node.block, "\n")); }},
+            {"", "folder 'PATH' missing", "removes a folder", Remove},
+            {"", "registry machine KEY missing", "removes a registry key, so that nothing can be written there",
+             [](Run& run, const Node& node) { Machine(run).RemoveMachineKey(node.Text("KEY")); }},
+            {"", "registry machine/user KEY NAME missing", "removes a registry value", RemoveRegistryText},
+            {"", "registry machine/user KEY NAME TEXT", "sets a registry text", SetRegistryText},
+            {"", "refuse ~to ~save WHAT:patient/asl/specialist/prescription/certificate",
+             "the host's record answers that it was not saved", RefuseSaves},
+            {"", "fail every 'PART' ['TEXT']", "each statement of the library that contains PART fails with the text",
+             FailStatement},
+            {"", "fail ~statement N 'PART' ['TEXT']", "the N-th of them does", FailStatement},
+            {"", "pause N ~ms", "waits",
+             [](Run&, const Node& node) { std::this_thread::sleep_for(std::chrono::milliseconds(node.Number("N"))); }},
+            {"", "statements ~take N ~ms",
+             "from now on each statement of the library waits that long, as on a busy server",
+             [](Run& run, const Node& node) { run.GetStage().SetPace(std::chrono::milliseconds(node.Number("N"))); }},
+            {"", "generated list 'PATH' ~of N ~citizens", "a made-up patient list below the practice's folder",
+             [](Run& run, const Node& node) { norda::WritePatientList(PracticePath(run, node), node.Count("N")); }},
+            {"", "generated tables ~of N ~rows", "made-up regional tables",
+             [](Run& run, const Node& node)
+             { norda::WriteTables(run.GetStage().Practice().TablesFolder(), node.Count("N")); }},
+        }};
+    return group;
+}
+
+} // namespace vellumo::player

@@ -1,0 +1,73 @@
+// Plays the scenarios of files, each in a practice made new for it, and says what differed.
+#pragma once
+
+#include "player/run.h"
+#include "player/scenario.h"
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <vector>
+
+namespace vellumo::player
+{
+
+// Gone with the object, unless it is a folder to keep.
+class WorkFolder
+{
+public:
+    explicit WorkFolder(const std::filesystem::path& keep);
+    ~WorkFolder();
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+
+    [[nodiscard]] std::filesystem::path Model() const { return m_path / "model"; }
+    [[nodiscard]] std::filesystem::path Practice() const { return m_path / "practice"; }
+
+private:
+    std::filesystem::path m_path;
+    bool m_kept;
+};
+
+class Runner
+{
+public:
+    struct Options
+    {
+        bool tell = false;
+        std::filesystem::path screenshots; // where to save them; "" for none
+        std::filesystem::path keep;        // where to keep the practice's files; "" for not at all
+    };
+    // What a run in which nothing was made to fail did to the database.
+    struct Whole
+    {
+        Snapshot before;
+        Snapshot after;
+        std::vector<std::string> stored;
+    };
+    Runner(Options options, std::ostream& out);
+
+    // The number of scenarios that do not hold.
+    std::size_t RunFile(const std::filesystem::path& file);
+    void Summary(std::size_t failed);
+
+private:
+    [[nodiscard]] std::unique_ptr<Run> Once(const Scenario& scenario, std::size_t failingStatement = 0,
+                                            std::size_t dyingStatement = 0);
+    std::vector<Difference> RunScenario(const Scenario& scenario);
+    std::vector<Difference> Sweep(const Scenario& scenario, const Whole& whole);
+    void KillAtEachStatement(const Scenario& scenario, const Whole& whole, std::vector<Difference>& differences);
+    void SayDifferences(const std::string& title, const std::vector<Difference>& differences);
+
+    Options m_options;
+    std::ostream& m_out;
+    WorkFolder m_folder;
+    std::optional<Narrator> m_narrator;
+    std::size_t m_count = 0;
+    // Of the lines that a file's scenarios have in common: in how many they had no effect, and why.
+    std::map<int, std::pair<std::size_t, Difference>> m_idleCommon;
+};
+
+} // namespace vellumo::player

@@ -1,0 +1,150 @@
+#include "player/scenario.h"
+
+#include "player/run.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+namespace vellumo::player
+{
+namespace
+{
+
+// What a whole line must have once all that belongs to it is known.
+void CheckComplete(const Node& node)
+{
+    const auto has = [&](std::string_view keyword)
+    {
+        return std::any_of(node.below.begin(), node.below.end(),
+                           [=](const Node& line) { return line.Keyword() == keyword; });
+    };
+    const auto fail = [&](const std::string& what) { throw SyntaxError(node.place, what); };
+    if (node.Keyword() == "call" && !has("returns") && !has("faults"))
+    {
+        fail("the call needs a line \"returns\" or \"faults\" below it");
+    }
+    if (node.Keyword() == "call" && node.behind.starts_with("IdentificaPaziente") && has("returns") && !has("gestito"))
+    {
+        fail("the call needs a line \"gestito\" below it");
+    }
+    if (node.Keyword() == "query" && !has("row") && !has("no"))
+    {
+        fail("the query needs lines \"row\", or \"no rows\", below it");
+    }
+}
+
+bool Holds(const Node& node, std::string_view keyword)
+{
+    const auto own = node.Keyword();
+    return own == keyword || (keyword == "window" && (own == "box" || own == "dialog" || own == "watch"));
+}
+
+// Puts lines below the one that they belong to: the last one above that can have them.
+class Tree
+{
+public:
+    void Add(Node node, std::vector<Node>& top)
+    {
+        const auto below = node.statement->below;
+        if (below.empty())
+        {
+            m_open.clear();
+            m_open.push_back(&top.emplace_back(std::move(node)));
+            return;
+        }
+        while (!m_open.empty() && !Holds(*m_open.back(), below))
+        {
+            m_open.pop_back();
+        }
+        if (m_open.empty())
+        {
+            throw SyntaxError(node.place, "this line belongs below " + std::string(below));
+        }
+        m_open.push_back(&m_open.back()->below.emplace_back(std::move(node)));
+    }
+
+private:
+    std::vector<Node*> m_open; // the last line and those that it belongs to
+};
+
+} // namespace
+
+const Node* Scenario::Find(std::string_view keyword) const
+{
+    const auto found =
+        std::find_if(nodes.begin(), nodes.end(), [=](const Node& node) { return node.Keyword() == keyword; });
+    return found == nodes.end() ? nullptr : &*found;
+}
+
+bool Scenario::IsFor(const std::string& target) const
+{
+    const auto* const only = Find("only");
+    return only == nullptr || only->Has(target);
+}
+
+std::vector<Scenario> ReadScenarios(const std::string& file, std::string_view text)
+{
+    std::vector<Node> common;
+    std::vector<Scenario> scenarios;
+    Tree tree;
+    for (auto& line : ReadLines(file, text))
+    {
+        auto node = ReadNode(std::move(line));
+        if (node.Keyword() == "scenario")
+        {
+            scenarios.push_back({node.place, node.behind, common, common.size()});
+            tree = {};
+            continue;
+        }
+        tree.Add(std::move(node), scenarios.empty() ? common : scenarios.back().nodes);
+    }
+    if (scenarios.empty())
+    {
+        throw SyntaxError({file, 1}, "the file has no scenario");
+    }
+    for (const auto& scenario : scenarios)
+    {
+        std::for_each(scenario.nodes.begin(), scenario.nodes.end(), CheckComplete);
+    }
+    return scenarios;
+}
+
+std::vector<Scenario> ReadScenarios(const std::filesystem::path& file)
+{
+    std::ifstream in(file, std::ios::binary);
+    if (!in)
+    {
+        throw SyntaxError({file.string(), 0}, "the file cannot be read");
+    }
+    const std::string text{std::istreambuf_iterator<char>(in), {}};
+    return ReadScenarios(file.string(), text);
+}
+
+const Group& ScenarioStatements()
+{
+    static constexpr auto nothing = [](Run&, const Node&) {};
+    static const Group group = {
+        "file",
+        Role::Step,
+        {
+            {"", "scenario TITLE…", "begins a scenario", nothing},
+            {"", "only on native/win64/win32 [native/win64/win32 [native/win64/win32]]",
+             "the targets on which the scenario is played", nothing},
+            {"", "sweep database faults",
+             "the scenario is played again and again, the library's first, second, third … statement failing, until "
+             "none is left: after each time the database, but for the host's journal, must be as before or as after "
+             "the whole, nothing between. Lines that look at what is so after the calls are left out then",
+             nothing},
+            {"", "sweep whole patients",
+             "the same for an import of many: each patient must be as before, as before but revoked, or as after the "
+             "whole. Natively the program also ends before each statement, in a process of its own",
+             nothing},
+            {"", "tell TEXT…", "says it to whoever listens with `--tell`",
+             [](Run& run, const Node& node) { run.Tell(node.Text("TEXT")); }},
+        }};
+    return group;
+}
+
+} // namespace vellumo::player

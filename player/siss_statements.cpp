@@ -1,0 +1,254 @@
+// What the simulated network knows, and how it answers.
+#include "player/run.h"
+#include "player/written.h"
+
+#include <fstream>
+#include <iterator>
+
+namespace vellumo::player
+{
+namespace
+{
+
+siss::Network& Network(Run& run)
+{
+    return run.GetStage().Network();
+}
+
+siss::Citizen& OpenCitizen(Run& run)
+{
+    return Network(run).People().At(run.Open().citizen);
+}
+
+void RemoveCitizen(Run& run, const Node& node)
+{
+    if (Network(run).People().Find(node.Text("CF")) == nullptr)
+    {
+        run.HasNoEffect(node, "SISS knows nobody of that code");
+    }
+    Network(run).People().Remove(node.Text("CF"));
+}
+
+void OpenCitizenOf(Run& run, const Node& node)
+{
+    run.Open().citizen = node.Text("CF");
+    static_cast<void>(OpenCitizen(run));
+    run.PlayBelow(node);
+}
+
+void RemoveElement(Run& run, const Node& node)
+{
+    if (OpenCitizen(run).data.erase(node.Text("ELEMENT")) == 0)
+    {
+        run.HasNoEffect(node, "the citizen has no such element");
+    }
+}
+
+siss::Detail EntryOf(const Node& entry)
+{
+    return {entry.Text("CODE"),  entry.Text("MESSAGE"),   entry.Text("FIELD"),
+            entry.Text("VALUE"), entry.Text("FIELDCODE"), entry.Text("FIELDTEXT")};
+}
+
+// Where the entries of a negative outcome go is not where those of a proper reply go.
+void AddEntry(Run& run, const Node& node)
+{
+    auto& behaviour = run.Open().reply;
+    auto* const refusal = std::get_if<siss::Refusal>(&behaviour.reply);
+    const bool warns = node.Keyword() == "warning";
+    auto& entries = refusal == nullptr ? (warns ? behaviour.warnings : behaviour.exceptions)
+                                       : (warns ? refusal->warnings : refusal->exceptions);
+    entries.push_back(EntryOf(node.parts.front()));
+}
+
+void Answer(Run& run, const Node& node)
+{
+    run.Open().reply = {};
+    node.parts.back().Perform(run);
+    run.Open().reply.delayMilliseconds = node.Has("after") ? node.Number("M") : 0;
+    run.PlayBelow(node);
+    const auto& number = node.parts.front();
+    auto& network = Network(run);
+    std::size_t call = 0; // every
+    if (number.Keyword() != "every")
+    {
+        call = (number.Has("N") ? number.Count("N") : 1) + (number.Has("next") ? network.Exchanges().size() : 0);
+    }
+    network.Behave(call, run.Open().reply);
+    run.MustHaveEffect(node, "the call that is to be answered so never came",
+                       [&network, call] { return network.HasBehaved(call); });
+}
+
+void SetFinal(Run& run, const Node& node)
+{
+    siss::FinalOutcome outcome;
+    if (node.Has("says"))
+    {
+        outcome.esito = node.Text("TEXT");
+        outcome.messaggio = node.Text("MESSAGE");
+    }
+    else if (node.Has("refuses"))
+    {
+        outcome.refusal.code = node.Text("CODE");
+        outcome.refusal.message = node.Text("MESSAGE");
+        for (const auto& entry : node.parts)
+        {
+            outcome.refusal.exceptions.push_back(EntryOf(entry));
+        }
+    }
+    auto& phase = Network(run).Prescribing();
+    const auto number = node.Count("N");
+    phase.SetOutcome(number, outcome);
+    run.MustHaveEffect(node, "no phase with that registration was ended",
+                       [&phase, number] { return phase.HasReported(number); });
+}
+
+template <class Reply>
+void AnswerWith(Run& run, Reply reply)
+{
+    run.Open().reply.reply = std::move(reply);
+}
+
+void Refuse(Run& run, const Node& node)
+{
+    siss::Refusal refusal;
+    refusal.code = node.Text("CODE");
+    refusal.message = node.Text("MESSAGE");
+    refusal.withData = node.Has("data");
+    AnswerWith(run, refusal);
+}
+
+void AnswerFault(Run& run, const Node& node)
+{
+    siss::SoapFault fault;
+    fault.code = node.Text("CODE");
+    fault.message = node.Text("MESSAGE");
+    fault.detailCode = node.Text("DETAIL");
+    fault.prefix = node.Has("PREFIX") ? node.Text("PREFIX") : fault.prefix;
+    AnswerWith(run, fault);
+}
+
+void AnswerFile(Run& run, const Node& node)
+{
+    const auto file = FileBeside(node, node.Text("FILE"));
+    std::ifstream in(file, std::ios::binary);
+    if (!in)
+    {
+        throw Differs("the file " + file.string() + " cannot be read");
+    }
+    AnswerWith(run, siss::Verbatim{{std::istreambuf_iterator<char>(in), {}}});
+}
+
+void Harm(Run& run, const Node& node)
+{
+    using siss::Hostile;
+    constexpr std::size_t megabyte = 1024 * 1024;
+    AnswerWith(run, node.Has("doctype")    ? Hostile{Hostile::Kind::Doctype, 0}
+                    : node.Has("external") ? Hostile{Hostile::Kind::External, 0}
+                    : node.Has("MB")       ? Hostile{Hostile::Kind::Huge, node.Count("N") * megabyte}
+                                           : Hostile{Hostile::Kind::Deep, node.Count("N")});
+}
+
+constexpr auto nothing = [](Run&, const Node&) {}; // the line that it stands in looks at it
+
+} // namespace
+
+const Group& SissStatements()
+{
+    static const Group group = {
+        "SISS",
+        Role::Step,
+        {
+            {"", "citizen CF unknown", "removes a citizen", RemoveCitizen},
+            {"", "citizen CF", "opens a citizen for the lines below; makes one when nobody has the code",
+             OpenCitizenOf},
+            {"citizen", "has ELEMENT 'TEXT'", "an element of `datiCittadino`; `medico.NAME` for one of `datiMedico`",
+             [](Run& run, const Node& node) { OpenCitizen(run).data[node.Text("ELEMENT")] = node.Text("TEXT"); }},
+            {"citizen", "lacks ELEMENT", "without that element", RemoveElement},
+            {"citizen", "exemption CODE [FIRSTDAY] [LASTDAY]", "one exemption more",
+             [](Run& run, const Node& node) {
+                 OpenCitizen(run).esenzioni.push_back({node.Text("CODE"), node.Text("FIRSTDAY"), node.Text("LASTDAY")});
+             }},
+            {"citizen", "exempt from nothing", "none of them",
+             [](Run& run, const Node&) { OpenCitizen(run).esenzioni.clear(); }},
+            {"", "contact CF", "somebody has registered that contact already",
+             [](Run& run, const Node& node) { Network(run).KnownContacts().Add(node.Text("CF")); }},
+            {"", "operator picks CF", "whom the operator chooses in SISS's own search window; or `nobody`",
+             [](Run& run, const Node& node)
+             { Network(run).SetChosenCitizen(node.Text("CF") == "nobody" ? "" : node.Text("CF")); }},
+            {"", "session active/inactive", "the SISS session; without it the bridge answers an error text",
+             [](Run& run, const Node& node) { Network(run).SetSessionActive(node.Has("active")); }},
+            {"", "card inserted/missing", "the operator's card",
+             [](Run& run, const Node& node) { Network(run).SetOperatorCard(node.Has("inserted")); }},
+            {"", "bridge missing", "the bridge is not registered",
+             [](Run& run, const Node&) { run.GetStage().RemoveBridge(); }},
+            {"", "reply <which> <reply> [after M ~ms]",
+             "how a call of the scenario is answered; `after` delays it. The last such line for a call counts", Answer},
+            {"reply", "exception <entry>", "an entry of the reply's list", AddEntry},
+            {"reply", "warning <entry>", "", AddEntry},
+            {"", "final N says TEXT 'MESSAGE'",
+             "how the end of the prescribing phase reports its N-th registration, other than OK", SetFinal},
+            {"", "final N refuses CODE 'MESSAGE' [<entry>]", "", SetFinal},
+            {"", "final N empty", "", SetFinal},
+        }};
+    return group;
+}
+
+const Group& CallNumberStatements()
+{
+    static const Group group = {"which",
+                                Role::Part,
+                                {
+                                    {"", "every", "all calls without a line of their own", nothing},
+                                    {"", "next [N]", "the next call from here, or the one N behind the last", nothing},
+                                    {"", "N", "the N-th call of the scenario", nothing},
+                                }};
+    return group;
+}
+
+const Group& ReplyStatements()
+{
+    static const Group group = {
+        "reply",
+        Role::Part,
+        {
+            {"", "answers", "as the network's state has it", nothing},
+            {"", "refuses CODE 'MESSAGE' [with data]",
+             "a negative outcome; `with data`: the service has done its work and says so, too", Refuse},
+            {"", "faults CODE 'MESSAGE' [detail DETAIL] [prefix PREFIX]", "a SOAP fault", AnswerFault},
+            {"", "raises 'MESSAGE'", "the bridge raises an error",
+             [](Run& run, const Node& node) { AnswerWith(run, siss::Raise{node.Text("MESSAGE")}); }},
+            {"", "empty", "no text", [](Run& run, const Node&) { AnswerWith(run, siss::Verbatim{}); }},
+            {"", "lost", "accepted, but the reply never arrives",
+             [](Run& run, const Node&) { AnswerWith(run, siss::LostReply{}); }},
+            {"", "without ~outcome", "well-formed, without its outcome",
+             [](Run& run, const Node&) { AnswerWith(run, siss::NoOutcome{}); }},
+            {"", "data 'TEXT'", "a good outcome with that text as its data",
+             [](Run& run, const Node& node) { AnswerWith(run, siss::DataText{node.Text("TEXT")}); }},
+            {"", "receipt 'PROTOCOL' 'DATE'", "a good outcome of a certificate with that number and date of reception",
+             [](Run& run, const Node& node) {
+                 AnswerWith(run, siss::DataXml{siss::Certificates::Receipt(node.Text("PROTOCOL"), node.Text("DATE"))});
+             }},
+            {"", "result 'TEXT'", "a good outcome of a contact with that text, such as `S` or `N`",
+             [](Run& run, const Node& node)
+             { AnswerWith(run, siss::DataXml{siss::Contacts::Result(node.Text("TEXT"))}); }},
+            {"", "file 'FILE'", "the text of a file from beside the scenario", AnswerFile},
+            {"", "text ['TEXT']", "this very text, or that of its block",
+             [](Run& run, const Node& node)
+             { AnswerWith(run, siss::Verbatim{node.Has("TEXT") ? node.Text("TEXT") : Joined(node.block, "\n")}); }},
+            {"", "hostile doctype/external", "made on demand, to do harm", Harm},
+            {"", "hostile N MB/levels", "", Harm},
+        }};
+    return group;
+}
+
+const Group& EntryStatements()
+{
+    static const Group group = {
+        "entry",
+        Role::Part,
+        {{"", "CODE 'MESSAGE' [FIELD 'VALUE' FIELDCODE 'FIELDTEXT']", "what is wrong, and with which field", nothing}}};
+    return group;
+}
+
+} // namespace vellumo::player

@@ -223,6 +223,11 @@ TEST_SUITE("environment")
         CHECK(convert("2011-03-07") == Date::FromCalendar(2011, 3, 7));
         CHECK(convert(" 2011-3 - 7.9") == Date::FromCalendar(2011, 3, 7));
         CHECK(convert("2011-03-07-99") == Date::FromCalendar(2011, 3, 7));
+        CHECK(convert("29-03-07") == Date::FromCalendar(2029, 3, 7));
+        CHECK(convert("30-03-07") == Date::FromCalendar(1930, 3, 7));
+        CHECK(convert("0-3-7") == Date::FromCalendar(2000, 3, 7));
+        CHECK(convert("99-3-7") == Date::FromCalendar(1999, 3, 7));
+        CHECK(convert("100-3-7") == Date::FromCalendar(100, 3, 7));
         for (const auto* text :
              {"2011-03-07 00:00:00", "2011-03-07  9:30", "2011-03-7 23:59:59.997", "2011-03-07T10:30"})
         {

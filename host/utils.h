@@ -40,7 +40,7 @@ public:
 
     virtual void Execute(const std::string& sql, const Parameters& parameters) = 0;
 
-    // Updates the row of `table` whose `keyColumn` is `key`, or inserts a new one when `key` is null. Answers the key
+    // Updates the row of `table` whose `keyColumn` is `key`, or inserts a new one when `key` is null. Returns the key
     // of the row written.
     virtual Value WriteRow(const std::string& table, const std::string& keyColumn, const Value& key,
                            const std::vector<ColumnValue>& columns) = 0;

@@ -52,7 +52,7 @@ int CellPainter::ImageRoom(const ui::Cell& cell) const
 int CellPainter::WrappedHeight(const ui::Cell& cell, int width) const
 {
     const int room = width - 2 * m_surface.Pixels(paddingAcross) - ImageRoom(cell);
-    const int text = m_surface.TextHeight(WithoutLastLineEnds(ToShown(cell.text)), cell.strong, room, wrapped);
+    const int text = m_surface.TextHeight(WithoutLastLineEnds(Abridged(cell.text)), cell.strong, room, wrapped);
     const int image = cell.image == ui::Image::None ? 0 : m_surface.ImageSize();
     return std::max({text, image, m_surface.LineHeight()}) + 2 * m_surface.Pixels(paddingAbove) + gridLine;
 }
@@ -87,7 +87,7 @@ void CellPainter::Draw(HDC context, const ui::Cell& cell, RECT area, const CellL
     SelectObject(context, m_surface.FontFor(cell.strong));
     SetTextColor(context, text);
     SetBkMode(context, TRANSPARENT);
-    const std::wstring wide = look.wraps ? WithoutLastLineEnds(ToShown(cell.text)) : ToShown(cell.text);
+    const std::wstring wide = look.wraps ? WithoutLastLineEnds(Abridged(cell.text)) : Abridged(cell.text);
     DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &area, look.wraps ? wrapped : onOneLine);
 }
 

@@ -42,7 +42,7 @@ public:
     }
     [[nodiscard]] LayoutItem Needs() const override
     {
-        const int width = m_label.lines > 1 ? 0 : m_surface.TextWidth(ToShown(m_label.text), m_label.strong, false);
+        const int width = m_label.lines > 1 ? 0 : m_surface.TextWidth(Abridged(m_label.text), m_label.strong, false);
         const int image = m_image == nullptr ? 0 : m_surface.ImageSize();
         return {.size = {ImageRoom() + width, std::max(image, m_label.lines * m_surface.LineHeight())},
                 .sameLine = m_label.sameLine,
@@ -371,7 +371,7 @@ void TextWindow::UpdateText(const std::string& text)
     if (text != m_text)
     {
         m_text = text;
-        SetWindowTextW(m_window, ToShown(text).c_str());
+        SetWindowTextW(m_window, Abridged(text).c_str());
     }
 }
 

@@ -328,7 +328,7 @@ void FormWindow::Refresh()
     if (m_title != m_form.Title())
     {
         m_title = m_form.Title();
-        SetWindowTextW(m_window, ToShown(m_title).c_str());
+        SetWindowTextW(m_window, Abridged(m_title).c_str());
     }
     for (const auto& view : m_views)
     {

@@ -45,7 +45,7 @@ std::size_t GiveText(const ui::Cell* cell, LVITEMW& item)
     {
         return 0;
     }
-    const std::wstring text = ToShown(cell->text);
+    const std::wstring text = Abridged(cell->text);
     const std::size_t length = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
     std::wmemcpy(item.pszText, text.c_str(), length);
     item.pszText[length] = L'\0';

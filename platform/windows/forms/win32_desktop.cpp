@@ -79,7 +79,7 @@ ui::Answer Win32Desktop::Show(const ui::Prompt& prompt)
     const HWND owner = ModalOwner();
     const OthersDisabled others(owner);
     const CommonControls::Scope scope(m_controls);
-    const int button = MessageBoxW(owner, ToShown(prompt.text, longestPrompt).c_str(), ToShown(prompt.title).c_str(),
+    const int button = MessageBoxW(owner, Abridged(prompt.text, longestPrompt).c_str(), Abridged(prompt.title).c_str(),
                                    set->flag | IconFlag(prompt.icon) | defaultButton);
     return ToAnswer(button, *set);
 }

@@ -160,7 +160,7 @@ void WrappedGridView::MeasureRows()
         std::wstring texts;
         for (const ui::Cell& cell : row)
         {
-            texts.append(ToShown(cell.text)).append(cell.strong ? L"\1" : L"\2");
+            texts.append(Abridged(cell.text)).append(cell.strong ? L"\1" : L"\2");
         }
         MeasuredRow& measured = m_measured[i];
         if (measured.height == 0 || measured.texts != texts)

@@ -34,7 +34,7 @@ std::wstring ToWide(std::string_view text)
     return wide;
 }
 
-std::wstring ToShown(std::string_view text, std::size_t longest)
+std::wstring Abridged(std::string_view text, std::size_t longest)
 {
     constexpr std::size_t mostBytes = 3; // of a UTF-16 unit; what this cuts in two stands beyond the longest
     std::wstring wide = ToWide(text.substr(0, mostBytes * (longest + 2)));

@@ -14,7 +14,7 @@ namespace vellumo::windows
 // with its square, so that one of a megabyte, as a faulty reply may bring it, would stop the host for minutes.
 // `longest` in UTF-16 units; some hundred lines are more than anybody reads.
 constexpr std::size_t longestShown = 5000;
-[[nodiscard]] std::wstring ToShown(std::string_view text, std::size_t longest = longestShown);
+[[nodiscard]] std::wstring Abridged(std::string_view text, std::size_t longest = longestShown);
 [[nodiscard]] std::string FromWide(std::wstring_view text);
 [[nodiscard]] bool IsUtf8(std::string_view text);
 

@@ -226,8 +226,7 @@ void WriteKindOfPrescription(const RicettaRecord& record, ServiceRequest& reques
     else if (kind == kindTests)
     {
         flags.Set("flagRipetibile", no);
-        notes.Set("quesitoDiagnostico",
-                  host::FirstCharacters(record.Text(ricetta::motivoRicetta), longestQuestion));
+        notes.Set("quesitoDiagnostico", host::FirstCharacters(record.Text(ricetta::motivoRicetta), longestQuestion));
         const bool hospital = record.Integer(ricetta::idTipoRichiesta) == hospitalRequest;
         flags.Set("tipologiaPrescrizione", hospital ? "03" : "02");
         if (hospital)

@@ -7,22 +7,23 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace vellumo::ui
 {
 
-enum class ControlKind
-{
-    Label,
-    TextBox,
-    CheckBox,
-    OptionButton,
-    ComboBox,
-    Grid,
-    ProgressBar,
-    Button
-};
+struct Label;
+struct TextBox;
+struct CheckBox;
+struct OptionButton;
+struct ComboBox;
+struct Grid;
+struct ProgressBar;
+struct Button;
+
+// A control as what it is. Whoever treats all kinds visits it, so that a new kind is forgotten nowhere.
+using AnyControl = std::variant<Label*, TextBox*, CheckBox*, OptionButton*, ComboBox*, Grid*, ProgressBar*, Button*>;
 
 // 0xRRGGBB.
 using Colour = std::uint32_t;
@@ -37,16 +38,16 @@ enum class Image
 
 struct Control
 {
-    Control(ControlKind controlKind, std::string controlText)
-        : kind(controlKind)
-        , text(std::move(controlText))
+    explicit Control(std::string controlText)
+        : text(std::move(controlText))
     {
     }
     virtual ~Control() = default;
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
-    const ControlKind kind;
+    [[nodiscard]] virtual AnyControl Actual() noexcept = 0;
+
     // Caption or shown text; for a text box the caption beside it, for a grid the heading above it. "&" marks the
     // access key, except in a label, which shows its text as it stands.
     std::string text;
@@ -59,23 +60,25 @@ struct Control
 struct Label final : Control
 {
     explicit Label(std::string labelText)
-        : Control(ControlKind::Label, std::move(labelText))
+        : Control(std::move(labelText))
     {
     }
+    [[nodiscard]] AnyControl Actual() noexcept override { return this; }
+
     bool strong = false;
     // Lines that the text may need; the view keeps room for them.
     int lines = 1;
     Image image = Image::None; // of a label of one line
 };
 
-struct Grid;
-
 struct TextBox final : Control
 {
     explicit TextBox(std::string caption)
-        : Control(ControlKind::TextBox, std::move(caption))
+        : Control(std::move(caption))
     {
     }
+    [[nodiscard]] AnyControl Actual() noexcept override { return this; }
+
     std::string value;
     // The grid that this box searches: the arrow and page keys move in it while the keyboard stays in the box.
     Grid* list = nullptr;
@@ -84,9 +87,11 @@ struct TextBox final : Control
 struct CheckBox final : Control
 {
     explicit CheckBox(std::string caption)
-        : Control(ControlKind::CheckBox, std::move(caption))
+        : Control(std::move(caption))
     {
     }
+    [[nodiscard]] AnyControl Actual() noexcept override { return this; }
+
     bool checked = false;
 };
 
@@ -94,18 +99,22 @@ struct CheckBox final : Control
 struct OptionButton final : Control
 {
     explicit OptionButton(std::string caption)
-        : Control(ControlKind::OptionButton, std::move(caption))
+        : Control(std::move(caption))
     {
     }
+    [[nodiscard]] AnyControl Actual() noexcept override { return this; }
+
     bool selected = false;
 };
 
 struct ComboBox final : Control
 {
     ComboBox()
-        : Control(ControlKind::ComboBox, {})
+        : Control({})
     {
     }
+    [[nodiscard]] AnyControl Actual() noexcept override { return this; }
+
     std::vector<std::string> entries;
     int index = -1; // -1: nothing chosen
 };
@@ -113,9 +122,11 @@ struct ComboBox final : Control
 struct ProgressBar final : Control
 {
     ProgressBar()
-        : Control(ControlKind::ProgressBar, {})
+        : Control({})
     {
     }
+    [[nodiscard]] AnyControl Actual() noexcept override { return this; }
+
     float value = 0;
     float maximum = 100;
 };
@@ -123,9 +134,11 @@ struct ProgressBar final : Control
 struct Button final : Control
 {
     explicit Button(std::string caption)
-        : Control(ControlKind::Button, std::move(caption))
+        : Control(std::move(caption))
     {
     }
+    [[nodiscard]] AnyControl Actual() noexcept override { return this; }
+
     bool isDefault = false; // pressed by Enter
     bool isCancel = false;  // pressed by Escape
 };
@@ -154,9 +167,11 @@ using Row = std::vector<Cell>; // one cell a column
 struct Grid final : Control
 {
     explicit Grid(std::string heading)
-        : Control(ControlKind::Grid, std::move(heading))
+        : Control(std::move(heading))
     {
     }
+    [[nodiscard]] AnyControl Actual() noexcept override { return this; }
+
     std::vector<Column> columns;
     std::vector<Row> rows;
     std::optional<std::size_t> selected;
@@ -165,5 +180,14 @@ struct Grid final : Control
     // of rows: the view measures them all.
     bool wraps = false;
 };
+
+// The control as one of that kind; null when it is of another.
+template <class Kind>
+[[nodiscard]] Kind* As(Control& control) noexcept
+{
+    const AnyControl actual = control.Actual();
+    const auto* const found = std::get_if<Kind*>(&actual);
+    return found != nullptr ? *found : nullptr;
+}
 
 } // namespace vellumo::ui

@@ -3,13 +3,13 @@
 namespace vellumo::ui
 {
 
-void Form::Select(const Control& option) const
+void Form::Select(const OptionButton& option) const
 {
     for (Control* const control : m_controls)
     {
-        if (control->kind == ControlKind::OptionButton)
+        if (auto* const each = As<OptionButton>(*control))
         {
-            dynamic_cast<OptionButton&>(*control).selected = control == &option;
+            each->selected = each == &option;
         }
     }
 }

@@ -56,7 +56,7 @@ public:
     [[nodiscard]] bool IsClosed() const noexcept { return m_closed; }
 
     // The operator chose this option button, so the others are not chosen any more. For views, before `Clicked`.
-    void Select(const Control& option) const;
+    void Select(const OptionButton& option) const;
 
     // A view attaches itself before it draws and detaches (null) when its window is gone.
     void Attach(FormView* view) noexcept { m_view = view; }

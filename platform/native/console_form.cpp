@@ -9,6 +9,7 @@
 #include <istream>
 #include <optional>
 #include <ostream>
+#include <variant>
 
 #include <time.h>
 
@@ -29,18 +30,6 @@ std::int64_t Milliseconds()
     timespec now{};
     clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
     return now.tv_sec * std::int64_t{1000} + now.tv_nsec / 1'000'000;
-}
-
-template <class Kind>
-Kind& As(ui::Control& control)
-{
-    return dynamic_cast<Kind&>(control);
-}
-
-template <class Kind>
-const Kind& As(const ui::Control& control)
-{
-    return dynamic_cast<const Kind&>(control);
 }
 
 std::string WithoutAmpersand(const std::string& text)
@@ -147,7 +136,7 @@ void ConsoleForm::FindOperable()
     char figure = '1';
     for (ui::Control* control : m_form.Controls())
     {
-        if (control->kind == ui::ControlKind::Label || control->kind == ui::ControlKind::ProgressBar)
+        if (ui::As<ui::Label>(*control) != nullptr || ui::As<ui::ProgressBar>(*control) != nullptr)
         {
             continue;
         }
@@ -197,9 +186,9 @@ void ConsoleForm::RefreshSoon()
 void ConsoleForm::DrawProgress()
 {
     std::string line = "[" + m_form.Title() + "]";
-    for (const ui::Control* control : m_form.Controls())
+    for (ui::Control* control : m_form.Controls())
     {
-        if (const auto* const bar = dynamic_cast<const ui::ProgressBar*>(control); bar != nullptr && bar->visible)
+        if (const auto* const bar = ui::As<ui::ProgressBar>(*control); bar != nullptr && bar->visible)
         {
             const float part = bar->maximum > 0 ? std::clamp(bar->value / bar->maximum, 0.0F, 1.0F) : 0.0F;
             line += ' ' + std::to_string(std::lround(part * 100)) + '%';
@@ -220,47 +209,56 @@ void ConsoleForm::DrawProgress()
 void ConsoleForm::Draw() const
 {
     m_out << "\n=== " << m_form.Title() << " ===\n";
-    for (const ui::Control* control : m_form.Controls())
+    for (ui::Control* control : m_form.Controls())
     {
         if (control->visible)
         {
-            DrawControl(*control);
+            std::visit([this](const auto* actual) { DrawControl(*actual); }, control->Actual());
         }
     }
     m_out << "> " << std::flush;
 }
 
-void ConsoleForm::DrawControl(const ui::Control& control) const
+void ConsoleForm::DrawLine(const ui::Control& control, const std::string& state) const
 {
-    std::string line = KeyOf(control) + WithoutAmpersand(control.text);
-    switch (control.kind)
-    {
-    case ui::ControlKind::Label:
-        m_out << Mark(As<ui::Label>(control).image) << control.text << '\n';
-        return;
-    case ui::ControlKind::Grid:
-        m_out << line << '\n';
-        DrawGrid(As<ui::Grid>(control));
-        return;
-    case ui::ControlKind::TextBox:
-        line += ' ' + As<ui::TextBox>(control).value;
-        break;
-    case ui::ControlKind::CheckBox:
-        line += As<ui::CheckBox>(control).checked ? ": sì" : ": no";
-        break;
-    case ui::ControlKind::OptionButton:
-        line += As<ui::OptionButton>(control).selected ? " (scelto)" : "";
-        break;
-    case ui::ControlKind::Button:
-        line += As<ui::Button>(control).isDefault ? " (Invio)" : "";
-        break;
-    case ui::ControlKind::ComboBox:
-        line += Entries(As<ui::ComboBox>(control));
-        break;
-    case ui::ControlKind::ProgressBar: // only where nothing is to operate
-        return;
-    }
-    m_out << line << (control.enabled ? "\n" : " (non disponibile)\n");
+    m_out << KeyOf(control) << WithoutAmpersand(control.text) << state
+          << (control.enabled ? "\n" : " (non disponibile)\n");
+}
+
+void ConsoleForm::DrawControl(const ui::Label& label) const
+{
+    m_out << Mark(label.image) << label.text << '\n';
+}
+
+void ConsoleForm::DrawControl(const ui::TextBox& box) const
+{
+    DrawLine(box, ' ' + box.value);
+}
+
+void ConsoleForm::DrawControl(const ui::CheckBox& box) const
+{
+    DrawLine(box, box.checked ? ": sì" : ": no");
+}
+
+void ConsoleForm::DrawControl(const ui::OptionButton& option) const
+{
+    DrawLine(option, option.selected ? " (scelto)" : "");
+}
+
+void ConsoleForm::DrawControl(const ui::ComboBox& list) const
+{
+    DrawLine(list, Entries(list));
+}
+
+void ConsoleForm::DrawControl(const ui::Button& button) const
+{
+    DrawLine(button, button.isDefault ? " (Invio)" : "");
+}
+
+void ConsoleForm::DrawControl(const ui::Grid& grid) const
+{
+    m_out << KeyOf(grid) << WithoutAmpersand(grid.text) << '\n';
+    DrawGrid(grid);
 }
 
 void ConsoleForm::DrawGrid(const ui::Grid& grid) const
@@ -308,7 +306,7 @@ void ConsoleForm::Obey(const std::string& line)
     {
         for (const Operable& each : m_operable)
         {
-            const auto* const button = dynamic_cast<const ui::Button*>(each.control);
+            const auto* const button = ui::As<ui::Button>(*each.control);
             if (button != nullptr && button->isDefault)
             {
                 Operate(*each.control, "");
@@ -329,51 +327,63 @@ void ConsoleForm::Obey(const std::string& line)
 
 void ConsoleForm::Operate(ui::Control& control, const std::string& argument)
 {
-    if (!control.enabled || !control.visible)
+    const bool done = control.enabled && control.visible &&
+                      std::visit([&](auto* actual) { return Obeys(*actual, argument); }, control.Actual());
+    if (!done)
     {
         Complain();
-        return;
     }
+}
+
+bool ConsoleForm::Obeys(ui::TextBox& box, const std::string& argument)
+{
+    box.value = argument;
+    m_form.Changed(box);
+    return true;
+}
+
+bool ConsoleForm::Obeys(ui::CheckBox& box, const std::string&)
+{
+    box.checked = !box.checked;
+    m_form.Clicked(box);
+    return true;
+}
+
+bool ConsoleForm::Obeys(ui::OptionButton& option, const std::string&)
+{
+    m_form.Select(option);
+    m_form.Clicked(option);
+    return true;
+}
+
+bool ConsoleForm::Obeys(ui::Button& button, const std::string&)
+{
+    m_form.Clicked(button);
+    return true;
+}
+
+bool ConsoleForm::Obeys(ui::ComboBox& list, const std::string& argument)
+{
     const std::size_t number = ToNumber(argument).value_or(0);
-    switch (control.kind)
+    if (number < 1 || number > list.entries.size())
     {
-    case ui::ControlKind::TextBox:
-        As<ui::TextBox>(control).value = argument;
-        m_form.Changed(control);
-        break;
-    case ui::ControlKind::CheckBox:
-        As<ui::CheckBox>(control).checked = !As<ui::CheckBox>(control).checked;
-        m_form.Clicked(control);
-        break;
-    case ui::ControlKind::OptionButton:
-        m_form.Select(control);
-        m_form.Clicked(control);
-        break;
-    case ui::ControlKind::Button:
-        m_form.Clicked(control);
-        break;
-    case ui::ControlKind::ComboBox:
-        if (number < 1 || number > As<ui::ComboBox>(control).entries.size())
-        {
-            Complain();
-            return;
-        }
-        As<ui::ComboBox>(control).index = static_cast<int>(number) - 1;
-        m_form.Changed(control);
-        break;
-    case ui::ControlKind::Grid:
-        if (number < 1 || number > As<ui::Grid>(control).rows.size())
-        {
-            Complain();
-            return;
-        }
-        As<ui::Grid>(control).selected = number - 1;
-        m_form.Changed(control);
-        break;
-    case ui::ControlKind::Label:
-    case ui::ControlKind::ProgressBar:
-        break;
+        return false;
     }
+    list.index = static_cast<int>(number) - 1;
+    m_form.Changed(list);
+    return true;
+}
+
+bool ConsoleForm::Obeys(ui::Grid& grid, const std::string& argument)
+{
+    const std::size_t number = ToNumber(argument).value_or(0);
+    if (number < 1 || number > grid.rows.size())
+    {
+        return false;
+    }
+    grid.selected = number - 1;
+    m_form.Changed(grid);
+    return true;
 }
 
 void ConsoleForm::Complain() const

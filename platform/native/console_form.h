@@ -37,11 +37,28 @@ private:
 
     void FindOperable();
     void Draw() const;
-    void DrawControl(const ui::Control& control) const;
+    void DrawControl(const ui::Label& label) const;
+    void DrawControl(const ui::TextBox& box) const;
+    void DrawControl(const ui::CheckBox& box) const;
+    void DrawControl(const ui::OptionButton& option) const;
+    void DrawControl(const ui::ComboBox& list) const;
+    void DrawControl(const ui::Button& button) const;
+    void DrawControl(const ui::Grid& grid) const;
+    static void DrawControl(const ui::ProgressBar&) {} // stands only where nothing is to operate
+    void DrawLine(const ui::Control& control, const std::string& state) const;
     void DrawGrid(const ui::Grid& grid) const;
     void DrawProgress();
     void Obey(const std::string& line);
     void Operate(ui::Control& control, const std::string& argument);
+    // False when the argument says nothing that the control can do.
+    bool Obeys(ui::TextBox& box, const std::string& argument);
+    bool Obeys(ui::CheckBox& box, const std::string& argument);
+    bool Obeys(ui::OptionButton& option, const std::string& argument);
+    bool Obeys(ui::Button& button, const std::string& argument);
+    bool Obeys(ui::ComboBox& list, const std::string& argument);
+    bool Obeys(ui::Grid& grid, const std::string& argument);
+    static bool Obeys(ui::Label&, const std::string&) { return true; }       // has no letter
+    static bool Obeys(ui::ProgressBar&, const std::string&) { return true; } // neither
     void Complain() const;
     [[nodiscard]] std::string KeyOf(const ui::Control& control) const;
     [[nodiscard]] bool ToOperate() const noexcept { return !m_operable.empty(); }

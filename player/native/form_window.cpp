@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <variant>
 
 namespace vellumo::player
 {
@@ -47,83 +48,89 @@ std::vector<ui::Answer> AnswersOf(ui::Buttons buttons)
     return {};
 }
 
-ControlKind KindOf(const ui::Control& control)
+// What there is to see of each kind of control, besides its caption.
+struct See
 {
-    switch (control.kind)
+    ControlSeen operator()(const ui::Label*) const { return Of(ControlKind::Label); }
+    ControlSeen operator()(const ui::TextBox* box) const
     {
-    case ui::ControlKind::Label:
-        return ControlKind::Label;
-    case ui::ControlKind::TextBox:
-        return ControlKind::TextBox;
-    case ui::ControlKind::CheckBox:
-    case ui::ControlKind::OptionButton:
-        return ControlKind::Toggle;
-    case ui::ControlKind::ComboBox:
-        return ControlKind::List;
-    case ui::ControlKind::Grid:
-        return ControlKind::Grid;
-    case ui::ControlKind::ProgressBar:
-        return ControlKind::ProgressBar;
-    case ui::ControlKind::Button:
-        break;
+        ControlSeen seen = Of(ControlKind::TextBox);
+        seen.value = box->value;
+        return seen;
     }
-    return ControlKind::Button;
-}
-
-ControlSeen Seen(const ui::Control& control)
-{
-    ControlSeen seen;
-    seen.kind = KindOf(control);
-    seen.caption = seen.kind == ControlKind::Label ? control.text : WithoutMark(control.text);
-    seen.enabled = control.enabled;
-    if (const auto* const button = dynamic_cast<const ui::Button*>(&control))
+    ControlSeen operator()(const ui::CheckBox* box) const { return Toggle(box->checked); }
+    ControlSeen operator()(const ui::OptionButton* option) const { return Toggle(option->selected); }
+    ControlSeen operator()(const ui::ComboBox* list) const
     {
-        seen.isDefault = button->isDefault;
-    }
-    else if (const auto* const box = dynamic_cast<const ui::CheckBox*>(&control))
-    {
-        seen.on = box->checked;
-    }
-    else if (const auto* const option = dynamic_cast<const ui::OptionButton*>(&control))
-    {
-        seen.on = option->selected;
-    }
-    else if (const auto* const text = dynamic_cast<const ui::TextBox*>(&control))
-    {
-        seen.value = text->value;
-    }
-    else if (const auto* const list = dynamic_cast<const ui::ComboBox*>(&control))
-    {
+        ControlSeen seen = Of(ControlKind::List);
         seen.entries = list->entries;
         seen.selected = list->index < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(list->index));
+        return seen;
     }
-    else if (const auto* const bar = dynamic_cast<const ui::ProgressBar*>(&control))
+    ControlSeen operator()(const ui::Grid* grid) const
     {
-        seen.position = bar->value;
-        seen.maximum = bar->maximum;
-    }
-    else if (const auto* const grid = dynamic_cast<const ui::Grid*>(&control))
-    {
+        ControlSeen seen = Of(ControlKind::Grid);
         std::transform(grid->columns.begin(), grid->columns.end(), std::back_inserter(seen.columns),
                        [](const ui::Column& column) { return column.caption; });
         seen.rowCount = grid->rows.size();
         seen.selected = grid->selected;
+        return seen;
     }
+    ControlSeen operator()(const ui::ProgressBar* bar) const
+    {
+        ControlSeen seen = Of(ControlKind::ProgressBar);
+        seen.position = bar->value;
+        seen.maximum = bar->maximum;
+        return seen;
+    }
+    ControlSeen operator()(const ui::Button* button) const
+    {
+        ControlSeen seen = Of(ControlKind::Button);
+        seen.isDefault = button->isDefault;
+        return seen;
+    }
+
+private:
+    static ControlSeen Of(ControlKind kind)
+    {
+        ControlSeen seen;
+        seen.kind = kind;
+        return seen;
+    }
+    static ControlSeen Toggle(bool on)
+    {
+        ControlSeen seen = Of(ControlKind::Toggle);
+        seen.on = on;
+        return seen;
+    }
+};
+
+ControlSeen Seen(ui::Control& control)
+{
+    ControlSeen seen = std::visit(See(), control.Actual());
+    seen.caption = seen.kind == ControlKind::Label ? control.text : WithoutMark(control.text);
+    seen.enabled = control.enabled;
     return seen;
 }
 
 // The visible control of that kind at that place; null when it is disabled and no hand could use it.
-template <class Kind = ui::Control>
-Kind* Usable(const ui::Form& form, ControlKind kind, std::size_t place)
+ui::Control* Usable(const ui::Form& form, ControlKind kind, std::size_t place)
 {
     for (auto* const control : form.Controls())
     {
-        if (control->visible && KindOf(*control) == kind && place-- == 0)
+        if (control->visible && Seen(*control).kind == kind && place-- == 0)
         {
-            return control->enabled ? dynamic_cast<Kind*>(control) : nullptr;
+            return control->enabled ? control : nullptr;
         }
     }
     throw std::out_of_range("the window has no such control");
+}
+
+template <class Kind>
+Kind* Usable(const ui::Form& form, ControlKind kind, std::size_t place)
+{
+    auto* const control = Usable(form, kind, place);
+    return control == nullptr ? nullptr : ui::As<Kind>(*control);
 }
 
 } // namespace
@@ -175,7 +182,7 @@ void PromptWindow::CloseByFrame()
 std::vector<ControlSeen> FormWindow::Controls() const
 {
     std::vector<ControlSeen> seen;
-    for (const auto* const control : m_form.Controls())
+    for (auto* const control : m_form.Controls())
     {
         if (control->visible)
         {
@@ -187,9 +194,9 @@ std::vector<ControlSeen> FormWindow::Controls() const
 
 CellSeen FormWindow::Cell(std::size_t grid, std::size_t row, std::size_t column) const
 {
-    for (const auto* const control : m_form.Controls())
+    for (auto* const control : m_form.Controls())
     {
-        const auto* const found = dynamic_cast<const ui::Grid*>(control);
+        const auto* const found = ui::As<ui::Grid>(*control);
         if (found != nullptr && found->visible && grid-- == 0)
         {
             const auto& cell = found->rows.at(row).at(column);
@@ -236,9 +243,8 @@ void FormWindow::Type(std::size_t textBox, const std::string& text)
 
 void FormWindow::SetToggle(std::size_t toggle, bool on)
 {
-    auto* const control = Usable(m_form, ControlKind::Toggle, toggle);
-    auto* const box = dynamic_cast<ui::CheckBox*>(control);
-    auto* const option = dynamic_cast<ui::OptionButton*>(control);
+    auto* const box = Usable<ui::CheckBox>(m_form, ControlKind::Toggle, toggle);
+    auto* const option = Usable<ui::OptionButton>(m_form, ControlKind::Toggle, toggle);
     if (box != nullptr && box->checked != on)
     {
         box->checked = on;
@@ -265,7 +271,7 @@ bool FormWindow::Key(const std::string& key)
     const bool alt = key.size() == 5 && key.starts_with("Alt+");
     for (auto* const control : m_form.Controls())
     {
-        auto* const button = dynamic_cast<ui::Button*>(control);
+        auto* const button = ui::As<ui::Button>(*control);
         if (button != nullptr && button->visible && button->enabled &&
             ((key == "Enter" && button->isDefault) || (key == "Escape" && button->isCancel) ||
              (alt && AccessKey(button->text) == Upper(key.back()))))

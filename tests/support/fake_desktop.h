@@ -58,7 +58,7 @@ Kind& Find(const ui::Form& form, const std::string& text)
 {
     for (ui::Control* control : form.Controls())
     {
-        auto* const found = dynamic_cast<Kind*>(control);
+        auto* const found = ui::As<Kind>(*control);
         if (found != nullptr && found->text.starts_with(text))
         {
             return *found;

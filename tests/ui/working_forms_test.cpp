@@ -106,9 +106,10 @@ TEST_SUITE("working windows")
         CHECK(view.calls == "SPSP");
         CHECK(Text(form, 1) == "Lettura");
         CHECK(Text(form, 2) == "ESENZIONI");
-        const auto& bar = dynamic_cast<const ProgressBar&>(*form.Controls().back());
-        CHECK(bar.value == 3.0F);
-        CHECK(bar.maximum == 10.0F);
+        const auto* const bar = As<ProgressBar>(*form.Controls().back());
+        REQUIRE(bar);
+        CHECK(bar->value == 3.0F);
+        CHECK(bar->maximum == 10.0F);
         form.SetProgressValue(10, 10);
         CHECK(view.calls == "SPSPRP"); // the end is drawn at once
     }

@@ -1,7 +1,7 @@
 #include "platform/windows/forms/cell_painter.h"
 
+#include "platform/windows/forms/abridged.h"
 #include "platform/windows/forms/drawing.h"
-#include "platform/windows/system/text.h"
 
 #include <algorithm>
 

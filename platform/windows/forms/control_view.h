@@ -4,10 +4,10 @@
 
 #include "platform/windows/forms/form_layout.h"
 #include "platform/windows/forms/surface.h"
+#include "platform/windows/forms/text_window.h"
 #include "ui/controls.h"
 
 #include <memory>
-#include <string>
 
 namespace vellumo::windows
 {
@@ -67,28 +67,5 @@ private:
 // `id` identifies the input control within its window. Within a group, the arrow keys move.
 [[nodiscard]] std::unique_ptr<ControlView> MakeControlView(ui::Control& control, const Surface& surface, int id,
                                                            bool startsGroup);
-
-// A Windows control whose text follows a text of the form, and which is shown and enabled as the control says.
-class TextWindow
-{
-public:
-    TextWindow() = default;
-    explicit TextWindow(HWND window)
-        : m_window(window)
-    {
-    }
-
-    [[nodiscard]] HWND Get() const noexcept { return m_window; }
-    void Place(int left, int top, int right, int bottom) const noexcept;
-    void Update(const ui::Control& control);
-    void UpdateText(const std::string& text);
-    // The operator has changed the text to this.
-    void Note(const std::string& text) { m_text = text; }
-    void UpdateState(const ui::Control& control) const noexcept;
-
-private:
-    HWND m_window = nullptr;
-    std::string m_text;
-};
 
 } // namespace vellumo::windows

@@ -1,5 +1,5 @@
 // The views of all controls but the grids, which have files of their own.
-#include "host/fault.h"
+#include "platform/windows/forms/abridged.h"
 #include "platform/windows/forms/control_view.h"
 #include "platform/windows/forms/grid_view.h"
 #include "platform/windows/forms/window_message.h"
@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <variant>
 
 namespace vellumo::windows
 {
@@ -353,67 +354,39 @@ private:
     TextWindow m_window;
 };
 
+struct MakeView
+{
+    const Surface& surface;
+    int id;
+    bool startsGroup;
+
+    using View = std::unique_ptr<ControlView>;
+
+    View operator()(ui::Label* label) const { return std::make_unique<LabelView>(*label, surface); }
+    View operator()(ui::TextBox* box) const { return std::make_unique<TextBoxView>(*box, surface, id); }
+    View operator()(ui::CheckBox* box) const { return std::make_unique<CheckBoxView>(*box, surface, id); }
+    View operator()(ui::OptionButton* option) const
+    {
+        return std::make_unique<OptionView>(*option, surface, id, startsGroup);
+    }
+    View operator()(ui::ComboBox* list) const { return std::make_unique<ComboBoxView>(*list, surface, id); }
+    View operator()(ui::Grid* grid) const
+    {
+        return grid->wraps ? View(std::make_unique<WrappedGridView>(*grid, surface, id))
+                           : View(std::make_unique<GridView>(*grid, surface, id));
+    }
+    View operator()(ui::ProgressBar* bar) const { return std::make_unique<ProgressBarView>(*bar, surface); }
+    View operator()(ui::Button* button) const
+    {
+        return std::make_unique<ButtonView>(*button, surface, id, startsGroup);
+    }
+};
+
 } // namespace
-
-void TextWindow::Place(int left, int top, int right, int bottom) const noexcept
-{
-    SetWindowPos(m_window, nullptr, left, top, right - left, bottom - top, SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void TextWindow::Update(const ui::Control& control)
-{
-    UpdateText(control.text);
-    UpdateState(control);
-}
-
-void TextWindow::UpdateText(const std::string& text)
-{
-    if (text != m_text)
-    {
-        m_text = text;
-        SetWindowTextW(m_window, Abridged(text).c_str());
-    }
-}
-
-void TextWindow::UpdateState(const ui::Control& control) const noexcept
-{
-    const bool shown = (GetWindowLongPtrW(m_window, GWL_STYLE) & WS_VISIBLE) != 0;
-    if (shown != control.visible)
-    {
-        ShowWindow(m_window, control.visible ? SW_SHOWNA : SW_HIDE);
-    }
-    if ((IsWindowEnabled(m_window) != FALSE) != control.enabled)
-    {
-        EnableWindow(m_window, control.enabled);
-    }
-}
 
 std::unique_ptr<ControlView> MakeControlView(ui::Control& control, const Surface& surface, int id, bool startsGroup)
 {
-    switch (control.kind)
-    {
-    case ui::ControlKind::Label:
-        return std::make_unique<LabelView>(dynamic_cast<ui::Label&>(control), surface);
-    case ui::ControlKind::TextBox:
-        return std::make_unique<TextBoxView>(dynamic_cast<ui::TextBox&>(control), surface, id);
-    case ui::ControlKind::CheckBox:
-        return std::make_unique<CheckBoxView>(dynamic_cast<ui::CheckBox&>(control), surface, id);
-    case ui::ControlKind::Grid:
-    {
-        auto& grid = dynamic_cast<ui::Grid&>(control);
-        return grid.wraps ? std::unique_ptr<ControlView>(std::make_unique<WrappedGridView>(grid, surface, id))
-                          : std::make_unique<GridView>(grid, surface, id);
-    }
-    case ui::ControlKind::ProgressBar:
-        return std::make_unique<ProgressBarView>(dynamic_cast<ui::ProgressBar&>(control), surface);
-    case ui::ControlKind::Button:
-        return std::make_unique<ButtonView>(dynamic_cast<ui::Button&>(control), surface, id, startsGroup);
-    case ui::ControlKind::OptionButton:
-        return std::make_unique<OptionView>(dynamic_cast<ui::OptionButton&>(control), surface, id, startsGroup);
-    case ui::ControlKind::ComboBox:
-        return std::make_unique<ComboBoxView>(dynamic_cast<ui::ComboBox&>(control), surface, id);
-    }
-    throw host::Fault("La finestra contiene un controllo sconosciuto.");
+    return std::visit(MakeView{surface, id, startsGroup}, control.Actual());
 }
 
 } // namespace vellumo::windows

@@ -1,9 +1,9 @@
 #include "platform/windows/forms/form_window.h"
 
 #include "host/fault.h"
+#include "platform/windows/forms/abridged.h"
 #include "platform/windows/forms/modal.h"
 #include "platform/windows/forms/window_message.h"
-#include "platform/windows/system/text.h"
 #include "platform/windows/system/this_module.h"
 
 #include <algorithm>
@@ -16,9 +16,6 @@ namespace
 constexpr UINT firstActivation = WM_APP; // posted to the window itself
 constexpr UINT unusedMessage = WM_APP + 2;
 constexpr UINT_PTR activationTimer = 1;
-constexpr int firstId = 1000; // of the input controls
-constexpr int margin = 11;    // at 96 dots an inch
-constexpr int gap = 7;
 // A job reports position and text one after the other, and both are to be seen together: two drawings in each pause,
 // at most twenty a second.
 constexpr ULONGLONG drawingPause = 100; // milliseconds
@@ -35,7 +32,7 @@ struct EmptyDialog
 bool HasGrid(const ui::Form& form)
 {
     return std::any_of(form.Controls().begin(), form.Controls().end(),
-                       [](const ui::Control* control) { return control->kind == ui::ControlKind::Grid; });
+                       [](ui::Control* control) { return ui::As<ui::Grid>(*control) != nullptr; });
 }
 
 EmptyDialog DialogFor(const ui::Form& form, bool owned)
@@ -45,36 +42,6 @@ EmptyDialog DialogFor(const ui::Form& form, bool owned)
     dialog.head.style |= HasGrid(form) ? WS_THICKFRAME | WS_MAXIMIZEBOX : DWORD{DS_MODALFRAME};
     dialog.head.dwExtendedStyle = WS_EX_DLGMODALFRAME | (owned ? 0 : WS_EX_APPWINDOW);
     return dialog;
-}
-
-bool IsOption(const ui::Control* control)
-{
-    return control->kind == ui::ControlKind::OptionButton;
-}
-
-// The option buttons are made one after the other, whatever stands between them in the form, so that the arrow keys
-// lead from one to the next.
-std::vector<std::size_t> OrderOfMaking(const std::vector<ui::Control*>& controls)
-{
-    std::vector<std::size_t> order;
-    bool optionsMade = false;
-    for (std::size_t i = 0; i < controls.size(); ++i)
-    {
-        if (!IsOption(controls[i]))
-        {
-            order.push_back(i);
-            continue;
-        }
-        for (std::size_t option = i; option < controls.size() && !optionsMade; ++option)
-        {
-            if (IsOption(controls[option]))
-            {
-                order.push_back(option);
-            }
-        }
-        optionsMade = true;
-    }
-    return order;
 }
 
 } // namespace
@@ -166,17 +133,23 @@ INT_PTR FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
         }
         return FALSE; // the system restores the focus
     case WM_COMMAND:
-        return OnCommand(LOWORD(wParam), HIWORD(wParam));
+        return m_controls ? OnCommand(LOWORD(wParam), HIWORD(wParam)) : FALSE;
     case listKeyMessage:
         PassKeyToList(static_cast<WORD>(lParam), wParam);
         return TRUE;
     case WM_NOTIFY:
-        return OnNotify(*reinterpret_cast<NMHDR*>(lParam));
+        return m_controls ? OnNotify(*reinterpret_cast<NMHDR*>(lParam)) : FALSE;
     case WM_SIZE:
-        OnSized();
+        if (m_placement)
+        {
+            m_placement->PlaceControls();
+        }
         return TRUE;
     case WM_GETMINMAXINFO:
-        OnLimits(*reinterpret_cast<MINMAXINFO*>(lParam));
+        if (m_placement)
+        {
+            m_placement->Limit(*reinterpret_cast<MINMAXINFO*>(lParam));
+        }
         return TRUE;
     case WM_CLOSE:
         m_form.FrameClosed();
@@ -191,7 +164,8 @@ void FormWindow::OnInitialize()
 {
     m_form.Load();
     m_surface = std::make_unique<Surface>(m_window);
-    MakeControls();
+    m_controls = std::make_unique<FormControls>(m_form, *m_surface);
+    m_placement = std::make_unique<FormPlacement>(m_form, *m_surface, *m_controls);
     m_form.Attach(this);
     m_opened = true;
     Refresh();
@@ -199,26 +173,7 @@ void FormWindow::OnInitialize()
     {
         EnableMenuItem(GetSystemMenu(m_window, FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
     }
-    PlaceWindow();
-}
-
-void FormWindow::MakeControls()
-{
-    const std::vector<ui::Control*>& controls = m_form.Controls();
-    m_views.resize(controls.size());
-    bool optionBefore = false;
-    for (const std::size_t i : OrderOfMaking(controls))
-    {
-        const int id = firstId + static_cast<int>(i);
-        const bool isOption = IsOption(controls[i]);
-        m_views[i] = MakeControlView(*controls[i], *m_surface, id, isOption != optionBefore);
-        optionBefore = isOption;
-        const auto* const button = dynamic_cast<const ui::Button*>(controls[i]);
-        if (button != nullptr && button->isDefault)
-        {
-            Send(m_window, DM_SETDEFID, static_cast<WPARAM>(id));
-        }
-    }
+    m_placement->PlaceWindow(m_owner);
 }
 
 // The job begins when the window stands on the screen. A host that fell behind may have left no room for a message; a
@@ -253,9 +208,9 @@ INT_PTR FormWindow::OnCommand(WORD id, WORD code)
 {
     if (id == IDCANCEL) // Escape
     {
-        for (const auto& view : m_views)
+        for (const auto& view : m_controls->All())
         {
-            const auto* const button = dynamic_cast<const ui::Button*>(&view->Control());
+            const auto* const button = ui::As<ui::Button>(view->Control());
             if (button != nullptr && button->isCancel && button->enabled)
             {
                 Tell(*view, Event::Clicked);
@@ -263,7 +218,7 @@ INT_PTR FormWindow::OnCommand(WORD id, WORD code)
         }
         return TRUE;
     }
-    ControlView* const view = ViewOfId(id);
+    ControlView* const view = m_controls->ViewOfId(id);
     if (view == nullptr)
     {
         return FALSE;
@@ -274,16 +229,16 @@ INT_PTR FormWindow::OnCommand(WORD id, WORD code)
 
 void FormWindow::PassKeyToList(WORD boxId, WPARAM key)
 {
-    const auto* const box = dynamic_cast<const ui::TextBox*>(&ViewOfId(boxId)->Control());
+    const auto* const box = ui::As<ui::TextBox>(m_controls->ViewOfId(boxId)->Control());
     if (box != nullptr && box->list != nullptr)
     {
-        Send(ViewOf(*box->list)->Input(), WM_KEYDOWN, key);
+        Send(m_controls->ViewOf(*box->list)->Input(), WM_KEYDOWN, key);
     }
 }
 
 INT_PTR FormWindow::OnNotify(NMHDR& notification)
 {
-    ControlView* const view = ViewOfId(static_cast<WORD>(notification.idFrom));
+    ControlView* const view = m_controls->ViewOfId(static_cast<WORD>(notification.idFrom));
     if (view == nullptr)
     {
         return FALSE;
@@ -301,9 +256,9 @@ void FormWindow::Tell(ControlView& view, Event event)
     case Event::None:
         return;
     case Event::Clicked:
-        if (view.Control().kind == ui::ControlKind::OptionButton)
+        if (const auto* const option = ui::As<ui::OptionButton>(view.Control()))
         {
-            m_form.Select(view.Control());
+            m_form.Select(*option);
         }
         m_form.Clicked(view.Control());
         break;
@@ -330,7 +285,7 @@ void FormWindow::Refresh()
         m_title = m_form.Title();
         SetWindowTextW(m_window, Abridged(m_title).c_str());
     }
-    for (const auto& view : m_views)
+    for (const auto& view : m_controls->All())
     {
         view->Update();
     }
@@ -382,7 +337,7 @@ void FormWindow::ProcessMessages()
 
 void FormWindow::Focus(const ui::Control& control)
 {
-    if (const ControlView* const view = ViewOf(control))
+    if (const ControlView* const view = m_controls->ViewOf(control))
     {
         GiveKeyboard(view->Input());
     }
@@ -400,7 +355,7 @@ void FormWindow::GiveKeyboard(HWND input) const
 void FormWindow::SetInitialFocus()
 {
     const ui::Control* const first = m_form.InitialFocus();
-    GiveKeyboard(first != nullptr ? ViewOf(*first)->Input() : GetNextDlgTabItem(m_window, nullptr, FALSE));
+    GiveKeyboard(first != nullptr ? m_controls->ViewOf(*first)->Input() : GetNextDlgTabItem(m_window, nullptr, FALSE));
 }
 
 // A control that was disabled keeps the keyboard or leaves it to nobody, and then no key does anything.
@@ -411,112 +366,6 @@ void FormWindow::KeepFocusUsable()
     {
         GiveKeyboard(GetNextDlgTabItem(m_window, focus, FALSE));
     }
-}
-
-std::vector<ControlView*> FormWindow::VisibleViews() const
-{
-    std::vector<ControlView*> visible;
-    for (const auto& view : m_views)
-    {
-        if (view->Control().visible)
-        {
-            visible.push_back(view.get());
-        }
-    }
-    return visible;
-}
-
-namespace
-{
-
-FormLayout LayOut(const std::vector<ControlView*>& views, const Surface& surface)
-{
-    std::vector<LayoutItem> items;
-    items.reserve(views.size());
-    for (const ControlView* view : views)
-    {
-        items.push_back(view->Needs());
-    }
-    return {std::move(items), surface.Pixels(margin), surface.Pixels(gap)};
-}
-
-} // namespace
-
-void FormWindow::OnSized()
-{
-    if (m_views.empty())
-    {
-        return;
-    }
-    RECT inner{};
-    GetClientRect(m_window, &inner);
-    const std::vector<ControlView*> views = VisibleViews();
-    const std::vector<RECT> places = LayOut(views, *m_surface).Place({inner.right, inner.bottom});
-    for (std::size_t i = 0; i < views.size(); ++i)
-    {
-        views[i]->Place(places[i]);
-    }
-    InvalidateRect(m_window, nullptr, TRUE);
-}
-
-SIZE FormWindow::NeededSize() const
-{
-    const SIZE needed = LayOut(VisibleViews(), *m_surface).NeededSize();
-    return {std::max<LONG>(needed.cx, m_surface->PixelsOfTwips(m_form.DesignSize().width)),
-            std::max<LONG>(needed.cy, m_surface->PixelsOfTwips(m_form.DesignSize().height))};
-}
-
-SIZE FormWindow::FrameFor(SIZE inner) const
-{
-    RECT frame{0, 0, inner.cx, inner.cy};
-    AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongPtrW(m_window, GWL_STYLE)), FALSE,
-                       static_cast<DWORD>(GetWindowLongPtrW(m_window, GWL_EXSTYLE)));
-    return {frame.right - frame.left, frame.bottom - frame.top};
-}
-
-void FormWindow::OnLimits(MINMAXINFO& limits) const
-{
-    if (!m_views.empty())
-    {
-        const SIZE frame = FrameFor(NeededSize());
-        limits.ptMinTrackSize = {std::min(frame.cx, limits.ptMaxSize.x), std::min(frame.cy, limits.ptMaxSize.y)};
-    }
-}
-
-// In the middle of the owner, or of its screen, and never beyond the edge.
-void FormWindow::PlaceWindow()
-{
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(m_owner, MONITOR_DEFAULTTOPRIMARY), &monitor);
-    const RECT& work = monitor.rcWork;
-    RECT around = work;
-    if (m_owner != nullptr && IsIconic(m_owner) == FALSE)
-    {
-        GetWindowRect(m_owner, &around);
-    }
-    const SIZE frame = FrameFor(NeededSize());
-    const LONG width = std::min(frame.cx, work.right - work.left);
-    const LONG height = std::min(frame.cy, work.bottom - work.top);
-    const LONG left = std::clamp((around.left + around.right - width) / 2, work.left, work.right - width);
-    const LONG top = std::clamp((around.top + around.bottom - height) / 2, work.top, work.bottom - height);
-    SetWindowPos(m_window, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
-    OnSized();
-}
-
-ControlView* FormWindow::ViewOf(const ui::Control& control) const
-{
-    const auto found =
-        std::find_if(m_views.begin(), m_views.end(), [&](const auto& view) { return &view->Control() == &control; });
-    return found == m_views.end() ? nullptr : found->get();
-}
-
-ControlView* FormWindow::ViewOfId(WORD id) const
-{
-    const int index = id - firstId;
-    return index >= 0 && static_cast<std::size_t>(index) < m_views.size()
-               ? m_views[static_cast<std::size_t>(index)].get()
-               : nullptr;
 }
 
 } // namespace vellumo::windows

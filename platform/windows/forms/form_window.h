@@ -2,14 +2,15 @@
 // the thread are disabled meanwhile and enabled again before this one is gone. Used once, on the stack of the call.
 #pragma once
 
-#include "platform/windows/forms/control_view.h"
+#include "platform/windows/forms/form_controls.h"
+#include "platform/windows/forms/form_placement.h"
 #include "platform/windows/forms/message_pump.h"
 #include "platform/windows/forms/surface.h"
 #include "ui/form.h"
 
 #include <exception>
 #include <memory>
-#include <vector>
+#include <string>
 
 namespace vellumo::windows
 {
@@ -40,30 +41,22 @@ private:
     INT_PTR OnCommand(WORD id, WORD code);
     INT_PTR OnNotify(NMHDR& notification);
     void PassKeyToList(WORD boxId, WPARAM key);
-    void OnSized();
     void SendToScreen() const;
-    void OnLimits(MINMAXINFO& limits) const;
     void ComeBackActivated() const;
     void OnFirstActivation();
     void Tell(ControlView& view, Event event);
 
-    void MakeControls();
-    [[nodiscard]] std::vector<ControlView*> VisibleViews() const;
-    [[nodiscard]] SIZE NeededSize() const;
-    [[nodiscard]] SIZE FrameFor(SIZE inner) const;
-    void PlaceWindow();
     void GiveKeyboard(HWND input) const;
     void SetInitialFocus();
     void KeepFocusUsable();
-    [[nodiscard]] ControlView* ViewOf(const ui::Control& control) const;
-    [[nodiscard]] ControlView* ViewOfId(WORD id) const;
     void EndIfClosed();
 
     ui::Form& m_form;
     HWND m_owner;
     HWND m_window = nullptr;
     std::unique_ptr<Surface> m_surface;
-    std::vector<std::unique_ptr<ControlView>> m_views; // one a control of the form
+    std::unique_ptr<FormControls> m_controls; // null while its controls are being made, as the next
+    std::unique_ptr<FormPlacement> m_placement;
     std::string m_title;
     bool m_opened = false;
     bool m_activated = false; // the first activation has been raised

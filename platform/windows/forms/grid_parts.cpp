@@ -1,6 +1,6 @@
 #include "platform/windows/forms/grid_parts.h"
 
-#include "platform/windows/system/text.h"
+#include "platform/windows/forms/abridged.h"
 
 #include <algorithm>
 #include <cwchar>

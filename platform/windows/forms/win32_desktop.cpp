@@ -1,6 +1,7 @@
 #include "platform/windows/forms/win32_desktop.h"
 
 #include "host/fault.h"
+#include "platform/windows/forms/abridged.h"
 #include "platform/windows/forms/form_window.h"
 #include "platform/windows/forms/modal.h"
 #include "platform/windows/system/text.h"

@@ -1,6 +1,7 @@
 #include "platform/windows/forms/wrapped_grid_view.h"
 
 #include "host/fault.h"
+#include "platform/windows/forms/abridged.h"
 #include "platform/windows/forms/grid_parts.h"
 #include "platform/windows/forms/window_message.h"
 #include "platform/windows/system/text.h"

@@ -34,22 +34,6 @@ std::wstring ToWide(std::string_view text)
     return wide;
 }
 
-std::wstring Abridged(std::string_view text, std::size_t longest)
-{
-    constexpr std::size_t mostBytes = 3; // of a UTF-16 unit; what this cuts in two stands beyond the longest
-    std::wstring wide = ToWide(text.substr(0, mostBytes * (longest + 2)));
-    if (wide.size() > longest)
-    {
-        wide.resize(longest);
-        if (IS_HIGH_SURROGATE(wide.back()))
-        {
-            wide.pop_back();
-        }
-        wide += L'…';
-    }
-    return wide;
-}
-
 std::string FromWide(std::wstring_view text)
 {
     std::string narrow;

@@ -2,7 +2,6 @@
 // surrogate) becomes U+FFFD. Embedded NULs are kept.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -10,11 +9,6 @@ namespace vellumo::windows
 {
 
 [[nodiscard]] std::wstring ToWide(std::string_view text);
-// For a window: of a longer text its beginning and an ellipsis. Windows breaks a text into lines in a time that grows
-// with its square, so that one of a megabyte, as a faulty reply may bring it, would stop the host for minutes.
-// `longest` in UTF-16 units; some hundred lines are more than anybody reads.
-constexpr std::size_t longestShown = 5000;
-[[nodiscard]] std::wstring Abridged(std::string_view text, std::size_t longest = longestShown);
 [[nodiscard]] std::string FromWide(std::wstring_view text);
 [[nodiscard]] bool IsUtf8(std::string_view text);
 

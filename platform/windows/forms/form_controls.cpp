@@ -1,0 +1,88 @@
+#include "platform/windows/forms/form_controls.h"
+
+#include "platform/windows/forms/window_message.h"
+
+#include <algorithm>
+
+namespace vellumo::windows
+{
+namespace
+{
+
+constexpr int firstId = 1000; // of the input controls
+
+// The option buttons are made one after the other, whatever stands between them in the form, so that the arrow keys
+// lead from one to the next.
+std::vector<std::size_t> OrderOfMaking(const std::vector<ui::Control*>& controls)
+{
+    std::vector<std::size_t> order;
+    bool optionsMade = false;
+    for (std::size_t i = 0; i < controls.size(); ++i)
+    {
+        if (ui::As<ui::OptionButton>(*controls[i]) == nullptr)
+        {
+            order.push_back(i);
+            continue;
+        }
+        for (std::size_t option = i; option < controls.size() && !optionsMade; ++option)
+        {
+            if (ui::As<ui::OptionButton>(*controls[option]) != nullptr)
+            {
+                order.push_back(option);
+            }
+        }
+        optionsMade = true;
+    }
+    return order;
+}
+
+} // namespace
+
+FormControls::FormControls(const ui::Form& form, const Surface& surface)
+    : m_views(form.Controls().size())
+{
+    bool optionBefore = false;
+    for (const std::size_t i : OrderOfMaking(form.Controls()))
+    {
+        ui::Control& control = *form.Controls()[i];
+        const int id = firstId + static_cast<int>(i);
+        const bool isOption = ui::As<ui::OptionButton>(control) != nullptr;
+        m_views[i] = MakeControlView(control, surface, id, isOption != optionBefore);
+        optionBefore = isOption;
+        const auto* const button = ui::As<ui::Button>(control);
+        if (button != nullptr && button->isDefault)
+        {
+            Send(surface.Window(), DM_SETDEFID, static_cast<WPARAM>(id));
+        }
+    }
+}
+
+std::vector<ControlView*> FormControls::Visible() const
+{
+    std::vector<ControlView*> visible;
+    for (const auto& view : m_views)
+    {
+        if (view->Control().visible)
+        {
+            visible.push_back(view.get());
+        }
+    }
+    return visible;
+}
+
+ControlView* FormControls::ViewOf(const ui::Control& control) const
+{
+    const auto found =
+        std::find_if(m_views.begin(), m_views.end(), [&](const auto& view) { return &view->Control() == &control; });
+    return found == m_views.end() ? nullptr : found->get();
+}
+
+ControlView* FormControls::ViewOfId(WORD id) const
+{
+    const int index = id - firstId;
+    return index >= 0 && static_cast<std::size_t>(index) < m_views.size()
+               ? m_views[static_cast<std::size_t>(index)].get()
+               : nullptr;
+}
+
+} // namespace vellumo::windows

@@ -1,0 +1,32 @@
+// The controls of a form in its window: made once, found by the form's control or by the identifier of the Windows
+// control. Lives as long as the window, which owns the Windows controls.
+#pragma once
+
+#include "platform/windows/forms/control_view.h"
+#include "platform/windows/forms/surface.h"
+#include "ui/form.h"
+
+#include <memory>
+#include <vector>
+
+namespace vellumo::windows
+{
+
+class FormControls
+{
+public:
+    // Faults when one cannot be made. The default button becomes the window's own.
+    FormControls(const ui::Form& form, const Surface& surface);
+
+    // One a control of the form, in its order.
+    [[nodiscard]] const std::vector<std::unique_ptr<ControlView>>& All() const noexcept { return m_views; }
+    [[nodiscard]] std::vector<ControlView*> Visible() const;
+    // Null when there is no such control.
+    [[nodiscard]] ControlView* ViewOf(const ui::Control& control) const;
+    [[nodiscard]] ControlView* ViewOfId(WORD id) const;
+
+private:
+    std::vector<std::unique_ptr<ControlView>> m_views;
+};
+
+} // namespace vellumo::windows

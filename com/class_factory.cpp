@@ -1,44 +1,20 @@
 #include "com/class_factory.h"
 
+#include "com/faults.h"
+
 namespace vellumo::com
 {
 
-HRESULT ClassFactory::QueryInterface(REFIID iid, void** result)
+void* ClassFactory::Find(REFIID iid) noexcept
 {
-    if (!result)
-    {
-        return E_POINTER;
-    }
-    *result = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IClassFactory)
-    {
-        return E_NOINTERFACE;
-    }
-    *result = static_cast<IClassFactory*>(this);
-    AddRef();
-    return S_OK;
-}
-
-ULONG ClassFactory::AddRef()
-{
-    return ++m_references;
-}
-
-ULONG ClassFactory::Release()
-{
-    const ULONG left = --m_references;
-    if (left == 0)
-    {
-        delete this;
-    }
-    return left;
+    return iid == IID_IUnknown || iid == IID_IClassFactory ? static_cast<IClassFactory*>(this) : nullptr;
 }
 
 HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** result)
 {
     if (!result)
     {
-        return E_POINTER;
+        return RefusePointer();
     }
     *result = nullptr;
     return outer ? CLASS_E_NOAGGREGATION : m_creator(iid, result);

@@ -1,18 +1,18 @@
-// The base of the library's COM objects: reference count, QueryInterface and the IDispatch side of their interfaces.
+// The base of the library's COM objects: the IDispatch side of their interfaces, and what a host may ask about them.
 //
 //   class Thing final : public ComObject<CLSID_Thing, Dual<IFirst, IID_IFirst, Library::Vellumo>, Dual<…>>
 //
-// The first interface is the default one: it is what QueryInterface answers for IDispatch, and so what a script sees.
-// An object is born with one reference, which belongs to whoever created it, and keeps the DLL loaded.
+// The first interface is the default one: it is what QueryInterface returns for IDispatch, and so what a script sees.
+// An object keeps the DLL loaded.
 #pragma once
 
 #include "com/faults.h"
 #include "com/module.h"
+#include "platform/windows/adapters/counted.h"
 
 #include <ocidl.h>
 #include <oleauto.h>
 
-#include <atomic>
 #include <tuple>
 
 namespace vellumo::com
@@ -28,19 +28,14 @@ public:
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override
     {
-        if (!count)
-        {
-            return E_POINTER;
-        }
-        *count = 1;
-        return S_OK;
+        return GuardResult(*this, iid, count, [] { return 1U; });
     }
 
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** info) override
     {
         if (!info)
         {
-            return E_POINTER;
+            return RefusePointer();
         }
         *info = nullptr;
         return index != 0 ? DISP_E_BADINDEX : Guard(*this, iid, [&] { TypeInfo().CopyTo(info); });
@@ -52,9 +47,7 @@ public:
         {
             return DISP_E_UNKNOWNINTERFACE;
         }
-        HRESULT result = S_OK;
-        const HRESULT guarded = Guard(*this, iid, [&] { result = TypeInfo()->GetIDsOfNames(names, count, ids); });
-        return FAILED(guarded) ? guarded : result;
+        return Guard(*this, iid, [&] { return TypeInfo()->GetIDsOfNames(names, count, ids); });
     }
 
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID, WORD flags, DISPPARAMS* parameters,
@@ -64,14 +57,12 @@ public:
         {
             return DISP_E_UNKNOWNINTERFACE;
         }
-        HRESULT result = S_OK;
-        const HRESULT guarded = Guard(*this, iid,
-                                      [&]
-                                      {
-                                          result = TypeInfo()->Invoke(static_cast<InterfaceType*>(this), member, flags,
-                                                                      parameters, answer, exception, badArgument);
-                                      });
-        return FAILED(guarded) ? guarded : result;
+        return Guard(*this, iid,
+                     [&]
+                     {
+                         return TypeInfo()->Invoke(static_cast<InterfaceType*>(this), member, flags, parameters, answer,
+                                                   exception, badArgument);
+                     });
     }
 
 protected:
@@ -92,39 +83,9 @@ private:
 };
 
 template <const CLSID& clsid, class... Duals>
-class ComObject : public Duals..., public ISupportErrorInfo, public IProvideClassInfo
+class ComObject : public windows::Counted<Duals..., ISupportErrorInfo, IProvideClassInfo>
 {
 public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override
-    {
-        if (!result)
-        {
-            return E_POINTER;
-        }
-        *result = Find(iid);
-        if (!*result)
-        {
-            return E_NOINTERFACE;
-        }
-        AddRef();
-        return S_OK;
-    }
-
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        const ULONG left = --m_references;
-        if (left == 0)
-        {
-            // Letting go of the host's objects may lead back here; a reference taken and dropped then must not
-            // destroy a second time.
-            m_references = 1;
-            delete this;
-        }
-        return left;
-    }
-
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) override
     {
         return ((iid == Duals::Id()) || ...) ? S_OK : S_FALSE;
@@ -132,24 +93,14 @@ public:
 
     HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) override
     {
-        if (!info)
-        {
-            return E_POINTER;
-        }
-        *info = nullptr;
-        return Guard(*this, clsid, [&] { LoadTypeInfo(Library::Vellumo, clsid).CopyTo(info); });
+        return GuardResult(*this, clsid, info, [] { return LoadTypeInfo(Library::Vellumo, clsid).Detach(); });
     }
 
 protected:
     ComObject() = default;
-    virtual ~ComObject() = default;
+    ~ComObject() override = default;
 
-private:
-    using Default = std::tuple_element_t<0, std::tuple<Duals...>>;
-
-    [[nodiscard]] IUnknown* Identity() noexcept { return static_cast<typename Default::Interface*>(this); }
-
-    void* Find(REFIID iid) noexcept
+    [[nodiscard]] void* Find(REFIID iid) noexcept override
     {
         if (iid == IID_IUnknown || iid == IID_IDispatch)
         {
@@ -169,8 +120,12 @@ private:
         return found;
     }
 
+private:
+    using Default = std::tuple_element_t<0, std::tuple<Duals...>>;
+
+    [[nodiscard]] IUnknown* Identity() noexcept { return static_cast<typename Default::Interface*>(this); }
+
     ModuleLock m_moduleLock;
-    std::atomic<ULONG> m_references = 1;
 };
 
 } // namespace vellumo::com

@@ -13,25 +13,26 @@ namespace
 
 constexpr std::wstring_view sourceName = L"Vellumo.SISSProvider";
 
-} // namespace
+void Describe(const IID& source, std::string_view description)
+{
+    windows::ComPtr<ICreateErrorInfo> creator;
+    if (SUCCEEDED(CreateErrorInfo(creator.Put())))
+    {
+        creator->SetGUID(source);
+        creator->SetSource(windows::Bstr(sourceName).Get());
+        creator->SetDescription(windows::Bstr(description).Get());
+        SetErrorInfo(0, creator.As<IErrorInfo>(IID_IErrorInfo).Get());
+    }
+}
 
 HRESULT Fail(HRESULT result, const IID& source, std::string_view description) noexcept
 {
     // Without memory for the description the number alone has to do.
-    host::PassOver(
-        [&]
-        {
-            windows::ComPtr<ICreateErrorInfo> creator;
-            if (SUCCEEDED(CreateErrorInfo(creator.Put())))
-            {
-                creator->SetGUID(source);
-                creator->SetSource(windows::Bstr(sourceName).Get());
-                creator->SetDescription(windows::Bstr(description).Get());
-                SetErrorInfo(0, creator.As<IErrorInfo>(IID_IErrorInfo).Get());
-            }
-        });
+    host::PassOver([&] { Describe(source, description); });
     return result;
 }
+
+} // namespace
 
 HRESULT FailWithCurrentException(const IID& source) noexcept
 {
@@ -49,14 +50,19 @@ HRESULT FailWithCurrentException(const IID& source) noexcept
     }
     catch (const std::exception& failure)
     {
-        std::string description; // stays empty when there is no memory for it
-        host::PassOver([&] { description = std::string("Errore imprevisto in Vellumo: ") + failure.what(); });
-        return Fail(E_UNEXPECTED, source, description);
+        const auto described = [&] { return std::string("Errore imprevisto in Vellumo: ") + failure.what(); };
+        return Fail(E_UNEXPECTED, source, host::Trap(std::string(), described));
     }
     catch (...)
     {
         return Fail(E_UNEXPECTED, source, "Errore imprevisto in Vellumo.");
     }
+}
+
+HRESULT RefusePointer() noexcept
+{
+    SetErrorInfo(0, nullptr);
+    return E_POINTER;
 }
 
 } // namespace vellumo::com

@@ -1,5 +1,6 @@
 #include "com/kept_objects.h"
 
+#include "com/faults.h"
 #include "com/opzioni_ricetta.h"
 
 namespace vellumo::com
@@ -7,59 +8,25 @@ namespace vellumo::com
 
 const IID iidKeptFace{0x0e7a1d53, 0x9c0e, 0x4c0b, {0x8b, 0x51, 0x77, 0x2d, 0x1f, 0x6f, 0x0d, 0x92}};
 
-HRESULT OpaqueObject::QueryInterface(REFIID iid, void** result)
+void* OpaqueObject::Find(REFIID iid) noexcept
 {
-    if (!result)
-    {
-        return E_POINTER;
-    }
-    *result = nullptr;
     if (iid == IID_IUnknown || iid == IID_IDispatch)
     {
-        *result = static_cast<IDispatch*>(this);
+        return static_cast<IDispatch*>(this);
     }
-    else if (iid == iidKeptFace)
-    {
-        *result = static_cast<KeptFace*>(this);
-    }
-    else
-    {
-        return E_NOINTERFACE;
-    }
-    AddRef();
-    return S_OK;
-}
-
-ULONG OpaqueObject::AddRef()
-{
-    return ++m_references;
-}
-
-ULONG OpaqueObject::Release()
-{
-    const ULONG left = --m_references;
-    if (left == 0)
-    {
-        delete this;
-    }
-    return left;
+    return iid == iidKeptFace ? static_cast<KeptFace*>(this) : nullptr;
 }
 
 HRESULT OpaqueObject::GetTypeInfoCount(UINT* count)
 {
-    if (!count)
-    {
-        return E_POINTER;
-    }
-    *count = 0;
-    return S_OK;
+    return GuardResult(*this, IID_IDispatch, count, [] { return 0U; });
 }
 
 HRESULT OpaqueObject::GetTypeInfo(UINT, LCID, ITypeInfo** info)
 {
     if (!info)
     {
-        return E_POINTER;
+        return RefusePointer();
     }
     *info = nullptr;
     return DISP_E_BADINDEX;
@@ -69,7 +36,7 @@ HRESULT OpaqueObject::GetIDsOfNames(REFIID, LPOLESTR*, UINT count, LCID, DISPID*
 {
     if (!ids)
     {
-        return E_POINTER;
+        return RefusePointer();
     }
     for (UINT name = 0; name < count; ++name)
     {

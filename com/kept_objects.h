@@ -5,9 +5,9 @@
 
 #include "com/module.h"
 #include "host/kept_object.h"
+#include "platform/windows/adapters/counted.h"
 #include "platform/windows/adapters/dispatch_prescriptions.h"
 
-#include <atomic>
 #include <memory>
 
 namespace vellumo::com
@@ -26,7 +26,7 @@ protected:
 };
 
 // An object without members for the host. It keeps the DLL loaded as long as the host holds it.
-class OpaqueObject final : public IDispatch, public KeptFace
+class OpaqueObject final : public windows::Counted<IDispatch, KeptFace>
 {
 public:
     explicit OpaqueObject(std::shared_ptr<host::KeptObject> kept)
@@ -34,9 +34,6 @@ public:
     {
     }
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
-    ULONG STDMETHODCALLTYPE Release() override;
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
@@ -47,11 +44,11 @@ public:
     [[nodiscard]] const std::shared_ptr<host::KeptObject>& Kept() const noexcept override { return m_kept; }
 
 private:
-    ~OpaqueObject() = default;
+    ~OpaqueObject() override = default;
+    [[nodiscard]] void* Find(REFIID iid) noexcept override;
 
     ModuleLock m_moduleLock;
     std::shared_ptr<host::KeptObject> m_kept;
-    std::atomic<ULONG> m_references = 1;
 };
 
 class ComKeptObjectFaces final : public windows::KeptObjectFaces

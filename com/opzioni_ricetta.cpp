@@ -2,20 +2,6 @@
 
 namespace vellumo::com
 {
-namespace
-{
-
-HRESULT Answer(std::int32_t number, LONG* value)
-{
-    if (!value)
-    {
-        return E_POINTER;
-    }
-    *value = number;
-    return S_OK;
-}
-
-} // namespace
 
 OpzioniRicettaObject::OpzioniRicettaObject(std::shared_ptr<host::OpzioniRicetta> options)
     : m_options(*options)
@@ -23,20 +9,14 @@ OpzioniRicettaObject::OpzioniRicettaObject(std::shared_ptr<host::OpzioniRicetta>
 {
 }
 
-HRESULT OpzioniRicettaObject::QueryInterface(REFIID iid, void** result)
+void* OpzioniRicettaObject::Find(REFIID iid) noexcept
 {
-    if (iid != iidKeptFace || !result)
-    {
-        return OpzioniRicettaBase::QueryInterface(iid, result);
-    }
-    *result = static_cast<KeptFace*>(this);
-    AddRef();
-    return S_OK;
+    return iid == iidKeptFace ? static_cast<KeptFace*>(this) : OpzioniRicettaBase::Find(iid);
 }
 
 HRESULT OpzioniRicettaObject::get_ModalitaStampa(LONG* value)
 {
-    return Answer(m_options.ModalitaStampa, value);
+    return GuardResult(*this, IID__OpzioniRicetta, value, [&] { return LONG{m_options.ModalitaStampa}; });
 }
 
 HRESULT OpzioniRicettaObject::put_ModalitaStampa(LONG value)
@@ -47,7 +27,7 @@ HRESULT OpzioniRicettaObject::put_ModalitaStampa(LONG value)
 
 HRESULT OpzioniRicettaObject::get_TipoRicetta(LONG* value)
 {
-    return Answer(m_options.TipoRicetta, value);
+    return GuardResult(*this, IID__OpzioniRicetta, value, [&] { return LONG{m_options.TipoRicetta}; });
 }
 
 HRESULT OpzioniRicettaObject::put_TipoRicetta(LONG value)

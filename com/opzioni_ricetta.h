@@ -20,7 +20,10 @@ public:
     // Not null.
     explicit OpzioniRicettaObject(std::shared_ptr<host::OpzioniRicetta> options);
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override;
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override
+    {
+        return OpzioniRicettaBase::QueryInterface(iid, result);
+    }
     ULONG STDMETHODCALLTYPE AddRef() override { return OpzioniRicettaBase::AddRef(); }
     ULONG STDMETHODCALLTYPE Release() override { return OpzioniRicettaBase::Release(); }
 
@@ -32,6 +35,9 @@ public:
     [[nodiscard]] const std::shared_ptr<host::KeptObject>& Kept() const noexcept override { return m_kept; }
 
 private:
+    ~OpzioniRicettaObject() override = default;
+    [[nodiscard]] void* Find(REFIID iid) noexcept override;
+
     host::OpzioniRicetta& m_options;
     std::shared_ptr<host::KeptObject> m_kept; // owns them
 };

@@ -36,35 +36,31 @@ VARIANT_BOOL ToVariantBool(bool value)
     return value ? VARIANT_TRUE : VARIANT_FALSE;
 }
 
-HRESULT HandBack(const ComPtr<IDispatch>& object, IDispatch** value)
+// What the host handed over, counted once more for the caller.
+template <class Face>
+HRESULT HandBack(Face& face, const IID& source, const ComPtr<IDispatch>& object, IDispatch** value)
 {
-    if (!value)
-    {
-        return E_POINTER;
-    }
-    object.CopyTo(value);
-    return S_OK;
+    return GuardResult(face, source, value, [&] { return ComPtr<IDispatch>(object).Detach(); });
 }
 
-// Runs the body of a member that answers True or False.
+// Runs the body of a member that returns True or False.
 template <class Face, class Body>
-HRESULT AnswerBool(Face& face, const IID& source, VARIANT_BOOL* result, Body&& body)
+HRESULT GuardBool(Face& face, const IID& source, VARIANT_BOOL* result, Body&& body)
 {
-    if (!result)
-    {
-        return E_POINTER;
-    }
-    *result = VARIANT_FALSE;
-    return Guard(face, source, [&] { *result = ToVariantBool(body()); });
+    return GuardResult(face, source, result, [&] { return ToVariantBool(body()); });
 }
 
 // An identifier for an operation that keeps its faults to itself. One that cannot be read goes on as a text that is no
-// number: the operation runs into it in its own trap and answers as after any fault.
+// number: the operation runs into it in its own trap and returns what it does after any fault.
 host::Value IdentifierIn(const VARIANT& variant)
 {
-    host::Value identifier = "illeggibile";
-    host::PassOver([&] { identifier = windows::ToValue(variant); });
-    return identifier;
+    return host::Trap(host::Value("illeggibile"), [&] { return windows::ToValue(variant); });
+}
+
+// What cannot be looked into is no certificate.
+std::unique_ptr<host::Record> CertificateIn(const VARIANT& variant)
+{
+    return host::Trap(std::unique_ptr<host::Record>(), [&] { return windows::RecordIn(variant); });
 }
 
 // The session that the host passes, for one call. Empty where it passes none.
@@ -113,26 +109,22 @@ ProviderFace::~ProviderFace()
 
 HRESULT ProviderFace::Create(REFIID iid, void** result) noexcept
 {
-    SetErrorInfo(0, nullptr);
-    try
-    {
-        const auto face = ComPtr<ProviderFace>::Attach(new ProviderFace);
-        return face->QueryInterface(iid, result);
-    }
-    catch (...)
-    {
-        return FailWithCurrentException(CLSID_SISSProvider);
-    }
+    return ResultOf(CLSID_SISSProvider,
+                    [&]
+                    {
+                        const auto face = ComPtr<ProviderFace>::Attach(new ProviderFace);
+                        return face->QueryInterface(iid, result);
+                    });
 }
 
 HRESULT ProviderFace::IsPersonaleStudio(VARIANT_BOOL* result)
 {
-    return AnswerBool(*this, IID__SISSProvider, result, [&] { return m_provider.IsPersonaleStudio(); });
+    return GuardBool(*this, IID__SISSProvider, result, [&] { return m_provider.IsPersonaleStudio(); });
 }
 
 HRESULT ProviderFace::get_Utils(IDispatch** value)
 {
-    return HandBack(m_handles->utils, value);
+    return HandBack(*this, IID_ICCEProvider, m_handles->utils, value);
 }
 
 HRESULT ProviderFace::putref_Utils(IDispatch* value)
@@ -150,49 +142,34 @@ HRESULT ProviderFace::IdentificaPaziente(VARIANT idPaziente, VARIANT_BOOL* gesti
 {
     if (!result)
     {
-        return E_POINTER;
+        return RefusePointer();
     }
-    *result = 0;
     VARIANT_BOOL unwanted = VARIANT_FALSE; // a late-bound host may leave the argument out
     gestito = gestito ? gestito : &unwanted;
     *gestito = VARIANT_TRUE;
     bool handled = true;
-    const HRESULT status = Guard(*this, IID_ICCEProvider,
-                                 [&] { *result = m_provider.IdentificaPaziente(IdentifierIn(idPaziente), handled); });
+    const HRESULT status =
+        GuardResult(*this, IID_ICCEProvider, result,
+                    [&] { return LONG{m_provider.IdentificaPaziente(IdentifierIn(idPaziente), handled)}; });
     *gestito = ToVariantBool(handled);
     return status;
 }
 
 HRESULT ProviderFace::IsActive(VARIANT_BOOL* result)
 {
-    if (!result)
-    {
-        return E_POINTER;
-    }
-    *result = ToVariantBool(m_provider.IsActive());
-    return S_OK;
+    return GuardBool(*this, IID_ICCEProvider, result, [&] { return m_provider.IsActive(); });
 }
 
 HRESULT ProviderFace::VerificaPaziente(VARIANT, VARIANT_BOOL* result)
 {
-    if (!result)
-    {
-        return E_POINTER;
-    }
     // The argument is not even read: one that cannot be converted is as good as any.
-    *result = ToVariantBool(provider::SISSProvider::VerificaPaziente({}));
-    return S_OK;
+    return GuardBool(*this, IID_ICCEProvider, result, [] { return provider::SISSProvider::VerificaPaziente({}); });
 }
 
 HRESULT ProviderFace::OnCertificate(VARIANT certificato, VARIANT_BOOL* result, CertificateOperation operation)
 {
-    return AnswerBool(*this, IID_ICCEProvider2, result,
-                      [&]
-                      {
-                          std::unique_ptr<host::Record> record; // what cannot be looked into is no certificate
-                          host::PassOver([&] { record = windows::RecordIn(certificato); });
-                          return (m_provider.*operation)(record.get());
-                      });
+    return GuardBool(*this, IID_ICCEProvider2, result,
+                     [&] { return (m_provider.*operation)(CertificateIn(certificato).get()); });
 }
 
 HRESULT ProviderFace::InviaCertificato(VARIANT certificato, VARIANT_BOOL* result)
@@ -207,23 +184,23 @@ HRESULT ProviderFace::AnnullaCertificato(VARIANT certificato, VARIANT_BOOL* resu
 
 HRESULT ProviderFace::InserisciContatto(VARIANT idPaziente, VARIANT_BOOL* result)
 {
-    return AnswerBool(*this, IID_ICCEProviderContact, result,
-                      [&] { return m_provider.InserisciContatto(IdentifierIn(idPaziente)); });
+    return GuardBool(*this, IID_ICCEProviderContact, result,
+                     [&] { return m_provider.InserisciContatto(IdentifierIn(idPaziente)); });
 }
 
 HRESULT ProviderFace::Sincronizza(VARIANT_BOOL* result)
 {
-    return AnswerBool(*this, IID_ICCEProvider, result, [&] { return m_provider.Sincronizza(); });
+    return GuardBool(*this, IID_ICCEProvider, result, [&] { return m_provider.Sincronizza(); });
 }
 
 HRESULT ProviderFace::SincronizzaPazienti(VARIANT_BOOL* result)
 {
-    return AnswerBool(*this, IID_ICCEProvider2, result, [&] { return m_provider.SincronizzaPazienti(); });
+    return GuardBool(*this, IID_ICCEProvider2, result, [&] { return m_provider.SincronizzaPazienti(); });
 }
 
 HRESULT ProviderFace::get_Connection(IDispatch** value)
 {
-    return HandBack(m_handles->connection, value);
+    return HandBack(*this, IID_ICCEDatabaseProvider, m_handles->connection, value);
 }
 
 HRESULT ProviderFace::putref_Connection(IDispatch* value)
@@ -237,7 +214,7 @@ HRESULT ProviderFace::putref_Connection(IDispatch* value)
 
 HRESULT ProviderFace::get_LockSrv(IDispatch** value)
 {
-    return HandBack(m_handles->lockSrv, value);
+    return HandBack(*this, IID_ICCEDatabaseProvider, m_handles->lockSrv, value);
 }
 
 HRESULT ProviderFace::putref_LockSrv(IDispatch* value)
@@ -251,12 +228,7 @@ HRESULT ProviderFace::putref_LockSrv(IDispatch* value)
 
 HRESULT ProviderFace::get_Studio(LONG* value)
 {
-    if (!value)
-    {
-        return E_POINTER;
-    }
-    *value = m_provider.Studio();
-    return S_OK;
+    return GuardResult(*this, IID_ICCEDatabaseProvider, value, [&] { return LONG{m_provider.Studio()}; });
 }
 
 HRESULT ProviderFace::put_Studio(LONG value)
@@ -269,25 +241,18 @@ HRESULT ProviderFace::put_Studio(LONG value)
 
 HRESULT ProviderFace::ApriSessionePrescrizione(IDispatch** result)
 {
-    if (!result)
-    {
-        return E_POINTER;
-    }
-    *result = nullptr;
-    return Guard(*this, IID_ICCEProvider,
-                 [&]
-                 {
-                     const auto session = m_provider.ApriSessionePrescrizione();
-                     if (const auto* const opened = dynamic_cast<const windows::DispatchSession*>(session.get()))
-                     {
-                         ComPtr<IDispatch>(opened->Object()).CopyTo(result);
-                     }
-                 });
+    return GuardResult(*this, IID_ICCEProvider, result,
+                       [&]() -> IDispatch*
+                       {
+                           const auto session = m_provider.ApriSessionePrescrizione();
+                           const auto* const opened = dynamic_cast<const windows::DispatchSession*>(session.get());
+                           return opened ? ComPtr<IDispatch>(opened->Object()).Detach() : nullptr;
+                       });
 }
 
 HRESULT ProviderFace::RegistraPrescrizione(IDispatch* sessione, VARIANT idRicetta, LONG tipo, VARIANT_BOOL* result)
 {
-    return AnswerBool(
+    return GuardBool(
         *this, IID_ICCEProvider, result,
         [&]
         { return m_provider.RegistraPrescrizione(PassedSession(sessione).Get(), windows::ToValue(idRicetta), tipo); });
@@ -296,30 +261,30 @@ HRESULT ProviderFace::RegistraPrescrizione(IDispatch* sessione, VARIANT idRicett
 HRESULT ProviderFace::RegistraPrescrizioneSingola(IDispatch* sessione, VARIANT idRicetta, VARIANT numRicetta, LONG tipo,
                                                   VARIANT_BOOL* result)
 {
-    return AnswerBool(*this, IID_ICCEProvider, result,
-                      [&]
-                      {
-                          return m_provider.RegistraPrescrizioneSingola(PassedSession(sessione).Get(),
-                                                                        windows::ToValue(idRicetta),
-                                                                        windows::ToValue(numRicetta), tipo);
-                      });
+    return GuardBool(*this, IID_ICCEProvider, result,
+                     [&]
+                     {
+                         return m_provider.RegistraPrescrizioneSingola(PassedSession(sessione).Get(),
+                                                                       windows::ToValue(idRicetta),
+                                                                       windows::ToValue(numRicetta), tipo);
+                     });
 }
 
 HRESULT ProviderFace::VerificaPrescrizione(VARIANT idRicetta, LONG tipo, VARIANT_BOOL* result)
 {
-    return AnswerBool(*this, IID_ICCEProvider, result,
-                      [&] { return m_provider.VerificaPrescrizione(windows::ToValue(idRicetta), tipo); });
+    return GuardBool(*this, IID_ICCEProvider, result,
+                     [&] { return m_provider.VerificaPrescrizione(windows::ToValue(idRicetta), tipo); });
 }
 
 HRESULT ProviderFace::ChiudiSessionePrescrizione(IDispatch* sessione, VARIANT_BOOL* result)
 {
-    return AnswerBool(*this, IID_ICCEProvider, result,
-                      [&] { return m_provider.ChiudiSessionePrescrizione(PassedSession(sessione).Get()); });
+    return GuardBool(*this, IID_ICCEProvider, result,
+                     [&] { return m_provider.ChiudiSessionePrescrizione(PassedSession(sessione).Get()); });
 }
 
 HRESULT ProviderFace::AnnullaPrescrizione(VARIANT idRicetta, VARIANT numRicetta, LONG tipo, VARIANT_BOOL* result)
 {
-    return AnswerBool(
+    return GuardBool(
         *this, IID_ICCEProvider, result,
         [&] { return m_provider.AnnullaPrescrizione(IdentifierIn(idRicetta), IdentifierIn(numRicetta), tipo); });
 }
@@ -327,11 +292,11 @@ HRESULT ProviderFace::AnnullaPrescrizione(VARIANT idRicetta, VARIANT numRicetta,
 HRESULT ProviderFace::VerificaPrescrizioneSingola(VARIANT idRicetta, VARIANT numRicetta, LONG tipo,
                                                   VARIANT_BOOL* result)
 {
-    return AnswerBool(*this, IID_ICCEProvider2, result,
-                      [&] {
-                          return m_provider.VerificaPrescrizioneSingola(windows::ToValue(idRicetta),
-                                                                        windows::ToValue(numRicetta), tipo);
-                      });
+    return GuardBool(*this, IID_ICCEProvider2, result,
+                     [&] {
+                         return m_provider.VerificaPrescrizioneSingola(windows::ToValue(idRicetta),
+                                                                       windows::ToValue(numRicetta), tipo);
+                     });
 }
 
 } // namespace vellumo::com

@@ -1,16 +1,15 @@
 #include "com/registration.h"
 
+#include "com/faults.h"
 #include "com/module.h"
 #include "platform/windows/adapters/host_fault.h"
 #include "platform/windows/adapters/registry_key.h"
 
 #include <oleauto.h>
-#include <olectl.h>
 
 #include <vellumo.h>
 
 #include <array>
-#include <new>
 #include <vector>
 
 namespace vellumo::com
@@ -120,41 +119,19 @@ HRESULT RemoveTypeLibrary()
     return UnRegisterTypeLib(LIBID_Vellumo, majorVersion, minorVersion, LOCALE_NEUTRAL, is64 ? SYS_WIN64 : SYS_WIN32);
 }
 
-// A number for what an exception said, since there is nobody here to read a description.
-template <class Body>
-HRESULT ResultOf(Body&& body) noexcept
-{
-    try
-    {
-        return body();
-    }
-    catch (const host::Fault& fault)
-    {
-        return FAILED(fault.Number()) ? fault.Number() : SELFREG_E_CLASS;
-    }
-    catch (const std::bad_alloc&)
-    {
-        return E_OUTOFMEMORY;
-    }
-    catch (...)
-    {
-        return E_UNEXPECTED;
-    }
-}
-
 } // namespace
 
 HRESULT Register() noexcept
 {
-    const HRESULT result = ResultOf(
-        []
-        {
-            Write(ClassEntries());
-            Write(ProgIdEntries());
-            ThrowIfFailed(RegisterTypeLib(LoadLibraryOf(Library::Vellumo).Get(), ModulePath().data(), nullptr),
-                          "Registrazione della libreria dei tipi");
-            return S_OK;
-        });
+    const HRESULT result =
+        ResultOf(CLSID_SISSProvider,
+                 []
+                 {
+                     Write(ClassEntries());
+                     Write(ProgIdEntries());
+                     ThrowIfFailed(RegisterTypeLib(LoadLibraryOf(Library::Vellumo).Get(), ModulePath().data(), nullptr),
+                                   "Registrazione della libreria dei tipi");
+                 });
     if (FAILED(result))
     {
         static_cast<void>(Unregister());
@@ -164,22 +141,22 @@ HRESULT Register() noexcept
 
 HRESULT Unregister() noexcept
 {
-    return ResultOf(
-        []
-        {
-            HRESULT result = RemoveTypeLibrary();
-            std::vector<std::wstring> keys{ClassKey()};
-            if (!IsOtherBitnessRegistered())
-            {
-                keys.insert(keys.end(), {progId, versionedProgId});
-            }
-            for (const std::wstring& key : keys)
-            {
-                const HRESULT removed = RemoveTree(key);
-                result = FAILED(result) ? result : removed;
-            }
-            return result;
-        });
+    return ResultOf(CLSID_SISSProvider,
+                    []
+                    {
+                        HRESULT result = RemoveTypeLibrary();
+                        std::vector<std::wstring> keys{ClassKey()};
+                        if (!IsOtherBitnessRegistered())
+                        {
+                            keys.insert(keys.end(), {progId, versionedProgId});
+                        }
+                        for (const std::wstring& key : keys)
+                        {
+                            const HRESULT removed = RemoveTree(key);
+                            result = FAILED(result) ? result : removed;
+                        }
+                        return result;
+                    });
 }
 
 } // namespace vellumo::com

@@ -1,5 +1,5 @@
 // The registry entries by which a host finds the library: for all users of the machine, so writing them needs an
-// administrator. Both functions answer S_OK or the system's reason.
+// administrator. Both functions return S_OK or the system's reason.
 #pragma once
 
 #include <windows.h>

@@ -27,12 +27,8 @@ AdoRecordset::~AdoRecordset()
 {
     if (m_open)
     {
-        host::PassOver(
-            [&]
-            {
-                Member close(names::recordset::close);
-                m_recordset.Call(close);
-            });
+        Member close(names::recordset::close);
+        host::PassOver([&] { m_recordset.Call(close); });
     }
 }
 

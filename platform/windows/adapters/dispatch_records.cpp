@@ -142,12 +142,8 @@ std::unique_ptr<host::PracticeSettings> DispatchHostObjects::CreateSettings(cons
     LateBound settings(CreateByProgId(names::settingsProgId), names::settingsProgId);
     HandOver(settings);
     // The settings of some hosts read through the helpers, those of others do not know them.
-    host::PassOver(
-        [&]
-        {
-            Member utils(names::settings::utils);
-            settings.PutObject(utils, m_handles->utils.Get());
-        });
+    Member utils(names::settings::utils);
+    host::PassOver([&] { settings.PutObject(utils, m_handles->utils.Get()); });
     return std::make_unique<DispatchSettings>(std::move(settings));
 }
 

@@ -225,15 +225,12 @@ Event WrappedGridView::OnNotify(NMHDR& notification, LRESULT&)
 LRESULT CALLBACK WrappedGridView::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
 {
     auto* const self = reinterpret_cast<WrappedGridView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    try
+    if (self == nullptr)
     {
-        return self != nullptr ? self->OnMessage(message, wParam, lParam)
-                               : DefWindowProcW(window, message, wParam, lParam);
+        return DefWindowProcW(window, message, wParam, lParam);
     }
-    catch (...) // no memory for a text or a picture: the next drawing may have it
-    {
-        return 0;
-    }
+    // Without memory for a text or a picture: the next drawing may have it.
+    return host::Trap(LRESULT{0}, [&] { return self->OnMessage(message, wParam, lParam); });
 }
 
 LRESULT WrappedGridView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)

@@ -1,6 +1,7 @@
 #include "simulator/norda/windows/class_objects.h"
 
 #include "host/fault.h"
+#include "platform/windows/adapters/counted.h"
 #include "platform/windows/adapters/host_fault.h"
 #include "platform/windows/adapters/host_names.h"
 #include "platform/windows/adapters/registry_key.h"
@@ -30,38 +31,12 @@ constexpr CLSID settingsClass{0x69df90c1, 0x048e, 0x417d, {0xb9, 0xb7, 0x48, 0xa
 
 const std::wstring classes = L"Software\\Classes\\";
 
-class Factory final : public IClassFactory
+class Factory final : public windows::Counted<IClassFactory>
 {
 public:
     explicit Factory(ObjectMaker make)
         : m_make(std::move(make))
     {
-    }
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override
-    {
-        if (!result)
-        {
-            return E_POINTER;
-        }
-        *result = nullptr;
-        if (iid != IID_IUnknown && iid != IID_IClassFactory)
-        {
-            return E_NOINTERFACE;
-        }
-        *result = static_cast<IClassFactory*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        const ULONG left = --m_references;
-        if (left == 0)
-        {
-            delete this;
-        }
-        return left;
     }
 
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** result) override
@@ -75,22 +50,19 @@ public:
         {
             return CLASS_E_NOAGGREGATION;
         }
-        try
-        {
-            return m_make()->QueryInterface(iid, result);
-        }
-        catch (const std::exception&)
-        {
-            return E_FAIL;
-        }
+        return host::Trap(E_FAIL, [&] { return m_make()->QueryInterface(iid, result); });
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 
 private:
-    ~Factory() = default;
+    ~Factory() override = default;
+
+    [[nodiscard]] void* Find(REFIID iid) noexcept override
+    {
+        return iid == IID_IUnknown || iid == IID_IClassFactory ? static_cast<IClassFactory*>(this) : nullptr;
+    }
 
     ObjectMaker m_make;
-    ULONG m_references = 1;
 };
 
 std::wstring Spell(const CLSID& clsid)

@@ -12,6 +12,7 @@ namespace
 {
 
 using windows::Bstr;
+using windows::ComPtr;
 using windows::Variant;
 
 // Only this process's own faces know it.
@@ -78,13 +79,7 @@ long DispatchFace::Living() noexcept
 
 DispatchFace* DispatchFace::From(IDispatch* object) noexcept
 {
-    void* face = nullptr;
-    if (!object || FAILED(object->QueryInterface(iidFace, &face)))
-    {
-        return nullptr;
-    }
-    // The interface is not counted: the caller holds the object anyway.
-    return static_cast<DispatchFace*>(face);
+    return ComPtr<IDispatch>(object).As<DispatchFace>(iidFace).Get(); // which the caller holds anyway
 }
 
 void DispatchFace::AddMember(const wchar_t* name, Body call, Body write)
@@ -97,40 +92,13 @@ void DispatchFace::SetDefault(const wchar_t* name)
     m_default = IdOf(name);
 }
 
-HRESULT DispatchFace::QueryInterface(REFIID iid, void** result)
+void* DispatchFace::Find(REFIID iid) noexcept
 {
-    if (!result)
-    {
-        return E_POINTER;
-    }
-    *result = nullptr;
     if (iid == iidFace)
     {
-        *result = this;
-        return S_OK;
+        return this;
     }
-    if (iid != IID_IUnknown && iid != IID_IDispatch)
-    {
-        return E_NOINTERFACE;
-    }
-    *result = static_cast<IDispatch*>(this);
-    AddRef();
-    return S_OK;
-}
-
-ULONG DispatchFace::AddRef()
-{
-    return ++m_references;
-}
-
-ULONG DispatchFace::Release()
-{
-    const ULONG left = --m_references;
-    if (left == 0)
-    {
-        delete this;
-    }
-    return left;
+    return iid == IID_IUnknown || iid == IID_IDispatch ? static_cast<IDispatch*>(this) : nullptr;
 }
 
 HRESULT DispatchFace::GetTypeInfoCount(UINT* count)
@@ -190,7 +158,7 @@ HRESULT DispatchFace::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS
     {
         return DISP_E_MEMBERNOTFOUND;
     }
-    const windows::ComPtr<DispatchFace> alive(this);
+    const ComPtr<DispatchFace> alive(this);
     try
     {
         Variant result = body(Arguments(*parameters));

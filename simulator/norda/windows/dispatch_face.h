@@ -1,10 +1,11 @@
-// The base of the simulated host's COM objects: late-bound objects whose members are listed by name. They are counted
-// by reference like any COM object; what a face wraps must outlive it unless it shares its ownership.
+// The base of the simulated host's COM objects: late-bound objects whose members are listed by name. What a
+// face wraps must outlive it unless it shares its ownership.
 //
 // A fault in a member reaches the caller as an exception of IDispatch with the fault's description and number.
 #pragma once
 
 #include "platform/windows/adapters/com_ptr.h"
+#include "platform/windows/adapters/counted.h"
 #include "platform/windows/adapters/variant.h"
 
 #include <functional>
@@ -38,15 +39,9 @@ private:
     std::span<const VARIANT> m_reversed;
 };
 
-class DispatchFace : public IDispatch
+class DispatchFace : public windows::Counted<IDispatch>
 {
 public:
-    DispatchFace(const DispatchFace&) = delete;
-    DispatchFace& operator=(const DispatchFace&) = delete;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
-    ULONG STDMETHODCALLTYPE Release() override;
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
@@ -65,7 +60,7 @@ protected:
 
     // `name` is what the fault descriptions and the callers see of the object.
     explicit DispatchFace(const wchar_t* name) noexcept;
-    virtual ~DispatchFace();
+    ~DispatchFace() override;
 
     // A method or a readable property; `write` makes the property writable, its last argument being the new value.
     void AddMember(const wchar_t* name, Body call, Body write = {});
@@ -80,10 +75,10 @@ private:
         Body write;
     };
 
+    [[nodiscard]] void* Find(REFIID iid) noexcept override;
     [[nodiscard]] DISPID IdOf(const wchar_t* name) const;
 
     const wchar_t* m_name;
-    ULONG m_references = 1;
     std::vector<Member> m_members; // DISPID = position + 1
     DISPID m_default = DISPID_UNKNOWN;
 };

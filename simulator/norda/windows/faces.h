@@ -17,9 +17,12 @@
 namespace vellumo::norda
 {
 
-// Each answers a new object that the caller owns.
+// Each returns a new object that the caller owns.
 [[nodiscard]] windows::ComPtr<IDispatch> MakeConnectionFace(std::shared_ptr<host::Connection> connection);
 [[nodiscard]] windows::ComPtr<IDispatch> MakeLockSrvFace(std::shared_ptr<host::LockSrv> lockSrv);
+// What is behind such a face; null for an object that is none.
+[[nodiscard]] std::shared_ptr<host::Connection> ConnectionOf(IDispatch* face);
+[[nodiscard]] std::shared_ptr<host::LockSrv> LockSrvOf(IDispatch* face);
 [[nodiscard]] windows::ComPtr<IDispatch> MakeRecordFace(std::shared_ptr<host::Record> record);
 [[nodiscard]] windows::ComPtr<IDispatch> MakeUtilsFace(std::shared_ptr<host::Utils> utils);
 

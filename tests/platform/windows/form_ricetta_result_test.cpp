@@ -1,7 +1,7 @@
 // The results of the registration on a real screen: pictures, whole texts in rows as high as they need, the keyboard.
+#include "platform/windows/forms/abridged.h"
 #include "platform/windows/forms/win32_desktop.h"
 #include "platform/windows/forms/wrapped_grid_view.h"
-#include "platform/windows/system/text.h"
 #include "player/windows/cell_looks.h"
 #include "player/windows/robot.h"
 #include "tests/platform/windows/steps.h"
@@ -142,12 +142,12 @@ TEST_SUITE("results of the registration on screen")
     TEST_CASE("of a reply of megabytes in the place of a reason the beginning is shown")
     {
         auto results = ManyResults();
-        results[0].descrizione = std::string(windows::longestShown, 'x');
+        results[0].descrizione = std::string(windows::longestInAWindow, 'x');
         results[1].descrizione = std::string(3'000'000, 'x');
         Run({[&](Window& window)
              {
-                 CHECK(TextLength(0, 1) == windows::longestShown);
-                 CHECK(TextLength(1, 1) == windows::longestShown + 1); // and an ellipsis
+                 CHECK(TextLength(0, 1) == windows::longestInAWindow);
+                 CHECK(TextLength(1, 1) == windows::longestInAWindow + 1); // and an ellipsis
                  CHECK(RowHeight(1) < 2 * RowHeight(0));
                  window.CloseByFrame();
              }},

@@ -15,7 +15,7 @@ namespace vellumo::com
 
 extern const IID iidKeptFace;
 
-// The side of a COM object that only this library asks for. Not marshalled: it answers in this process alone.
+// The side of a COM object that only this library asks for. Not marshalled: it is known in this process alone.
 class KeptFace : public IUnknown
 {
 public:

@@ -16,7 +16,7 @@ class Desktop
 public:
     virtual ~Desktop() = default;
 
-    // Shows a message box and waits for the answer. Closing it by its frame answers Cancel where there is such a
+    // Shows a message box and waits for the answer. Closing it by its frame returns Cancel where there is such a
     // button, Ok where that is the only one.
     virtual Answer Show(const Prompt& prompt) = 0;
 

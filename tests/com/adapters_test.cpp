@@ -77,7 +77,7 @@ public:
     std::string text;
     std::int32_t number = 0;
     bool deferred = false;
-    HRESULT plain = S_OK; // answered without any description
+    HRESULT plain = S_OK; // returned without any description
     int lookedUp = 0;
 };
 

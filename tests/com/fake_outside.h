@@ -1,4 +1,4 @@
-// What a provider under test finds around it: a bridge that answers a fixed text, record objects in memory, and a
+// What a provider under test finds around it: a bridge that returns a fixed text, record objects in memory, and a
 // practice without settings. Everything is offered to COM in this process while it lives.
 #pragma once
 

@@ -63,7 +63,7 @@ public:
     [[nodiscard]] std::string Text() const { return FromWide(Wide()); }
     [[nodiscard]] bool IsEmpty() const noexcept { return SysStringLen(m_text) == 0; }
 
-    // For functions that answer a text through a pointer.
+    // For functions that return a text through a pointer.
     [[nodiscard]] BSTR* Put() noexcept
     {
         Bstr().Swap(*this);

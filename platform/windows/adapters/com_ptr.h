@@ -59,7 +59,7 @@ public:
         }
     }
 
-    // For functions that answer an object through a pointer; drops what was held.
+    // For functions that return an object through a pointer; drops what was held.
     [[nodiscard]] Interface** Put() noexcept
     {
         Reset();

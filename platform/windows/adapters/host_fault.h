@@ -15,7 +15,7 @@ namespace vellumo::windows
 // `what` names what was attempted, for the case that nobody described the failure: "Utils.ExecuteScalar".
 [[nodiscard]] host::Fault MakeFault(HRESULT result, std::string_view what);
 
-// After `IDispatch::Invoke` answered `result`; frees the texts in `exception`.
+// After `IDispatch::Invoke` returned `result`; frees the texts in `exception`.
 [[nodiscard]] host::Fault MakeFault(HRESULT result, EXCEPINFO& exception, std::string_view what);
 
 inline void ThrowIfFailed(HRESULT result, std::string_view what)

@@ -30,7 +30,7 @@ inline constexpr const wchar_t* rollbackTrans = L"RollbackTrans";
 namespace recordset
 {
 inline constexpr const wchar_t* self = L"Recordset";
-// Property -> 0 when closed: the statement answered no rows and no columns [I4].
+// Property -> 0 when closed: the statement returned no rows and no columns [I4].
 inline constexpr const wchar_t* state = L"State";
 // Property -> True behind the last row [BOOL].
 inline constexpr const wchar_t* eof = L"EOF";

@@ -26,7 +26,7 @@ public:
     RegistryKey& operator=(const RegistryKey&) = delete;
     ~RegistryKey() { Close(); }
 
-    // Both answer ERROR_SUCCESS or the reason.
+    // Both return ERROR_SUCCESS or the reason.
     [[nodiscard]] LSTATUS Open(HKEY root, const std::wstring& path, REGSAM access)
     {
         Close();

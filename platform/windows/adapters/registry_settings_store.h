@@ -1,5 +1,5 @@
 // The installation's settings in the Windows registry. A text that refers to environment variables (REG_EXPAND_SZ) is
-// answered with their values.
+// returned with their values.
 #pragma once
 
 #include "host/settings_store.h"

@@ -39,7 +39,7 @@ public:
     [[nodiscard]] static Variant Missing() noexcept;
 
     [[nodiscard]] const VARIANT& Get() const noexcept { return m_variant; }
-    // For functions that answer a VARIANT through a pointer.
+    // For functions that return a VARIANT through a pointer.
     [[nodiscard]] VARIANT* Put() noexcept;
     // Hands the content to the caller, who clears it.
     [[nodiscard]] VARIANT Detach() noexcept;

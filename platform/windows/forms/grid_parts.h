@@ -22,7 +22,7 @@ namespace vellumo::windows
 [[nodiscard]] int HeadingHeight(const ui::Grid& grid, const Surface& surface);
 // Null when there is no such cell.
 [[nodiscard]] const ui::Cell* CellAt(const ui::Grid& grid, std::size_t row, int column);
-// Answers a list view's question for a cell's text; gives its length, which is 0 without a cell.
+// Writes a cell's text where a list view wants it; returns its length, which is 0 without a cell.
 std::size_t GiveText(const ui::Cell* cell, LVITEMW& item);
 
 } // namespace vellumo::windows

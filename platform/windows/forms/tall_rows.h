@@ -42,7 +42,7 @@ public:
     void ScrollPages(int pages) { ScrollTo(m_scroll + pages * PageStep()); }
     // The whole row, or its beginning when it is taller than the view.
     void Show(std::size_t row);
-    // Scrolls, and answers the row that the operator is then on. What does not fit is passed over in steps: no key
+    // Scrolls, and returns the row that the operator is then on. What does not fit is passed over in steps: no key
     // leads past lines that have not been in view.
     [[nodiscard]] std::optional<std::size_t> Move(Step step, std::optional<std::size_t> from);
 

@@ -19,7 +19,7 @@ constexpr std::int32_t objectClosed = static_cast<std::int32_t>(0x800A0E78);
 constexpr std::int32_t noCurrentRow = static_cast<std::int32_t>(0x800A0BCD);
 constexpr std::int32_t itemNotFound = static_cast<std::int32_t>(0x800A0CC1);
 
-// Shared by the recordset and its fields, which stay valid after it was closed but then answer nothing.
+// Shared by the recordset and its fields, which stay valid after it was closed but then return nothing.
 struct Result
 {
     std::unique_ptr<host::Recordset> rows;

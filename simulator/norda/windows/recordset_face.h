@@ -11,7 +11,7 @@
 namespace vellumo::norda
 {
 
-// On the result's first row. A result without columns is a closed recordset, as ADO answers it for statements that
+// On the result's first row. A result without columns is a closed recordset, as ADO returns it for statements that
 // return nothing.
 [[nodiscard]] windows::ComPtr<IDispatch> MakeRecordsetFace(std::unique_ptr<host::Recordset> rows);
 

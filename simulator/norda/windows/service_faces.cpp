@@ -46,7 +46,7 @@ private:
     Variant BeginTrans()
     {
         m_connection->BeginTransaction();
-        return Variant(host::Value(1)); // the nesting level, as ADO answers it
+        return Variant(host::Value(1)); // the nesting level, as ADO returns it
     }
 
     std::shared_ptr<host::Connection> m_connection;

@@ -22,7 +22,7 @@ TallRows MakeRows(const std::vector<int>& heights)
     return rows;
 }
 
-// Presses one key until it leads no further; answers how much of all the rows has been in view.
+// Presses one key until it leads no further; returns how much of all the rows has been in view.
 int SeenWith(TallRows& rows, Step step)
 {
     std::set<int> seen;

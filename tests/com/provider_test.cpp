@@ -10,9 +10,6 @@
 
 #include <ocidl.h>
 
-#include <functional>
-#include <iterator>
-
 using namespace vellumo;
 using namespace vellumo::tests;
 using windows::Bstr;
@@ -35,15 +32,6 @@ void HandOver(ICCEProvider& provider, const std::shared_ptr<host::LockSrv>& lock
     REQUIRE(database->putref_Connection(norda::MakeConnectionFace(StaffConnection()).Get()) == S_OK);
     REQUIRE(database->putref_LockSrv(norda::MakeLockSrvFace(lockSrv).Get()) == S_OK);
     REQUIRE(provider.putref_Utils(norda::MakeUtilsFace(std::make_shared<FakeUtils>()).Get()) == S_OK);
-}
-
-// What a failure of another object, earlier on this thread, leaves behind.
-void LeaveErrorInfo()
-{
-    ComPtr<ICreateErrorInfo> creator;
-    REQUIRE(CreateErrorInfo(creator.Put()) == S_OK);
-    creator->SetDescription(Bstr(std::wstring_view(L"Un errore di prima")).Get());
-    SetErrorInfo(0, creator.As<IErrorInfo>(IID_IErrorInfo).Get());
 }
 
 // The provider's face for late-bound callers of the given interface.
@@ -174,57 +162,6 @@ TEST_CASE("what the host hands over comes back as it is, and is let go when it i
     }
     CHECK(norda::DispatchFace::Living() == 0);
     CHECK(library.CanUnload());
-}
-
-TEST_CASE("a missing place for the result is refused before anything happens, and no older failure is told")
-{
-    FakeOutside outside;
-    const Library library;
-    const auto provider = library.CreateProvider();
-    const auto second = provider.As<ICCEProvider2>(IID_ICCEProvider2);
-    const auto contact = provider.As<ICCEProviderContact>(IID_ICCEProviderContact);
-    const auto database = provider.As<ICCEDatabaseProvider>(IID_ICCEDatabaseProvider);
-    const auto own = provider.As<_SISSProvider>(IID__SISSProvider);
-    const auto classInfo = provider.As<IProvideClassInfo>(IID_IProvideClassInfo);
-    const auto factory = library.ProviderFactory();
-    const VARIANT none = Variant::Missing().Get();
-    VARIANT_BOOL handled = VARIANT_TRUE;
-    const std::function<HRESULT()> calls[] = {
-        [&] { return provider->IdentificaPaziente(none, &handled, nullptr); },
-        [&] { return provider->IsActive(nullptr); },
-        [&] { return provider->VerificaPaziente(none, nullptr); },
-        [&] { return provider->Sincronizza(nullptr); },
-        [&] { return provider->ApriSessionePrescrizione(nullptr); },
-        [&] { return provider->RegistraPrescrizione(nullptr, none, 1, nullptr); },
-        [&] { return provider->RegistraPrescrizioneSingola(nullptr, none, none, 1, nullptr); },
-        [&] { return provider->VerificaPrescrizione(none, 1, nullptr); },
-        [&] { return provider->ChiudiSessionePrescrizione(nullptr, nullptr); },
-        [&] { return provider->AnnullaPrescrizione(none, none, 1, nullptr); },
-        [&] { return provider->get_Utils(nullptr); },
-        [&] { return second->VerificaPrescrizioneSingola(none, none, 1, nullptr); },
-        [&] { return second->SincronizzaPazienti(nullptr); },
-        [&] { return second->InviaCertificato(none, nullptr); },
-        [&] { return second->AnnullaCertificato(none, nullptr); },
-        [&] { return contact->InserisciContatto(none, nullptr); },
-        [&] { return database->get_Connection(nullptr); },
-        [&] { return database->get_LockSrv(nullptr); },
-        [&] { return database->get_Studio(nullptr); },
-        [&] { return own->IsPersonaleStudio(nullptr); },
-        [&] { return own->GetTypeInfoCount(nullptr); },
-        [&] { return own->GetTypeInfo(0, 0, nullptr); },
-        [&] { return own->QueryInterface(IID_IUnknown, nullptr); },
-        [&] { return classInfo->GetClassInfo(nullptr); },
-        [&] { return factory->CreateInstance(nullptr, IID_IUnknown, nullptr); },
-        [&] { return library.GetClassObject(CLSID_SISSProvider, IID_IClassFactory, nullptr); },
-    };
-    for (std::size_t i = 0; i < std::size(calls); ++i)
-    {
-        CAPTURE(i);
-        LeaveErrorInfo();
-        CHECK(calls[i]() == E_POINTER);
-        CHECK(TakeErrorInfo().description.empty());
-    }
-    CHECK(outside.bridge.requests.empty());
 }
 
 TEST_CASE("practice staff keeps its patient, however the identifier is passed")

@@ -123,112 +123,95 @@ void LookAtBox(Run& run, const Node& node)
 
 } // namespace
 
-const Group& CallStatements()
-{
-    static const Group group = {
-        "calls",
-        Role::Step,
-        {
-            {"", "create provider [faults 'PART']",
-             "makes the provider now; otherwise the first call does. With `faults` it must not succeed, with an error "
-             "whose text contains PART",
-             [](Run& run, const Node& node)
-             { run.CreateProvider(node.Has("faults") ? std::optional(node.Text("PART")) : std::nullopt); }},
-            {"", "call <operation>", "the host calls the library. Below it stand its windows in order, then its result",
-             [](Run& run, const Node& node) { run.Call(node); }},
-            {"call", "box 'TITLE' ICON:critical/exclamation/information/plain BUTTONS [default BUTTON]",
-             "a box, its text in a block. Buttons are `OK`, `Yes/No`, `Yes/No/Cancel`, `Retry/Cancel`, whatever the "
-             "system's language shows; without `default` it is the first",
-             LookAtBox},
-            {"call", "window 'TITLE'", "a window of the library. Wait windows are checked with the requests", nothing},
-            {"call", "dialog 'TITLE'", "the system's dialog for choosing a file, on Windows the real one", nothing},
-            {"call", "watch 'TITLE'",
-             "a window with a progress bar, which is at work and waits for nobody. It may stand anywhere among the "
-             "windows. Each line below it must have been so at some moment, and the bar must never go back",
-             nothing},
-            {"call", "returns patient CF", "what the call returns: the patient's number in the practice", nothing},
-            {"call", "returns VALUE…", "what the call returns", nothing},
-            {"call", "gestito True/False", "the by-reference argument afterwards; `IdentificaPaziente` needs it",
-             nothing},
-            {"call", "faults ['PART']", "the call ends with an error whose text contains PART", nothing},
-        }};
-    return group;
-}
+const Group callStatements = {
+    "calls",
+    Role::Step,
+    {
+        {"", "create provider [faults 'PART']",
+         "makes the provider now; otherwise the first call does. With `faults` it must not succeed, with an error "
+         "whose text contains PART",
+         [](Run& run, const Node& node)
+         { run.CreateProvider(node.Has("faults") ? std::optional(node.Text("PART")) : std::nullopt); }},
+        {"", "call <operation>", "the host calls the library. Below it stand its windows in order, then its result",
+         [](Run& run, const Node& node) { run.Call(node); }},
+        {"call", "box 'TITLE' ICON:critical/exclamation/information/plain BUTTONS [default BUTTON]",
+         "a box, its text in a block. Buttons are `OK`, `Yes/No`, `Yes/No/Cancel`, `Retry/Cancel`, whatever the "
+         "system's language shows; without `default` it is the first",
+         LookAtBox},
+        {"call", "window 'TITLE'", "a window of the library. Wait windows are checked with the requests", nothing},
+        {"call", "dialog 'TITLE'", "the system's dialog for choosing a file, on Windows the real one", nothing},
+        {"call", "watch 'TITLE'",
+         "a window with a progress bar, which is at work and waits for nobody. It may stand anywhere among the "
+         "windows. Each line below it must have been so at some moment, and the bar must never go back",
+         nothing},
+        {"call", "returns patient CF", "what the call returns: the patient's number in the practice", nothing},
+        {"call", "returns VALUE…", "what the call returns", nothing},
+        {"call", "gestito True/False", "the by-reference argument afterwards; `IdentificaPaziente` needs it", nothing},
+        {"call", "faults ['PART']", "the call ends with an error whose text contains PART", nothing},
+    }};
 
-const Group& OperationStatements()
-{
-    static const Group group = {
-        "operation",
-        Role::Part,
-        {
-            {"", "IdentificaPaziente [with <argument>]", "the patient", IdentificaPaziente},
-            {"", "VerificaPaziente [with <argument>]", "", AskOf<&ProviderClient::VerificaPaziente>},
-            {"", "InserisciContatto [with <argument>]", "", AskOf<&ProviderClient::InserisciContatto>},
-            {"", "IsActive", "no argument", Ask<&ProviderClient::IsActive>},
-            {"", "IsPersonaleStudio", "", Ask<&ProviderClient::IsPersonaleStudio>},
-            {"", "Studio", "",
-             [](Run& run, const Node&) { run.Current().outcome.returned = std::to_string(Provider(run).Studio()); }},
-            {"", "Sincronizza", "", Ask<&ProviderClient::Sincronizza>},
-            {"", "SincronizzaPazienti", "", Ask<&ProviderClient::SincronizzaPazienti>},
-            {"", "InviaCertificato [with <argument>]", "the certificate", AskOf<&ProviderClient::InviaCertificato>},
-            {"", "AnnullaCertificato [with <argument>]", "", AskOf<&ProviderClient::AnnullaCertificato>},
-            {"", "ApriSessionePrescrizione", "returns `session` or `nothing`; the host keeps the session",
-             ApriSessionePrescrizione},
-            {"", "RegistraPrescrizione with <argument> <kind>",
-             "the prescription form, or the form and the number of the prescription; in the session that the host "
-             "keeps",
-             RegistraPrescrizione},
-            {"", "RegistraPrescrizioneSingola with <argument> <argument> <kind>", "", RegistraPrescrizioneSingola},
-            {"", "ChiudiSessionePrescrizione", "ends that session",
-             [](Run& run, const Node&) { Return(run, Provider(run).ChiudiSessionePrescrizione(run.Session())); }},
-            {"", "VerificaPrescrizione with <argument> <kind>", "need no session",
-             AskOfForm<&ProviderClient::VerificaPrescrizione>},
-            {"", "VerificaPrescrizioneSingola with <argument> <argument> <kind>", "",
-             AskOfPrescription<&ProviderClient::VerificaPrescrizioneSingola>},
-            {"", "AnnullaPrescrizione with <argument> <argument> <kind>", "",
-             AskOfPrescription<&ProviderClient::AnnullaPrescrizione>},
-        }};
-    return group;
-}
+const Group operationStatements = {
+    "operation",
+    Role::Part,
+    {
+        {"", "IdentificaPaziente [with <argument>]", "the patient", IdentificaPaziente},
+        {"", "VerificaPaziente [with <argument>]", "", AskOf<&ProviderClient::VerificaPaziente>},
+        {"", "InserisciContatto [with <argument>]", "", AskOf<&ProviderClient::InserisciContatto>},
+        {"", "IsActive", "no argument", Ask<&ProviderClient::IsActive>},
+        {"", "IsPersonaleStudio", "", Ask<&ProviderClient::IsPersonaleStudio>},
+        {"", "Studio", "",
+         [](Run& run, const Node&) { run.Current().outcome.returned = std::to_string(Provider(run).Studio()); }},
+        {"", "Sincronizza", "", Ask<&ProviderClient::Sincronizza>},
+        {"", "SincronizzaPazienti", "", Ask<&ProviderClient::SincronizzaPazienti>},
+        {"", "InviaCertificato [with <argument>]", "the certificate", AskOf<&ProviderClient::InviaCertificato>},
+        {"", "AnnullaCertificato [with <argument>]", "", AskOf<&ProviderClient::AnnullaCertificato>},
+        {"", "ApriSessionePrescrizione", "returns `session` or `nothing`; the host keeps the session",
+         ApriSessionePrescrizione},
+        {"", "RegistraPrescrizione with <argument> <kind>",
+         "the prescription form, or the form and the number of the prescription; in the session that the host "
+         "keeps",
+         RegistraPrescrizione},
+        {"", "RegistraPrescrizioneSingola with <argument> <argument> <kind>", "", RegistraPrescrizioneSingola},
+        {"", "ChiudiSessionePrescrizione", "ends that session",
+         [](Run& run, const Node&) { Return(run, Provider(run).ChiudiSessionePrescrizione(run.Session())); }},
+        {"", "VerificaPrescrizione with <argument> <kind>", "need no session",
+         AskOfForm<&ProviderClient::VerificaPrescrizione>},
+        {"", "VerificaPrescrizioneSingola with <argument> <argument> <kind>", "",
+         AskOfPrescription<&ProviderClient::VerificaPrescrizioneSingola>},
+        {"", "AnnullaPrescrizione with <argument> <argument> <kind>", "",
+         AskOfPrescription<&ProviderClient::AnnullaPrescrizione>},
+    }};
 
-const Group& ArgumentStatements()
-{
-    static const Group group = {
-        "argument",
-        Role::Part,
-        {
-            {"", "missing", "left out by the caller", Pass<Passing::Missing>},
-            {"", "empty", "a variant without a value, or with a database NULL", Pass<Passing::Empty>},
-            {"", "null", "", Pass<Passing::Null>},
-            {"", "nothing", "an object variable without an object", Pass<Passing::NoObject>},
-            {"", "object", "an object that is no record", Pass<Passing::OtherObject>},
-            {"", "reference <argument>", "passed by reference", PassReference},
-            {"", "patient CF", "the patient's number in the practice", PassPatient},
-            {"", "certificate N", "the host's record of that certificate", PassCertificate},
-            {"", "QUOTED", "a text in double quotes, or a number",
-             [](Run& run, const Node& node) {
-                 run.Current().arguments.push_back({Passing::ByValue, node.Text("QUOTED")});
-             }},
-            {"", "N", "",
-             [](Run& run, const Node& node) {
-                 run.Current().arguments.push_back({Passing::ByValue, node.Number("N")});
-             }},
-        }};
-    return group;
-}
+const Group argumentStatements = {
+    "argument",
+    Role::Part,
+    {
+        {"", "missing", "left out by the caller", Pass<Passing::Missing>},
+        {"", "empty", "a variant without a value, or with a database NULL", Pass<Passing::Empty>},
+        {"", "null", "", Pass<Passing::Null>},
+        {"", "nothing", "an object variable without an object", Pass<Passing::NoObject>},
+        {"", "object", "an object that is no record", Pass<Passing::OtherObject>},
+        {"", "reference <argument>", "passed by reference", PassReference},
+        {"", "patient CF", "the patient's number in the practice", PassPatient},
+        {"", "certificate N", "the host's record of that certificate", PassCertificate},
+        {"", "QUOTED", "a text in double quotes, or a number",
+         [](Run& run, const Node& node) {
+             run.Current().arguments.push_back({Passing::ByValue, node.Text("QUOTED")});
+         }},
+        {"", "N", "",
+         [](Run& run, const Node& node) {
+             run.Current().arguments.push_back({Passing::ByValue, node.Number("N")});
+         }},
+    }};
 
-const Group& KindStatements()
-{
-    static const Group group = {
-        "kind",
-        Role::Part,
-        {
-            {"", "drugs", "what the prescription holds; a number for any other",
-             [](Run& run, const Node&) { run.Current().kind = host::kindDrugs; }},
-            {"", "tests", "", [](Run& run, const Node&) { run.Current().kind = host::kindTests; }},
-            {"", "N", "", [](Run& run, const Node& node) { run.Current().kind = node.Number("N"); }},
-        }};
-    return group;
-}
+const Group kindStatements = {
+    "kind",
+    Role::Part,
+    {
+        {"", "drugs", "what the prescription holds; a number for any other",
+         [](Run& run, const Node&) { run.Current().kind = host::kindDrugs; }},
+        {"", "tests", "", [](Run& run, const Node&) { run.Current().kind = host::kindTests; }},
+        {"", "N", "", [](Run& run, const Node& node) { run.Current().kind = node.Number("N"); }},
+    }};
 
 } // namespace vellumo::player

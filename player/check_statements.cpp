@@ -253,53 +253,48 @@ constexpr auto nothing = [](Run&, const Node&) {}; // the line above it looks at
 
 } // namespace
 
-const Group& CheckStatements()
-{
-    static const Group group = {
-        "checks",
-        Role::Check,
-        {
-            {"", "requests N", "how many calls reached the bridge",
-             [](Run& run, const Node& node) {
-                 Expect("number of requests", node.Text("N"),
-                        std::to_string(run.GetStage().Network().Exchanges().size()));
-             }},
-            {"", "request N ~is SERVICE", "its operation element", LookAtRequest},
-            {"request", "shown ~as 'NAME'", "what the wait window said",
-             [](Run& run, const Node& node)
-             { Expect("the wait window said", node.Text("NAME"), run.ShownAs().at(run.Open().request)); }},
-            {"request", "at PATH missing", "no such node below the operation element", LookAtPath},
-            {"request", "at PATH 'TEXT'", "a text there", LookAtPath},
-            {"", "opened WHAT:SenzaSISS/DaValidare/TipoRicetta/ModalitaStampa VALUE", "the session that the host keeps",
-             LookAtSession},
-            {"", "opened holds N drugs/tests", "", LookAtResponses},
-            {"", "query SQL…", "what the database holds", LookAtRows},
-            {"query", "row CELLS…", "a row, with `\\|` between its cells; `NULL` is null, `*` anything", nothing},
-            {"query", "no rows", "", nothing},
-            {"", "database unchanged", "nothing differs from before the first call", LookAtChanges},
-            {"", "database changes", "each row that differs stands below", LookAtChanges},
-            {"database", "changed TABLE N CELLS…",
-             "row with key N: `COLUMN = TEXT \\| COLUMN = TEXT`; `now` is a moment during the scenario", nothing},
-            {"database", "added TABLE CELLS…", "a new row, with all columns that are not null", nothing},
-            {"database", "removed TABLE N", "the row with that key is gone", nothing},
-            {"", "statements with 'PART' N", "how many statements of the library contained PART",
-             [](Run& run, const Node& node)
-             {
-                 Expect("statements with " + Quoted(node.Text("PART")), node.Text("N"),
-                        std::to_string(run.GetStage().CountStatements(node.Text("PART"))));
-             }},
-            {"", "log folders N", "how many folders the exchange log has",
-             [](Run& run, const Node& node)
-             { Expect("log folders", node.Text("N"), std::to_string(LogFolders(run).size())); }},
-            {"", "log folder N", "one of them; each of its files stands below", LookAtLog},
-            {"log", "holds 'FILE' request N", "with what was sent, what came back, nothing, or a text", LookAtLogFile},
-            {"log", "holds 'FILE' reply N", "", LookAtLogFile},
-            {"log", "holds 'FILE' empty", "", LookAtLogFile},
-            {"log", "holds 'FILE' 'TEXT'", "", LookAtLogFile},
-            {"", "registry machine KEY NAME is missing", "a registry value", LookAtRegistry},
-            {"", "registry machine KEY NAME is TEXT", "", LookAtRegistry},
-        }};
-    return group;
-}
+const Group checkStatements = {
+    "checks",
+    Role::Check,
+    {
+        {"", "requests N", "how many calls reached the bridge",
+         [](Run& run, const Node& node) {
+             Expect("number of requests", node.Text("N"), std::to_string(run.GetStage().Network().Exchanges().size()));
+         }},
+        {"", "request N ~is SERVICE", "its operation element", LookAtRequest},
+        {"request", "shown ~as 'NAME'", "what the wait window said",
+         [](Run& run, const Node& node)
+         { Expect("the wait window said", node.Text("NAME"), run.ShownAs().at(run.Open().request)); }},
+        {"request", "at PATH missing", "no such node below the operation element", LookAtPath},
+        {"request", "at PATH 'TEXT'", "a text there", LookAtPath},
+        {"", "opened WHAT:SenzaSISS/DaValidare/TipoRicetta/ModalitaStampa VALUE", "the session that the host keeps",
+         LookAtSession},
+        {"", "opened holds N drugs/tests", "", LookAtResponses},
+        {"", "query SQL…", "what the database holds", LookAtRows},
+        {"query", "row CELLS…", "a row, with `\\|` between its cells; `NULL` is null, `*` anything", nothing},
+        {"query", "no rows", "", nothing},
+        {"", "database unchanged", "nothing differs from before the first call", LookAtChanges},
+        {"", "database changes", "each row that differs stands below", LookAtChanges},
+        {"database", "changed TABLE N CELLS…",
+         "row with key N: `COLUMN = TEXT \\| COLUMN = TEXT`; `now` is a moment during the scenario", nothing},
+        {"database", "added TABLE CELLS…", "a new row, with all columns that are not null", nothing},
+        {"database", "removed TABLE N", "the row with that key is gone", nothing},
+        {"", "statements with 'PART' N", "how many statements of the library contained PART",
+         [](Run& run, const Node& node)
+         {
+             Expect("statements with " + Quoted(node.Text("PART")), node.Text("N"),
+                    std::to_string(run.GetStage().CountStatements(node.Text("PART"))));
+         }},
+        {"", "log folders N", "how many folders the exchange log has",
+         [](Run& run, const Node& node)
+         { Expect("log folders", node.Text("N"), std::to_string(LogFolders(run).size())); }},
+        {"", "log folder N", "one of them; each of its files stands below", LookAtLog},
+        {"log", "holds 'FILE' request N", "with what was sent, what came back, nothing, or a text", LookAtLogFile},
+        {"log", "holds 'FILE' reply N", "", LookAtLogFile},
+        {"log", "holds 'FILE' empty", "", LookAtLogFile},
+        {"log", "holds 'FILE' 'TEXT'", "", LookAtLogFile},
+        {"", "registry machine KEY NAME is missing", "a registry value", LookAtRegistry},
+        {"", "registry machine KEY NAME is TEXT", "", LookAtRegistry},
+    }};
 
 } // namespace vellumo::player

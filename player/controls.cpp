@@ -3,6 +3,7 @@
 #include "player/written.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 
 namespace vellumo::player
@@ -10,26 +11,12 @@ namespace vellumo::player
 namespace
 {
 
-const char* NameOf(ControlKind kind)
+// In the order of ControlKind.
+constexpr std::array kinds = {"label", "button", "check box or option", "text box", "list", "progress bar", "grid"};
+
+std::string NameOf(ControlKind kind)
 {
-    switch (kind)
-    {
-    case ControlKind::Label:
-        return "label";
-    case ControlKind::Button:
-        return "button";
-    case ControlKind::Toggle:
-        return "check box or option";
-    case ControlKind::TextBox:
-        return "text box";
-    case ControlKind::List:
-        return "list";
-    case ControlKind::ProgressBar:
-        return "progress bar";
-    case ControlKind::Grid:
-        break;
-    }
-    return "grid";
+    return kinds.at(static_cast<std::size_t>(kind));
 }
 
 } // namespace
@@ -51,6 +38,17 @@ std::string NameOf(ui::Icon icon)
                                                           {ui::Icon::Exclamation, "exclamation"},
                                                           {ui::Icon::Information, "information"}};
     return names.at(icon);
+}
+
+std::string WithoutAccessKey(const std::string& caption)
+{
+    std::string text;
+    for (std::size_t i = 0; i < caption.size(); ++i)
+    {
+        i += caption[i] == '&' && i + 1 < caption.size() ? 1U : 0U;
+        text += caption[i];
+    }
+    return text;
 }
 
 std::string NameOf(const ControlSeen& control)
@@ -81,7 +79,7 @@ Found Find(const Window& window, ControlKind kind, const std::string& name)
         std::find_if(all.begin(), all.end(), [&](const ControlSeen& each) { return NameOf(each) == name; });
     if (found == all.end())
     {
-        throw Differs(std::string("no ") + NameOf(kind) + ' ' + Quoted(name) +
+        throw Differs("no " + NameOf(kind) + ' ' + Quoted(name) +
                       "; there is: " + (all.empty() ? "none" : Quoted(Joined(NamesOf(all), "\" / \""))));
     }
     return {static_cast<std::size_t>(found - all.begin()), *found};
@@ -93,8 +91,8 @@ Found Find(const Window& window, ControlKind kind, std::int32_t number)
     const auto place = static_cast<std::size_t>(number) - 1;
     if (number < 1 || place >= all.size())
     {
-        throw Differs(std::string("no ") + NameOf(kind) + ' ' + std::to_string(number) +
-                      "; they are counted from 1 to " + std::to_string(all.size()));
+        throw Differs("no " + NameOf(kind) + ' ' + std::to_string(number) + "; they are counted from 1 to " +
+                      std::to_string(all.size()));
     }
     return {place, all[place]};
 }

@@ -9,6 +9,8 @@
 namespace vellumo::player
 {
 
+// Without the mark before the access key; "&&" is a plain "&".
+[[nodiscard]] std::string WithoutAccessKey(const std::string& caption);
 // "Yes", "No" …: how scenarios name the answers of a box.
 [[nodiscard]] std::string NameOf(ui::Answer answer);
 [[nodiscard]] std::string NameOf(ui::Icon icon);

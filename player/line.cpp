@@ -152,7 +152,8 @@ std::vector<std::string> Line::Cells()
         // What stands between a closing quote and the next "|" belongs to the cell: its colours.
         const auto bar = std::min(m_text.find('|', m_at), m_text.size());
         const auto more = Trimmed(std::string_view(m_text).substr(m_at, bar - m_at));
-        cells.push_back(cell.empty() ? more : more.empty() ? cell : cell + ' ' + more);
+        cell.append(cell.empty() || more.empty() ? "" : " ").append(more);
+        cells.push_back(std::move(cell));
         m_at = bar;
         if (AtEnd())
         {

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <map>
-#include <ostream>
 #include <set>
 #include <utility>
 
@@ -149,6 +148,10 @@ void Narrator::Received(const std::string& reply)
 
 void Narrator::WindowSeen(const Window& window, bool isNew)
 {
+    if (!m_isHeard)
+    {
+        return; // reading a window takes time
+    }
     if (!isNew)
     {
         Say("di nuovo", '"' + window.Title() + '"');
@@ -176,6 +179,10 @@ void Narrator::WindowSeen(const Window& window, bool isNew)
 
 void Narrator::Progress(const Window& window)
 {
+    if (!m_isHeard)
+    {
+        return;
+    }
     const auto bar = window.All(ControlKind::ProgressBar).front();
     std::vector<std::string> lines = {'"' + window.Title() + "\", " + std::to_string(static_cast<long>(bar.position)) +
                                       " di " + std::to_string(static_cast<long>(bar.maximum))};

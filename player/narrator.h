@@ -8,8 +8,8 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <iosfwd>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -27,10 +27,14 @@ struct Outcome
 class Narrator
 {
 public:
-    explicit Narrator(std::ostream& out)
-        : m_out(out)
+    // `isHeard`: somebody listens, else nothing is told.
+    Narrator(std::ostream& out, bool isHeard)
+        : m_out(isHeard ? out.rdbuf() : nullptr)
+        , m_isHeard(isHeard)
     {
     }
+
+    [[nodiscard]] bool IsHeard() const noexcept { return m_isHeard; }
 
     void Begin(const std::string& title);
     void Say(const std::string& text);
@@ -49,7 +53,8 @@ private:
     void Say(const std::string& what, const std::string& text);
     void SayStored(const std::vector<RowChange>& stored);
 
-    std::ostream& m_out;
+    std::ostream m_out;
+    bool m_isHeard;
     std::size_t m_calls = 0;
     std::size_t m_exchanges = 0;
     std::size_t m_windows = 0;

@@ -134,55 +134,49 @@ void FailStatement(Run& run, const Node& node)
 
 } // namespace
 
-const Group& PracticeStatements()
-{
-    static const Group group = {
-        "practice",
-        Role::Step,
-        {
-            {"", "user NAME", "who is logged on: `bianchi` and `verdi` are doctors, `segreteria` is staff; or `nobody`",
-             LogOn},
-            {"", "studio N", "the practice's number that the host hands over",
-             [](Run& run, const Node& node) { run.GetStage().SetStudio(node.Number("N")); }},
-            {"", "host gives no PART:Connection/LockSrv/Utils", "the host does not hand it over",
-             [](Run& run, const Node& node) { run.GetStage().Withhold(node.Text("PART")); }},
-            {"", "host answers 0 without a row", "its look-ups do, instead of Null",
-             [](Run& run, const Node&) { run.GetStage().AnswerZeroWithoutRow(); }},
-            {"", "setting NAME missing", "a setting of the practice, such as `CCEAbilitaLog True`", SetSetting},
-            {"", "setting NAME VALUE", "", SetSetting},
-            {"", "sql N times STATEMENT…", "changes the database; `{n}` counts the times", RunSql},
-            {"", "sql STATEMENT…", "", RunSql},
-            {"", "file 'PATH' missing", "removes a file below the practice's folder", Remove},
-            {"", "file 'PATH' from 'FILE'", "puts a copy there of a file from beside the scenario, byte for byte",
-             [](Run& run, const Node& node) {
-                 fs::copy_file(FileBeside(node, node.Text("FILE")), PracticePath(run, node),
-                               fs::copy_options::overwrite_existing);
-             }},
-            {"", "file 'PATH'", "writes the text of its block there, as 8-bit text",
-             [](Run& run, const Node& node)
-             { norda::WriteAnsiFile(PracticePath(run, node), Joined(node.block, "\n")); }},
-            {"", "folder 'PATH' missing", "removes a folder", Remove},
-            {"", "registry machine KEY missing", "removes a registry key, so that nothing can be written there",
-             [](Run& run, const Node& node) { Machine(run).RemoveMachineKey(node.Text("KEY")); }},
-            {"", "registry machine/user KEY NAME missing", "removes a registry value", RemoveRegistryText},
-            {"", "registry machine/user KEY NAME TEXT", "sets a registry text", SetRegistryText},
-            {"", "refuse ~to ~save WHAT:patient/asl/specialist/prescription/certificate",
-             "the host's record answers that it was not saved", RefuseSaves},
-            {"", "fail every 'PART' ['TEXT']", "each statement of the library that contains PART fails with the text",
-             FailStatement},
-            {"", "fail ~statement N 'PART' ['TEXT']", "the N-th of them does", FailStatement},
-            {"", "pause N ~ms", "waits",
-             [](Run&, const Node& node) { std::this_thread::sleep_for(std::chrono::milliseconds(node.Number("N"))); }},
-            {"", "statements ~take N ~ms",
-             "from now on each statement of the library waits that long, as on a busy server",
-             [](Run& run, const Node& node) { run.GetStage().SetPace(std::chrono::milliseconds(node.Number("N"))); }},
-            {"", "generated list 'PATH' ~of N ~citizens", "a made-up patient list below the practice's folder",
-             [](Run& run, const Node& node) { norda::WritePatientList(PracticePath(run, node), node.Count("N")); }},
-            {"", "generated tables ~of N ~rows", "made-up regional tables",
-             [](Run& run, const Node& node)
-             { norda::WriteTables(run.GetStage().Practice().TablesFolder(), node.Count("N")); }},
-        }};
-    return group;
-}
+const Group practiceStatements = {
+    "practice",
+    Role::Step,
+    {
+        {"", "user NAME", "who is logged on: `bianchi` and `verdi` are doctors, `segreteria` is staff; or `nobody`",
+         LogOn},
+        {"", "studio N", "the practice's number that the host hands over",
+         [](Run& run, const Node& node) { run.GetStage().SetStudio(node.Number("N")); }},
+        {"", "host gives no PART:Connection/LockSrv/Utils", "the host does not hand it over",
+         [](Run& run, const Node& node) { run.GetStage().Withhold(node.Text("PART")); }},
+        {"", "host answers 0 without a row", "its look-ups do, instead of Null",
+         [](Run& run, const Node&) { run.GetStage().AnswerZeroWithoutRow(); }},
+        {"", "setting NAME missing", "a setting of the practice, such as `CCEAbilitaLog True`", SetSetting},
+        {"", "setting NAME VALUE", "", SetSetting},
+        {"", "sql N times STATEMENT…", "changes the database; `{n}` counts the times", RunSql},
+        {"", "sql STATEMENT…", "", RunSql},
+        {"", "file 'PATH' missing", "removes a file below the practice's folder", Remove},
+        {"", "file 'PATH' from 'FILE'", "puts a copy there of a file from beside the scenario, byte for byte",
+         [](Run& run, const Node& node) {
+             fs::copy_file(FileBeside(node, node.Text("FILE")), PracticePath(run, node),
+                           fs::copy_options::overwrite_existing);
+         }},
+        {"", "file 'PATH'", "writes the text of its block there, as 8-bit text",
+         [](Run& run, const Node& node) { norda::WriteAnsiFile(PracticePath(run, node), Joined(node.block, "\n")); }},
+        {"", "folder 'PATH' missing", "removes a folder", Remove},
+        {"", "registry machine KEY missing", "removes a registry key, so that nothing can be written there",
+         [](Run& run, const Node& node) { Machine(run).RemoveMachineKey(node.Text("KEY")); }},
+        {"", "registry machine/user KEY NAME missing", "removes a registry value", RemoveRegistryText},
+        {"", "registry machine/user KEY NAME TEXT", "sets a registry text", SetRegistryText},
+        {"", "refuse ~to ~save WHAT:patient/asl/specialist/prescription/certificate",
+         "the host's record answers that it was not saved", RefuseSaves},
+        {"", "fail every 'PART' ['TEXT']", "each statement of the library that contains PART fails with the text",
+         FailStatement},
+        {"", "fail ~statement N 'PART' ['TEXT']", "the N-th of them does", FailStatement},
+        {"", "pause N ~ms", "waits",
+         [](Run&, const Node& node) { std::this_thread::sleep_for(std::chrono::milliseconds(node.Number("N"))); }},
+        {"", "statements ~take N ~ms", "from now on each statement of the library waits that long, as on a busy server",
+         [](Run& run, const Node& node) { run.GetStage().SetPace(std::chrono::milliseconds(node.Number("N"))); }},
+        {"", "generated list 'PATH' ~of N ~citizens", "a made-up patient list below the practice's folder",
+         [](Run& run, const Node& node) { norda::WritePatientList(PracticePath(run, node), node.Count("N")); }},
+        {"", "generated tables ~of N ~rows", "made-up regional tables",
+         [](Run& run, const Node& node)
+         { norda::WriteTables(run.GetStage().Practice().TablesFolder(), node.Count("N")); }},
+    }};
 
 } // namespace vellumo::player

@@ -35,19 +35,13 @@ std::filesystem::path FileBeside(const Node& node, const std::string& name)
     return std::filesystem::path(node.place.file).parent_path() / std::filesystem::u8path(name);
 }
 
-Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator* narrator)
+Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator& narrator)
     : m_options(std::move(options))
     , m_narrator(narrator)
     , m_stage(std::make_unique<Stage>(model, folder, m_operator))
 {
     m_stage->Network().onCall = [this](const std::string& requestXml) { OnRequest(requestXml); };
-    m_stage->Network().onReply = [this](const std::string& reply)
-    {
-        if (m_narrator != nullptr)
-        {
-            m_narrator->Received(reply);
-        }
-    };
+    m_stage->Network().onReply = [this](const std::string& reply) { m_narrator.Received(reply); };
     m_stage->SetStatementSeen([this] { OnStatement(); });
     if (m_options.failingStatement != 0)
     {
@@ -142,11 +136,8 @@ void Run::Call(const Node& call)
     {
         part.Perform(*this);
     }
-    if (m_narrator != nullptr)
-    {
-        m_narrator->CallBegins(std::string(operation.Keyword()), Describe(operation));
-    }
-    const auto before = m_narrator != nullptr ? Now() : Snapshot();
+    m_narrator.CallBegins(std::string(operation.Keyword()), m_narrator.IsHeard() ? Describe(operation) : "");
+    const auto before = m_narrator.IsHeard() ? Now() : Snapshot();
     const bool lenient = m_options.failingStatement != 0;
     m_watch.Begin(call, lenient);
     m_operator.Begin(call, lenient);
@@ -160,10 +151,8 @@ void Run::Call(const Node& call)
     }
     m_operator.End();
     m_watch.End();
-    if (m_narrator != nullptr)
-    {
-        m_narrator->CallEnds(m_current.outcome, player::Compare(before, Now()));
-    }
+    m_narrator.CallEnds(m_current.outcome,
+                        m_narrator.IsHeard() ? player::Compare(before, Now()) : std::vector<RowChange>());
     // With a fault on purpose what is returned depends on where it struck.
     if (!lenient)
     {
@@ -229,10 +218,7 @@ void Run::CreateProvider(const std::optional<std::string>& fault)
 
 void Run::Finish(const Place& place)
 {
-    if (m_narrator != nullptr)
-    {
-        m_narrator->Logged(m_stage->Practice().LogFolder());
-    }
+    m_narrator.Logged(m_stage->Practice().LogFolder());
     m_session.reset();
     if (!m_stage->ReleaseProvider())
     {
@@ -247,20 +233,9 @@ void Run::Finish(const Place& place)
     }
 }
 
-void Run::Tell(const std::string& text)
-{
-    if (m_narrator != nullptr)
-    {
-        m_narrator->Say(text);
-    }
-}
-
 void Run::OnWindow(const Window& window, bool isNew)
 {
-    if (m_narrator != nullptr)
-    {
-        m_narrator->WindowSeen(window, isNew);
-    }
+    m_narrator.WindowSeen(window, isNew);
     TakeScreenshot(window.Title());
     m_touched = false;
 }
@@ -275,10 +250,7 @@ void Run::Perform(const Node& line, Window& window)
             TakeScreenshot(window.Title());
         }
         m_touched = true;
-        if (m_narrator != nullptr)
-        {
-            m_narrator->Did(line);
-        }
+        m_narrator.Did(line);
     }
     m_window = &window;
     line.Perform(*this);
@@ -323,10 +295,7 @@ std::string Run::LookAtWaitWindow()
 void Run::OnRequest(const std::string& requestXml)
 {
     m_shownAs.push_back(LookAtWaitWindow());
-    if (m_narrator != nullptr)
-    {
-        m_narrator->Sent(requestXml, m_shownAs.back());
-    }
+    m_narrator.Sent(requestXml, m_shownAs.back());
 }
 
 // Where nothing else lets the target look at a window that is at work, a statement of its job does.
@@ -345,10 +314,7 @@ void Run::OnStatement()
 void Run::OnMilestone(const Window& window)
 {
     TakeScreenshot(window.Title());
-    if (m_narrator != nullptr)
-    {
-        m_narrator->Progress(window);
-    }
+    m_narrator.Progress(window);
 }
 
 void Run::TakeScreenshot(const std::string& title)

@@ -58,7 +58,7 @@ public:
         std::size_t failingStatement = 0;  // of a sweep: the statement of the library that fails; 0: none
         std::size_t dyingStatement = 0;    // the statement before which the process ends; 0: none
     };
-    Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator* narrator);
+    Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator& narrator);
 
     // Does what the line says and reports what differs.
     void Play(const Node& node);
@@ -82,7 +82,7 @@ public:
     [[nodiscard]] std::shared_ptr<norda::PrescriptionSession>& Session() noexcept { return m_session; }
     // What the wait window named for each request.
     [[nodiscard]] const std::vector<std::string>& ShownAs() const noexcept { return m_shownAs; }
-    void Tell(const std::string& text);
+    void Tell(const std::string& text) { m_narrator.Say(text); }
     void Call(const Node& call);
     // Creates the provider now; `fault` empty: it must succeed.
     void CreateProvider(const std::optional<std::string>& fault);
@@ -124,7 +124,7 @@ private:
     };
 
     Options m_options;
-    Narrator* m_narrator;
+    Narrator& m_narrator;
     std::vector<Difference> m_differences;
     std::vector<Difference> m_withoutEffect;
     std::vector<Awaited> m_awaited;

@@ -73,12 +73,9 @@ Runner::Runner(Options options, std::ostream& out)
     : m_options(std::move(options))
     , m_out(out)
     , m_folder(m_options.keep)
+    , m_narrator(m_out, m_options.tell)
 {
     norda::Practice(m_folder.Model()).Create();
-    if (m_options.tell)
-    {
-        m_narrator.emplace(m_out);
-    }
     if (!m_options.screenshots.empty())
     {
         fs::create_directories(m_options.screenshots);
@@ -116,11 +113,8 @@ std::size_t Runner::RunFile(const fs::path& file)
 
 void Runner::Summary(std::size_t failed)
 {
-    if (m_narrator)
-    {
-        m_narrator->Summary(m_count, failed);
-    }
-    else
+    m_narrator.Summary(m_count, failed);
+    if (!m_options.tell)
     {
         m_out << m_count << " scenarios, " << failed << " failed\n";
     }
@@ -131,8 +125,7 @@ std::unique_ptr<Run> Runner::Once(const Scenario& scenario, std::size_t failingS
     const bool compares = scenario.Find("database") != nullptr || scenario.Find("sweep") != nullptr;
     const bool whole = failingStatement == 0 && dyingStatement == 0;
     const Run::Options options{m_options.screenshots, compares, failingStatement, dyingStatement};
-    auto run =
-        std::make_unique<Run>(m_folder.Model(), m_folder.Practice(), options, m_narrator ? &*m_narrator : nullptr);
+    auto run = std::make_unique<Run>(m_folder.Model(), m_folder.Practice(), options, m_narrator);
     for (const auto& node : scenario.nodes)
     {
         if (whole || node.group->role != Role::Check)
@@ -146,10 +139,7 @@ std::unique_ptr<Run> Runner::Once(const Scenario& scenario, std::size_t failingS
 
 std::vector<Difference> Runner::RunScenario(const Scenario& scenario)
 {
-    if (m_narrator)
-    {
-        m_narrator->Begin(scenario.title);
-    }
+    m_narrator.Begin(scenario.title);
     auto run = Once(scenario);
     auto differences = run->Differences();
     for (const auto& idle : run->WithoutEffect())

@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <map>
 #include <memory>
-#include <optional>
 #include <ostream>
 #include <vector>
 
@@ -64,7 +63,7 @@ private:
     Options m_options;
     std::ostream& m_out;
     WorkFolder m_folder;
-    std::optional<Narrator> m_narrator;
+    Narrator m_narrator;
     std::size_t m_count = 0;
     // Of the lines that a file's scenarios have in common: in how many they had no effect, and why.
     std::map<int, std::pair<std::size_t, Difference>> m_idleCommon;

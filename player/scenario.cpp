@@ -69,6 +69,8 @@ private:
     std::vector<Node*> m_open; // the last line and those that it belongs to
 };
 
+constexpr auto nothing = [](Run&, const Node&) {}; // whoever plays the scenario looks at it
+
 } // namespace
 
 const Node* Scenario::Find(std::string_view keyword) const
@@ -122,29 +124,24 @@ std::vector<Scenario> ReadScenarios(const std::filesystem::path& file)
     return ReadScenarios(file.string(), text);
 }
 
-const Group& ScenarioStatements()
-{
-    static constexpr auto nothing = [](Run&, const Node&) {};
-    static const Group group = {
-        "file",
-        Role::Step,
-        {
-            {"", "scenario TITLE…", "begins a scenario", nothing},
-            {"", "only on native/win64/win32 [native/win64/win32 [native/win64/win32]]",
-             "the targets on which the scenario is played", nothing},
-            {"", "sweep database faults",
-             "the scenario is played again and again, the library's first, second, third … statement failing, until "
-             "none is left: after each time the database, but for the host's journal, must be as before or as after "
-             "the whole, nothing between. Lines that look at what is so after the calls are left out then",
-             nothing},
-            {"", "sweep whole patients",
-             "the same for an import of many: each patient must be as before, as before but revoked, or as after the "
-             "whole. Natively the program also ends before each statement, in a process of its own",
-             nothing},
-            {"", "tell TEXT…", "says it to whoever listens with `--tell`",
-             [](Run& run, const Node& node) { run.Tell(node.Text("TEXT")); }},
-        }};
-    return group;
-}
+const Group scenarioStatements = {
+    "file",
+    Role::Step,
+    {
+        {"", "scenario TITLE…", "begins a scenario", nothing},
+        {"", "only on native/win64/win32 [native/win64/win32 [native/win64/win32]]",
+         "the targets on which the scenario is played", nothing},
+        {"", "sweep database faults",
+         "the scenario is played again and again, the library's first, second, third … statement failing, until "
+         "none is left: after each time the database, but for the host's journal, must be as before or as after "
+         "the whole, nothing between. Lines that look at what is so after the calls are left out then",
+         nothing},
+        {"", "sweep whole patients",
+         "the same for an import of many: each patient must be as before, as before but revoked, or as after the "
+         "whole. Natively the program also ends before each statement, in a process of its own",
+         nothing},
+        {"", "tell TEXT…", "says it to whoever listens with `--tell`",
+         [](Run& run, const Node& node) { run.Tell(node.Text("TEXT")); }},
+    }};
 
 } // namespace vellumo::player

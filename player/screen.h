@@ -76,8 +76,11 @@ public:
     [[nodiscard]] virtual ui::Icon Icon() const { return ui::Icon::None; }
     [[nodiscard]] virtual std::string Text() const { return {}; }
     // All that can be seen, top to bottom and then left to right; hidden controls are not.
-    [[nodiscard]] virtual std::vector<ControlSeen> Controls() const = 0;
-    [[nodiscard]] virtual CellSeen Cell(std::size_t grid, std::size_t row, std::size_t column) const = 0;
+    [[nodiscard]] virtual std::vector<ControlSeen> Controls() const { return {}; }
+    [[nodiscard]] virtual CellSeen Cell(std::size_t /*grid*/, std::size_t /*row*/, std::size_t /*column*/) const
+    {
+        return {};
+    }
 
     // Those of one kind; every number below is a place among these, counted from 0.
     [[nodiscard]] std::vector<ControlSeen> All(ControlKind kind) const
@@ -88,21 +91,21 @@ public:
     }
 
     // Actions. Each is started and may take effect after its return. The player presses only what exists; pressing
-    // something disabled does nothing, as with a real hand.
-    virtual void Press(std::size_t button) = 0;
-    virtual void SelectRow(std::size_t grid, std::size_t row) = 0;
-    virtual void DoubleClickRow(std::size_t grid, std::size_t row) = 0;
+    // something disabled does nothing, as with a real hand. So does what a window of this kind does not have.
+    virtual void Press(std::size_t /*button*/) {}
+    virtual void SelectRow(std::size_t /*grid*/, std::size_t /*row*/) {}
+    virtual void DoubleClickRow(std::size_t /*grid*/, std::size_t /*row*/) {}
     // Replaces the content of a text box, as typing does: the form hears of it.
-    virtual void Type(std::size_t textBox, const std::string& text) = 0;
-    virtual void SetToggle(std::size_t toggle, bool on) = 0;
-    virtual void ChooseEntry(std::size_t list, std::size_t entry) = 0;
+    virtual void Type(std::size_t /*textBox*/, const std::string& /*text*/) {}
+    virtual void SetToggle(std::size_t /*toggle*/, bool /*on*/) {}
+    virtual void ChooseEntry(std::size_t /*list*/, std::size_t /*entry*/) {}
     // One key or combination at the control that has the keyboard: "Tab", "Shift+Tab", "Enter", "Escape", "Space",
     // "Up", "Down", "Home", "End", "Alt+C", or a single character. False where the target has no such key, and then
     // nothing has happened.
-    virtual bool Key(const std::string& key) = 0;
+    virtual bool Key(const std::string& /*key*/) { return false; }
     virtual void CloseByFrame() = 0;
     // In a file dialog: names the file and opens it; "" cancels.
-    virtual void ChooseFile(const std::filesystem::path& file) = 0;
+    virtual void ChooseFile(const std::filesystem::path& /*file*/) {}
 };
 
 // Whoever sits in front of the screen. Nothing escapes from here.

@@ -26,7 +26,7 @@ bool Fits(const Node& expected, const Window& window)
 
 bool IsAction(const Node& line)
 {
-    return line.group == &ActionStatements();
+    return line.group == &actionStatements;
 }
 
 } // namespace

@@ -153,102 +153,84 @@ constexpr auto nothing = [](Run&, const Node&) {}; // the line that it stands in
 
 } // namespace
 
-const Group& SissStatements()
-{
-    static const Group group = {
-        "SISS",
-        Role::Step,
-        {
-            {"", "citizen CF unknown", "removes a citizen", RemoveCitizen},
-            {"", "citizen CF", "opens a citizen for the lines below; makes one when nobody has the code",
-             OpenCitizenOf},
-            {"citizen", "has ELEMENT 'TEXT'", "an element of `datiCittadino`; `medico.NAME` for one of `datiMedico`",
-             [](Run& run, const Node& node) { OpenCitizen(run).data[node.Text("ELEMENT")] = node.Text("TEXT"); }},
-            {"citizen", "lacks ELEMENT", "without that element", RemoveElement},
-            {"citizen", "exemption CODE [FIRSTDAY] [LASTDAY]", "one exemption more",
-             [](Run& run, const Node& node) {
-                 OpenCitizen(run).esenzioni.push_back({node.Text("CODE"), node.Text("FIRSTDAY"), node.Text("LASTDAY")});
-             }},
-            {"citizen", "exempt from nothing", "none of them",
-             [](Run& run, const Node&) { OpenCitizen(run).esenzioni.clear(); }},
-            {"", "contact CF", "somebody has registered that contact already",
-             [](Run& run, const Node& node) { Network(run).KnownContacts().Add(node.Text("CF")); }},
-            {"", "operator picks CF", "whom the operator chooses in SISS's own search window; or `nobody`",
-             [](Run& run, const Node& node)
-             { Network(run).SetChosenCitizen(node.Text("CF") == "nobody" ? "" : node.Text("CF")); }},
-            {"", "session active/inactive", "the SISS session; without it the bridge answers an error text",
-             [](Run& run, const Node& node) { Network(run).SetSessionActive(node.Has("active")); }},
-            {"", "card inserted/missing", "the operator's card",
-             [](Run& run, const Node& node) { Network(run).SetOperatorCard(node.Has("inserted")); }},
-            {"", "bridge missing", "the bridge is not registered",
-             [](Run& run, const Node&) { run.GetStage().RemoveBridge(); }},
-            {"", "reply <which> <reply> [after M ~ms]",
-             "how a call of the scenario is answered; `after` delays it. The last such line for a call counts", Answer},
-            {"reply", "exception <entry>", "an entry of the reply's list", AddEntry},
-            {"reply", "warning <entry>", "", AddEntry},
-            {"", "final N says TEXT 'MESSAGE'",
-             "how the end of the prescribing phase reports its N-th registration, other than OK", SetFinal},
-            {"", "final N refuses CODE 'MESSAGE' [<entry>]", "", SetFinal},
-            {"", "final N empty", "", SetFinal},
-        }};
-    return group;
-}
+const Group sissStatements = {
+    "SISS",
+    Role::Step,
+    {
+        {"", "citizen CF unknown", "removes a citizen", RemoveCitizen},
+        {"", "citizen CF", "opens a citizen for the lines below; makes one when nobody has the code", OpenCitizenOf},
+        {"citizen", "has ELEMENT 'TEXT'", "an element of `datiCittadino`; `medico.NAME` for one of `datiMedico`",
+         [](Run& run, const Node& node) { OpenCitizen(run).data[node.Text("ELEMENT")] = node.Text("TEXT"); }},
+        {"citizen", "lacks ELEMENT", "without that element", RemoveElement},
+        {"citizen", "exemption CODE [FIRSTDAY] [LASTDAY]", "one exemption more",
+         [](Run& run, const Node& node) {
+             OpenCitizen(run).esenzioni.push_back({node.Text("CODE"), node.Text("FIRSTDAY"), node.Text("LASTDAY")});
+         }},
+        {"citizen", "exempt from nothing", "none of them",
+         [](Run& run, const Node&) { OpenCitizen(run).esenzioni.clear(); }},
+        {"", "contact CF", "somebody has registered that contact already",
+         [](Run& run, const Node& node) { Network(run).KnownContacts().Add(node.Text("CF")); }},
+        {"", "operator picks CF", "whom the operator chooses in SISS's own search window; or `nobody`",
+         [](Run& run, const Node& node)
+         { Network(run).SetChosenCitizen(node.Text("CF") == "nobody" ? "" : node.Text("CF")); }},
+        {"", "session active/inactive", "the SISS session; without it the bridge answers an error text",
+         [](Run& run, const Node& node) { Network(run).SetSessionActive(node.Has("active")); }},
+        {"", "card inserted/missing", "the operator's card",
+         [](Run& run, const Node& node) { Network(run).SetOperatorCard(node.Has("inserted")); }},
+        {"", "bridge missing", "the bridge is not registered",
+         [](Run& run, const Node&) { run.GetStage().RemoveBridge(); }},
+        {"", "reply <which> <reply> [after M ~ms]",
+         "how a call of the scenario is answered; `after` delays it. The last such line for a call counts", Answer},
+        {"reply", "exception <entry>", "an entry of the reply's list", AddEntry},
+        {"reply", "warning <entry>", "", AddEntry},
+        {"", "final N says TEXT 'MESSAGE'",
+         "how the end of the prescribing phase reports its N-th registration, other than OK", SetFinal},
+        {"", "final N refuses CODE 'MESSAGE' [<entry>]", "", SetFinal},
+        {"", "final N empty", "", SetFinal},
+    }};
 
-const Group& CallNumberStatements()
-{
-    static const Group group = {"which",
-                                Role::Part,
-                                {
-                                    {"", "every", "all calls without a line of their own", nothing},
-                                    {"", "next [N]", "the next call from here, or the one N behind the last", nothing},
-                                    {"", "N", "the N-th call of the scenario", nothing},
-                                }};
-    return group;
-}
+const Group callNumberStatements = {
+    "which",
+    Role::Part,
+    {
+        {"", "every", "all calls without a line of their own", nothing},
+        {"", "next [N]", "the next call from here, or the one N behind the last", nothing},
+        {"", "N", "the N-th call of the scenario", nothing},
+    }};
 
-const Group& ReplyStatements()
-{
-    static const Group group = {
-        "reply",
-        Role::Part,
-        {
-            {"", "answers", "as the network's state has it", nothing},
-            {"", "refuses CODE 'MESSAGE' [with data]",
-             "a negative outcome; `with data`: the service has done its work and says so, too", Refuse},
-            {"", "faults CODE 'MESSAGE' [detail DETAIL] [prefix PREFIX]", "a SOAP fault", AnswerFault},
-            {"", "raises 'MESSAGE'", "the bridge raises an error",
-             [](Run& run, const Node& node) { AnswerWith(run, siss::Raise{node.Text("MESSAGE")}); }},
-            {"", "empty", "no text", [](Run& run, const Node&) { AnswerWith(run, siss::Verbatim{}); }},
-            {"", "lost", "accepted, but the reply never arrives",
-             [](Run& run, const Node&) { AnswerWith(run, siss::LostReply{}); }},
-            {"", "without ~outcome", "well-formed, without its outcome",
-             [](Run& run, const Node&) { AnswerWith(run, siss::NoOutcome{}); }},
-            {"", "data 'TEXT'", "a good outcome with that text as its data",
-             [](Run& run, const Node& node) { AnswerWith(run, siss::DataText{node.Text("TEXT")}); }},
-            {"", "receipt 'PROTOCOL' 'DATE'", "a good outcome of a certificate with that number and date of reception",
-             [](Run& run, const Node& node) {
-                 AnswerWith(run, siss::DataXml{siss::Certificates::Receipt(node.Text("PROTOCOL"), node.Text("DATE"))});
-             }},
-            {"", "result 'TEXT'", "a good outcome of a contact with that text, such as `S` or `N`",
-             [](Run& run, const Node& node)
-             { AnswerWith(run, siss::DataXml{siss::Contacts::Result(node.Text("TEXT"))}); }},
-            {"", "file 'FILE'", "the text of a file from beside the scenario", AnswerFile},
-            {"", "text ['TEXT']", "this very text, or that of its block",
-             [](Run& run, const Node& node)
-             { AnswerWith(run, siss::Verbatim{node.Has("TEXT") ? node.Text("TEXT") : Joined(node.block, "\n")}); }},
-            {"", "hostile doctype/external", "made on demand, to do harm", Harm},
-            {"", "hostile N MB/levels", "", Harm},
-        }};
-    return group;
-}
+const Group replyStatements = {
+    "reply",
+    Role::Part,
+    {
+        {"", "answers", "as the network's state has it", nothing},
+        {"", "refuses CODE 'MESSAGE' [with data]",
+         "a negative outcome; `with data`: the service has done its work and says so, too", Refuse},
+        {"", "faults CODE 'MESSAGE' [detail DETAIL] [prefix PREFIX]", "a SOAP fault", AnswerFault},
+        {"", "raises 'MESSAGE'", "the bridge raises an error",
+         [](Run& run, const Node& node) { AnswerWith(run, siss::Raise{node.Text("MESSAGE")}); }},
+        {"", "empty", "no text", [](Run& run, const Node&) { AnswerWith(run, siss::Verbatim{}); }},
+        {"", "lost", "accepted, but the reply never arrives",
+         [](Run& run, const Node&) { AnswerWith(run, siss::LostReply{}); }},
+        {"", "without ~outcome", "well-formed, without its outcome",
+         [](Run& run, const Node&) { AnswerWith(run, siss::NoOutcome{}); }},
+        {"", "data 'TEXT'", "a good outcome with that text as its data",
+         [](Run& run, const Node& node) { AnswerWith(run, siss::DataText{node.Text("TEXT")}); }},
+        {"", "receipt 'PROTOCOL' 'DATE'", "a good outcome of a certificate with that number and date of reception",
+         [](Run& run, const Node& node)
+         { AnswerWith(run, siss::DataXml{siss::Certificates::Receipt(node.Text("PROTOCOL"), node.Text("DATE"))}); }},
+        {"", "result 'TEXT'", "a good outcome of a contact with that text, such as `S` or `N`",
+         [](Run& run, const Node& node) { AnswerWith(run, siss::DataXml{siss::Contacts::Result(node.Text("TEXT"))}); }},
+        {"", "file 'FILE'", "the text of a file from beside the scenario", AnswerFile},
+        {"", "text ['TEXT']", "this very text, or that of its block",
+         [](Run& run, const Node& node)
+         { AnswerWith(run, siss::Verbatim{node.Has("TEXT") ? node.Text("TEXT") : Joined(node.block, "\n")}); }},
+        {"", "hostile doctype/external", "made on demand, to do harm", Harm},
+        {"", "hostile N MB/levels", "", Harm},
+    }};
 
-const Group& EntryStatements()
-{
-    static const Group group = {
-        "entry",
-        Role::Part,
-        {{"", "CODE 'MESSAGE' [FIELD 'VALUE' FIELDCODE 'FIELDTEXT']", "what is wrong, and with which field", nothing}}};
-    return group;
-}
+const Group entryStatements = {
+    "entry",
+    Role::Part,
+    {{"", "CODE 'MESSAGE' [FIELD 'VALUE' FIELDCODE 'FIELDTEXT']", "what is wrong, and with which field", nothing}}};
 
 } // namespace vellumo::player

@@ -128,7 +128,7 @@ std::string RowChange::Text() const
     std::vector<std::string> columns;
     for (const auto& [column, value] : texts)
     {
-        columns.push_back(column + " = " + value);
+        columns.push_back(Joined({column, value}, " = "));
     }
     return text + (columns.empty() ? "" : " ") + Joined(columns, " | ");
 }

@@ -289,10 +289,9 @@ Node ReadNode(Line line)
 const std::vector<const Group*>& Groups()
 {
     static const std::vector<const Group*> groups = {
-        &ScenarioStatements(), &PracticeStatements(), &SissStatements(), &CallNumberStatements(),
-        &ReplyStatements(),    &EntryStatements(),    &CallStatements(), &OperationStatements(),
-        &ArgumentStatements(), &KindStatements(),     &LookStatements(), &ActionStatements(),
-        &CheckStatements()};
+        &scenarioStatements, &practiceStatements, &sissStatements,      &callNumberStatements, &replyStatements,
+        &entryStatements,    &callStatements,     &operationStatements, &argumentStatements,   &kindStatements,
+        &lookStatements,     &actionStatements,   &checkStatements};
     return groups;
 }
 

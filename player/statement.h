@@ -84,18 +84,18 @@ struct Node
 // The document with its tables of statements, each behind a line "<!-- statements: NAME -->", written anew.
 [[nodiscard]] std::string WithStatementTables(const std::string& document);
 
-[[nodiscard]] const Group& ScenarioStatements();
-[[nodiscard]] const Group& PracticeStatements();
-[[nodiscard]] const Group& SissStatements();
-[[nodiscard]] const Group& CallNumberStatements();
-[[nodiscard]] const Group& ReplyStatements();
-[[nodiscard]] const Group& EntryStatements();
-[[nodiscard]] const Group& CallStatements();
-[[nodiscard]] const Group& OperationStatements();
-[[nodiscard]] const Group& ArgumentStatements();
-[[nodiscard]] const Group& KindStatements();
-[[nodiscard]] const Group& LookStatements();
-[[nodiscard]] const Group& ActionStatements();
-[[nodiscard]] const Group& CheckStatements();
+extern const Group scenarioStatements;
+extern const Group practiceStatements;
+extern const Group sissStatements;
+extern const Group callNumberStatements;
+extern const Group replyStatements;
+extern const Group entryStatements;
+extern const Group callStatements;
+extern const Group operationStatements;
+extern const Group argumentStatements;
+extern const Group kindStatements;
+extern const Group lookStatements;
+extern const Group actionStatements;
+extern const Group checkStatements;
 
 } // namespace vellumo::player

@@ -125,97 +125,87 @@ void PressKey(Run& run, const Node& node)
 
 } // namespace
 
-const Group& LookStatements()
-{
-    static const Group group = {
-        "seen",
-        Role::Step,
-        {
-            {"window", "label 'TEXT'", "a label",
-             [](Run& run, const Node& node)
-             { static_cast<void>(Find(run.TheWindow(), ControlKind::Label, node.Text("TEXT"))); }},
-            {"window", "button 'CAPTION' [default] [disabled]", "a button and its state", LookAtButton},
-            {"window", "checkbox 'CAPTION' on/off [disabled]", "a check box", LookAtToggle},
-            {"window", "option 'CAPTION' on/off [disabled]", "an option button", LookAtToggle},
-            {"window", "textbox 'CAPTION' 'TEXT'", "the content of a text box",
-             [](Run& run, const Node& node)
-             {
-                 Expect("text box " + Quoted(node.Text("CAPTION")), node.Text("TEXT"),
-                        Find(run.TheWindow(), ControlKind::TextBox, node.Text("CAPTION")).control.value);
-             }},
-            {"window", "list N 'ENTRY' [disabled]", "the entry that a list shows", LookAtList},
-            {"window", "grid N columns CELLS…",
-             "the captions of a grid's columns, with `\\|` between them. Grids, lists, rows and columns count from 1",
-             [](Run& run, const Node& node) {
-                 Expect("columns", Joined(node.Cells(), " | "), Joined(TheGrid(run, node, "N").control.columns, " | "));
-             }},
-            {"window", "grid N row M CELLS…",
-             "a row, with `\\|` between its cells: `*` for any text, `\\n` in a text is a line break; `[blue on "
-             "#FFEFF6]` "
-             "behind a text for its colours, `[plain]` for none; `[error]` or `[warning]` for the picture before it",
-             [](Run& run, const Node& node)
-             {
-                 const auto grid = TheGrid(run, node, "N");
-                 LookAtRow(run, grid, RowOf(grid, node, "M"), node.Cells());
-             }},
-            {"window", "grid N has M ~rows", "how many rows there are",
-             [](Run& run, const Node& node)
-             { Expect("rows", node.Text("M"), std::to_string(TheGrid(run, node, "N").control.rowCount)); }},
-            {"window", "grid N selected M", "the row that is selected",
-             [](Run& run, const Node& node)
-             {
-                 const auto row = TheGrid(run, node, "N").control.selected;
-                 Expect("selected row", node.Text("M"), row ? std::to_string(*row + 1) : "none");
-             }},
-            {"window", "grid N", "all rows, in its block", LookAtRows},
-            {"window", "progress N ~of M", "how far the bar is", LookAtProgress},
-        }};
-    return group;
-}
+const Group lookStatements = {
+    "seen",
+    Role::Step,
+    {
+        {"window", "label 'TEXT'", "a label",
+         [](Run& run, const Node& node)
+         { static_cast<void>(Find(run.TheWindow(), ControlKind::Label, node.Text("TEXT"))); }},
+        {"window", "button 'CAPTION' [default] [disabled]", "a button and its state", LookAtButton},
+        {"window", "checkbox 'CAPTION' on/off [disabled]", "a check box", LookAtToggle},
+        {"window", "option 'CAPTION' on/off [disabled]", "an option button", LookAtToggle},
+        {"window", "textbox 'CAPTION' 'TEXT'", "the content of a text box",
+         [](Run& run, const Node& node)
+         {
+             Expect("text box " + Quoted(node.Text("CAPTION")), node.Text("TEXT"),
+                    Find(run.TheWindow(), ControlKind::TextBox, node.Text("CAPTION")).control.value);
+         }},
+        {"window", "list N 'ENTRY' [disabled]", "the entry that a list shows", LookAtList},
+        {"window", "grid N columns CELLS…",
+         "the captions of a grid's columns, with `\\|` between them. Grids, lists, rows and columns count from 1",
+         [](Run& run, const Node& node)
+         { Expect("columns", Joined(node.Cells(), " | "), Joined(TheGrid(run, node, "N").control.columns, " | ")); }},
+        {"window", "grid N row M CELLS…",
+         "a row, with `\\|` between its cells: `*` for any text, `\\n` in a text is a line break; `[blue on "
+         "#FFEFF6]` "
+         "behind a text for its colours, `[plain]` for none; `[error]` or `[warning]` for the picture before it",
+         [](Run& run, const Node& node)
+         {
+             const auto grid = TheGrid(run, node, "N");
+             LookAtRow(run, grid, RowOf(grid, node, "M"), node.Cells());
+         }},
+        {"window", "grid N has M ~rows", "how many rows there are",
+         [](Run& run, const Node& node)
+         { Expect("rows", node.Text("M"), std::to_string(TheGrid(run, node, "N").control.rowCount)); }},
+        {"window", "grid N selected M", "the row that is selected",
+         [](Run& run, const Node& node)
+         {
+             const auto row = TheGrid(run, node, "N").control.selected;
+             Expect("selected row", node.Text("M"), row ? std::to_string(*row + 1) : "none");
+         }},
+        {"window", "grid N", "all rows, in its block", LookAtRows},
+        {"window", "progress N ~of M", "how far the bar is", LookAtProgress},
+    }};
 
-const Group& ActionStatements()
-{
-    static const Group group = {
-        "done",
-        Role::Step,
-        {
-            {"window", "press 'BUTTON'", "presses a button; that of a box goes by its answer: `press No`",
-             [](Run& run, const Node& node)
-             { run.TheWindow().Press(Find(run.TheWindow(), ControlKind::Button, node.Text("BUTTON")).place); },
-             "preme *"},
-            {"window", "select ~row N [of grid M]", "selects a row",
-             [](Run& run, const Node& node) { UseRow(run, node, &Window::SelectRow); }, "sceglie la riga *"},
-            {"window", "double-click ~row N [of grid M]", "double-clicks a row",
-             [](Run& run, const Node& node) { UseRow(run, node, &Window::DoubleClickRow); },
-             "doppio clic sulla riga *"},
-            {"window", "type 'TEXT' ~into 'CAPTION'", "types into a text box, in place of what was there",
-             [](Run& run, const Node& node)
-             {
-                 auto& window = run.TheWindow();
-                 window.Type(Find(window, ControlKind::TextBox, node.Text("CAPTION")).place, node.Text("TEXT"));
-             },
-             "scrive *"},
-            {"window", "tick 'CAPTION'", "sets a check box", SetToggle, "spunta *"},
-            {"window", "untick 'CAPTION'", "clears it", SetToggle, "toglie la spunta a *"},
-            {"window", "choose entry 'ENTRY' [of list N]", "chooses an entry of a list", ChooseEntry, "sceglie *"},
-            {"window", "choose 'CAPTION'", "chooses an option", SetToggle, "sceglie *"},
-            {"window", "key KEY", "presses a key: `Enter`, `Escape`, `Tab`, `Down`, `Alt+C` …", PressKey, "tasto *"},
-            {"window", "close", "closes the window by its frame",
-             [](Run& run, const Node&) { run.TheWindow().CloseByFrame(); }, "chiude la finestra"},
-            {"window", "open nothing", "in a dialog: cancels",
-             [](Run& run, const Node&) { run.TheWindow().ChooseFile({}); }, "non sceglie nessun file"},
-            {"window", "open beside 'FILE'", "in a dialog: takes a file from beside the scenario",
-             [](Run& run, const Node& node)
-             { run.TheWindow().ChooseFile(std::filesystem::absolute(FileBeside(node, node.Text("FILE")))); },
-             "apre *"},
-            {"window", "open 'PATH'", "in a dialog: takes a file below the practice's folder",
-             [](Run& run, const Node& node) {
-                 run.TheWindow().ChooseFile(run.GetStage().Practice().Folder() /
-                                            std::filesystem::u8path(node.Text("PATH")));
-             },
-             "apre *"},
-        }};
-    return group;
-}
+const Group actionStatements = {
+    "done",
+    Role::Step,
+    {
+        {"window", "press 'BUTTON'", "presses a button; that of a box goes by its answer: `press No`",
+         [](Run& run, const Node& node)
+         { run.TheWindow().Press(Find(run.TheWindow(), ControlKind::Button, node.Text("BUTTON")).place); },
+         "preme *"},
+        {"window", "select ~row N [of grid M]", "selects a row",
+         [](Run& run, const Node& node) { UseRow(run, node, &Window::SelectRow); }, "sceglie la riga *"},
+        {"window", "double-click ~row N [of grid M]", "double-clicks a row",
+         [](Run& run, const Node& node) { UseRow(run, node, &Window::DoubleClickRow); }, "doppio clic sulla riga *"},
+        {"window", "type 'TEXT' ~into 'CAPTION'", "types into a text box, in place of what was there",
+         [](Run& run, const Node& node)
+         {
+             auto& window = run.TheWindow();
+             window.Type(Find(window, ControlKind::TextBox, node.Text("CAPTION")).place, node.Text("TEXT"));
+         },
+         "scrive *"},
+        {"window", "tick 'CAPTION'", "sets a check box", SetToggle, "spunta *"},
+        {"window", "untick 'CAPTION'", "clears it", SetToggle, "toglie la spunta a *"},
+        {"window", "choose entry 'ENTRY' [of list N]", "chooses an entry of a list", ChooseEntry, "sceglie *"},
+        {"window", "choose 'CAPTION'", "chooses an option", SetToggle, "sceglie *"},
+        {"window", "key KEY", "presses a key: `Enter`, `Escape`, `Tab`, `Down`, `Alt+C` …", PressKey, "tasto *"},
+        {"window", "close", "closes the window by its frame",
+         [](Run& run, const Node&) { run.TheWindow().CloseByFrame(); }, "chiude la finestra"},
+        {"window", "open nothing", "in a dialog: cancels",
+         [](Run& run, const Node&) { run.TheWindow().ChooseFile({}); }, "non sceglie nessun file"},
+        {"window", "open beside 'FILE'", "in a dialog: takes a file from beside the scenario",
+         [](Run& run, const Node& node)
+         { run.TheWindow().ChooseFile(std::filesystem::absolute(FileBeside(node, node.Text("FILE")))); },
+         "apre *"},
+        {"window", "open 'PATH'", "in a dialog: takes a file below the practice's folder",
+         [](Run& run, const Node& node) {
+             run.TheWindow().ChooseFile(run.GetStage().Practice().Folder() /
+                                        std::filesystem::u8path(node.Text("PATH")));
+         },
+         "apre *"},
+    }};
 
 } // namespace vellumo::player

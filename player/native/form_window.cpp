@@ -1,5 +1,7 @@
 #include "player/native/form_window.h"
 
+#include "player/controls.h"
+
 #include <algorithm>
 #include <cctype>
 #include <variant>
@@ -12,18 +14,6 @@ namespace
 char Upper(char c)
 {
     return static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-}
-
-// Without the mark of the access key; "&&" is a plain "&".
-std::string WithoutMark(const std::string& caption)
-{
-    std::string text;
-    for (std::size_t i = 0; i < caption.size(); ++i)
-    {
-        i += caption[i] == '&' && i + 1 < caption.size() ? 1U : 0U;
-        text += caption[i];
-    }
-    return text;
 }
 
 char AccessKey(const std::string& caption)
@@ -108,7 +98,7 @@ private:
 ControlSeen Seen(ui::Control& control)
 {
     ControlSeen seen = std::visit(See(), control.Actual());
-    seen.caption = seen.kind == ControlKind::Label ? control.text : WithoutMark(control.text);
+    seen.caption = seen.kind == ControlKind::Label ? control.text : WithoutAccessKey(control.text);
     seen.enabled = control.enabled;
     return seen;
 }

@@ -9,11 +9,10 @@
 namespace vellumo::player
 {
 
-// A box or a file dialog is all buttons: what a form has besides is not there.
-class PlainWindow : public Window
+class NativeWindow : public Window
 {
 public:
-    PlainWindow(std::uint64_t id, WindowKind kind, std::string title)
+    NativeWindow(std::uint64_t id, WindowKind kind, std::string title)
         : m_id(id)
         , m_kind(kind)
         , m_title(std::move(title))
@@ -22,16 +21,6 @@ public:
     [[nodiscard]] std::uint64_t Id() const final { return m_id; }
     [[nodiscard]] WindowKind Kind() const final { return m_kind; }
     [[nodiscard]] std::string Title() const final { return m_title; }
-    [[nodiscard]] std::vector<ControlSeen> Controls() const override { return {}; }
-    [[nodiscard]] CellSeen Cell(std::size_t, std::size_t, std::size_t) const override { return {}; }
-    void Press(std::size_t) override {}
-    void SelectRow(std::size_t, std::size_t) override {}
-    void DoubleClickRow(std::size_t, std::size_t) override {}
-    void Type(std::size_t, const std::string&) override {}
-    void SetToggle(std::size_t, bool) override {}
-    void ChooseEntry(std::size_t, std::size_t) override {}
-    bool Key(const std::string&) override { return false; }
-    void ChooseFile(const std::filesystem::path&) override {}
 
 private:
     std::uint64_t m_id;
@@ -39,11 +28,11 @@ private:
     std::string m_title;
 };
 
-class PromptWindow final : public PlainWindow
+class PromptWindow final : public NativeWindow
 {
 public:
     PromptWindow(std::uint64_t id, const ui::Prompt& prompt)
-        : PlainWindow(id, WindowKind::Box, prompt.title)
+        : NativeWindow(id, WindowKind::Box, prompt.title)
         , m_prompt(prompt)
     {
     }
@@ -63,11 +52,11 @@ private:
     std::optional<ui::Answer> m_answer;
 };
 
-class FileWindow final : public PlainWindow
+class FileWindow final : public NativeWindow
 {
 public:
     FileWindow(std::uint64_t id, std::string title)
-        : PlainWindow(id, WindowKind::FileDialog, std::move(title))
+        : NativeWindow(id, WindowKind::FileDialog, std::move(title))
     {
     }
 
@@ -81,11 +70,11 @@ private:
     std::optional<std::filesystem::path> m_chosen;
 };
 
-class FormWindow final : public PlainWindow
+class FormWindow final : public NativeWindow
 {
 public:
     FormWindow(std::uint64_t id, ui::Form& form)
-        : PlainWindow(id, WindowKind::Form, form.Title())
+        : NativeWindow(id, WindowKind::Form, form.Title())
         , m_form(form)
     {
     }

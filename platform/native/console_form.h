@@ -44,7 +44,7 @@ private:
     void DrawControl(const ui::ComboBox& list) const;
     void DrawControl(const ui::Button& button) const;
     void DrawControl(const ui::Grid& grid) const;
-    static void DrawControl(const ui::ProgressBar&) {} // stands only where nothing is to operate
+    void DrawControl(const ui::ProgressBar&) const {} // stands only where nothing is to operate
     void DrawLine(const ui::Control& control, const std::string& state) const;
     void DrawGrid(const ui::Grid& grid) const;
     void DrawProgress();

@@ -243,7 +243,7 @@ std::optional<Certificates::Reception> Certificates::Exchange(const ServiceReque
     const auto response = m_context.sender.SendServiceRequest(request);
     if (response && response->FailedResult && !response->FailedResult->Code.empty())
     {
-        service::ReportServiceFailure(*response, m_context.services, m_context.desktop);
+        service::ReportServiceFailure(*response, m_context.journal, m_context.desktop);
         return std::nullopt;
     }
     const std::string protocol = response ? response->GetData("datiINPS/protocolloINPS") : std::string();

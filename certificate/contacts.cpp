@@ -75,7 +75,7 @@ bool Contacts::SendContactData(const host::Value& idPaziente, bool asModificatio
     {
         return SendContactData(idPaziente, true);
     }
-    service::ReportServiceFailure(failed ? *response : RefusalOf(*request), m_context.services, m_context.desktop);
+    service::ReportServiceFailure(failed ? *response : RefusalOf(*request), m_context.journal, m_context.desktop);
     return false;
 }
 

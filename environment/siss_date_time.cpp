@@ -4,6 +4,7 @@
 #include "host/text.h"
 
 #include <array>
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -209,6 +210,15 @@ Date ReadableDate(const host::Value& value)
         throw host::Fault("La data \"" + text + "\" non si può leggere.");
     }
     return date.value_or(Date());
+}
+
+std::string Stamp(host::Date time)
+{
+    const auto calendar = time.ToCalendar();
+    std::array<char, 80> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d.%02d.%02d", calendar.year, calendar.month,
+                  calendar.day, calendar.hour, calendar.minute, calendar.second);
+    return text.data();
 }
 
 } // namespace vellumo::environment

@@ -4,6 +4,7 @@
 #include "host/date.h"
 #include "host/value.h"
 
+#include <string>
 #include <string_view>
 
 namespace vellumo::environment
@@ -22,5 +23,8 @@ namespace vellumo::environment
 // The same for a date that goes out: a text that is there and cannot be read faults, since without it the message would
 // say that there is no date. Blanks and zeros are no date.
 [[nodiscard]] host::Date ReadableDate(const host::Value& value);
+
+// "yyyy-MM-dd hh.mm.ss", 24-hour clock: the names of the library's own files and folders, sorted as they were made.
+[[nodiscard]] std::string Stamp(host::Date time);
 
 } // namespace vellumo::environment

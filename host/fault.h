@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -16,17 +17,21 @@ class Fault : public std::runtime_error
 {
 public:
     // `number` is the error number of the host object that failed (an HRESULT on Windows), 0 for the library's own.
-    explicit Fault(const std::string& description, std::int32_t number = 0)
+    // `source` names that object as it names itself, "" when it does not.
+    explicit Fault(const std::string& description, std::int32_t number = 0, std::string source = {})
         : std::runtime_error(description)
         , m_number(number)
+        , m_source(source.empty() ? nullptr : std::make_shared<const std::string>(std::move(source)))
     {
     }
 
     [[nodiscard]] std::string Description() const { return what(); }
     [[nodiscard]] std::int32_t Number() const noexcept { return m_number; }
+    [[nodiscard]] std::string Source() const { return m_source ? *m_source : std::string(); }
 
 private:
     std::int32_t m_number;
+    std::shared_ptr<const std::string> m_source; // shared: copying a fault must not fault
 };
 
 // Runs one statement whose failure must not stop the ones after it. One statement each, so that a reader sees

@@ -81,7 +81,7 @@ Identification::Attempt Identification::React(const service::ServiceResponse& re
         attempt.retry = true;
         break;
     case service::AfterRefusal::Report:
-        service::ReportServiceFailure(response, m_context.services, m_context.desktop);
+        service::ReportServiceFailure(response, m_context.journal, m_context.desktop);
         attempt.outcome.Gestito = code == settledByReport;
         break;
     }

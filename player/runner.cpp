@@ -26,7 +26,7 @@ std::vector<std::string> StoredBy(Run& run)
     std::vector<std::string> stored;
     for (const auto& change : run.Changes())
     {
-        if (change.table != "GiornaleServizi")
+        if (!change.IsJournalLine())
         {
             stored.push_back(change.Text());
         }

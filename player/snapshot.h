@@ -36,6 +36,8 @@ struct RowChange
     int key = 0;
     RowTexts texts; // of an added row all that are not NULL (without the key), of a changed one the new texts
 
+    // A line of the host's journal of service errors, which is no data of the practice.
+    [[nodiscard]] bool IsJournalLine() const { return table == "GiornaleServizi"; }
     // "changed Paziente 2: Cognome = Rossi, …"
     [[nodiscard]] std::string Text() const;
 };

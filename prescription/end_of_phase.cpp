@@ -45,7 +45,7 @@ bool EndOfPhase::Run(const host::PrescriptionSession& session, std::vector<SentP
     }
     if (MustBeShown(*response))
     {
-        service::ReportServiceFailure(*response, m_context.services, m_context.desktop);
+        service::ReportServiceFailure(*response, m_context.journal, m_context.desktop);
     }
     return StoreAll(PairFinalResults(FinalResults(*response), prescriptions));
 }

@@ -49,9 +49,10 @@ void Journal::Replaced(const host::PrescriptionKey& key, std::string_view old, s
           {"IUP ", old, " sostituito nella tabella RicettaSSN, IUP attuale ", OrNone(now), ". Verificare sul SISS."});
 }
 
-void Journal::WithoutOutcome(const host::PrescriptionKey& key) const noexcept
+std::string Journal::Name(std::int32_t kind, const host::PrescriptionKey& key)
 {
-    Write(key, {"nessun esito dal SISS alla registrazione. Verificare sul SISS."});
+    return std::string(kind == host::kindDrugs ? "Ricetta farmaci " : "Ricetta accertamenti ") +
+           std::to_string(key.IDRicetta) + ", numero " + std::to_string(key.NumRicetta);
 }
 
 void Journal::Write(const host::PrescriptionKey& key, std::initializer_list<std::string_view> parts) const noexcept

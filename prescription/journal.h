@@ -37,8 +37,8 @@ public:
     void OtherCode(const host::PrescriptionKey& key, std::string_view given, std::string_view final) const noexcept;
     // The row had the code of another registration.
     void Replaced(const host::PrescriptionKey& key, std::string_view old, std::string_view now) const noexcept;
-    // Nothing says how the registration ended, nor whether it reached SISS.
-    void WithoutOutcome(const host::PrescriptionKey& key) const noexcept;
+    // "Ricetta farmaci 101, numero 1": the two kinds number their forms separately.
+    [[nodiscard]] static std::string Name(std::int32_t kind, const host::PrescriptionKey& key);
 
 private:
     void Write(const host::PrescriptionKey& key, std::initializer_list<std::string_view> parts) const noexcept;

@@ -92,10 +92,9 @@ void Registration::Register(host::PrescriptionSession& session, const host::Pres
     WriteElencoPrestazioni(*record, *request, kind);
     WriteOpzioni(*options, *request);
     const Journal journal(m_context.services);
-    const auto response = m_context.sender.SendServiceRequest(*request);
+    const auto response = m_context.sender.SendServiceRequest(*request, {Journal::Name(kind, key), true});
     if (!response)
     {
-        journal.WithoutOutcome(key);
         return;
     }
     response->Object = record;

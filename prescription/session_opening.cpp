@@ -82,7 +82,7 @@ SessionOpening::Attempt SessionOpening::React(const service::ServiceResponse& re
         attempt.retry = true;
         break;
     case service::AfterRefusal::Report:
-        service::ReportServiceFailure(response, m_context.services, m_context.desktop);
+        service::ReportServiceFailure(response, m_context.journal, m_context.desktop);
         break;
     }
     return attempt;

@@ -16,6 +16,7 @@
 #include "service/provider_context.h"
 #include "service/service_factory.h"
 #include "service/service_sender.h"
+#include "service/trace_folder.h"
 
 #include <utility>
 #include <vector>
@@ -33,8 +34,11 @@ public:
         : m_platform(std::move(platform))
         , m_factory(*m_platform.settings)
         , m_environment(*m_platform.settings, *m_platform.clock)
+        , m_traces(m_platform.traces ? std::move(m_platform.traces)
+                                     : std::make_unique<service::TraceFolder>(*m_platform.settings, *m_platform.clock))
+        , m_journal(m_services, *m_traces)
         , m_log(m_services, *m_platform.objects, *m_platform.settings, *m_platform.clock)
-        , m_sender(*m_platform.bridge, m_factory, m_log, *m_platform.desktop)
+        , m_sender(*m_platform.bridge, m_factory, m_log, *m_platform.desktop, m_journal)
     {
     }
 
@@ -44,6 +48,7 @@ public:
     auto Run(Operation&& operation)
     {
         const Running running(*this);
+        TellLeftCodes();
         return std::forward<Operation>(operation)(m_context);
     }
 
@@ -83,12 +88,33 @@ private:
         HostCalls& m_calls;
     };
 
+    // Once, as soon as the host has handed over what it takes: codes that a program lost which ended with a session
+    // open.
+    void TellLeftCodes()
+    {
+        if (!m_toldLeftCodes && m_services.utils && m_services.connection)
+        {
+            m_toldLeftCodes = true;
+            m_traces->Recover(m_services.studio,
+                              [&](const host::LeftCode& code)
+                              {
+                                  return m_journal.WriteToCheck(
+                                      code.subject + ": " + code.code + ", ricevuto dal SISS il " + code.time +
+                                      " sulla postazione " + code.machine + " (utente " + std::to_string(code.user) +
+                                      "), non salvato prima della chiusura del programma.");
+                              });
+        }
+    }
+
     PlatformParts m_platform;
     host::HostServices m_services;
     std::vector<std::shared_ptr<void>> m_replaced; // during the calls that are under way
     int m_running = 0;
     service::ServiceFactory m_factory;
     environment::SISSEnvironment m_environment;
+    std::unique_ptr<host::Traces> m_traces;
+    service::Journal m_journal;
+    bool m_toldLeftCodes = false;
     service::ExchangeLog m_log;
     service::ServiceSender m_sender;
     const service::ProviderContext m_context = {.services = m_services,
@@ -100,7 +126,9 @@ private:
                                                 .environment = m_environment,
                                                 .factory = m_factory,
                                                 .sender = m_sender,
-                                                .log = m_log};
+                                                .log = m_log,
+                                                .journal = m_journal,
+                                                .traces = *m_traces};
 };
 
 namespace

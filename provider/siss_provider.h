@@ -11,6 +11,7 @@
 #include "host/prescriptions.h"
 #include "host/records.h"
 #include "host/settings_store.h"
+#include "host/traces.h"
 #include "host/value.h"
 #include "ui/desktop.h"
 
@@ -29,6 +30,7 @@ struct PlatformParts
     std::unique_ptr<host::SettingsStore> settings;
     std::unique_ptr<host::Clock> clock;
     std::unique_ptr<ui::Desktop> desktop;
+    std::unique_ptr<host::Traces> traces = nullptr; // null: the folder SISS\Tracce
 };
 
 class SISSProvider

@@ -3,26 +3,11 @@
 #include "environment/ansi_text.h"
 #include "environment/files.h"
 #include "environment/siss_configuration.h"
+#include "environment/siss_date_time.h"
 #include "host/fault.h"
-
-#include <array>
-#include <cstdio>
 
 namespace vellumo::service
 {
-namespace
-{
-
-std::string Stamp(host::Date now)
-{
-    const auto calendar = now.ToCalendar();
-    std::array<char, 80> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d.%02d.%02d", calendar.year, calendar.month,
-                  calendar.day, calendar.hour, calendar.minute, calendar.second);
-    return text.data();
-}
-
-} // namespace
 
 ExchangeLog::ExchangeLog(const host::HostServices& services, host::HostObjects& objects, host::SettingsStore& settings,
                          const host::Clock& clock)
@@ -59,11 +44,11 @@ std::string ExchangeLog::MakeFolder() const
 {
     using environment::JoinPath;
     const std::string log = JoinPath(JoinPath(environment::HostProgramFolder(m_settings), "SISS"), "Log");
-    const std::string folder = JoinPath(log, Stamp(m_clock.Now()));
+    const std::string folder = JoinPath(log, environment::Stamp(m_clock.Now()));
     return environment::CreateFolder(log) && environment::CreateFolder(folder) ? folder : std::string();
 }
 
-void ExchangeLog::Write(const ServiceRequest& request, const ServiceResponse* response) noexcept
+void ExchangeLog::Write(const ServiceRequest& request, std::string_view reply) noexcept
 {
     const bool isReady =
         host::Trap(false, [&] { return !m_folder.empty() && IsEnabled() && environment::FolderExists(m_folder); });
@@ -73,7 +58,7 @@ void ExchangeLog::Write(const ServiceRequest& request, const ServiceResponse* re
     }
     ++m_counter;
     host::PassOver([&] { WritePart("Richiesta", request, request.ToString()); });
-    host::PassOver([&] { WritePart("Risposta", request, response == nullptr ? std::string() : response->Output); });
+    host::PassOver([&] { WritePart("Risposta", request, reply); });
 }
 
 bool ExchangeLog::End() noexcept

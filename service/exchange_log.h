@@ -11,7 +11,6 @@
 #include "host/records.h"
 #include "host/settings_store.h"
 #include "service/service_request.h"
-#include "service/service_response.h"
 
 #include <cstdint>
 #include <string>
@@ -33,8 +32,8 @@ public:
     // does nothing at all.
     void Prepare() noexcept;
 
-    // Writes one call's pair of files into the folder prepared last. `response` null: the reply file is empty.
-    void Write(const ServiceRequest& request, const ServiceResponse* response) noexcept;
+    // Writes one call's pair of files into the folder prepared last: the reply as it came, whatever became of it.
+    void Write(const ServiceRequest& request, std::string_view reply) noexcept;
 
     // Called at the end of an operation; hosts rely on its returning False whatever the settings say.
     bool End() noexcept; // NOLINT(modernize-use-nodiscard): callers ignore it on purpose

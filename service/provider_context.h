@@ -7,7 +7,9 @@
 #include "host/prescriptions.h"
 #include "host/records.h"
 #include "host/settings_store.h"
+#include "host/traces.h"
 #include "service/exchange_log.h"
+#include "service/journal.h"
 #include "service/service_factory.h"
 #include "service/service_sender.h"
 #include "ui/desktop.h"
@@ -27,6 +29,8 @@ struct ProviderContext
     const ServiceFactory& factory;
     ServiceSender& sender;
     ExchangeLog& log;
+    Journal& journal;
+    host::Traces& traces;
 };
 
 } // namespace vellumo::service

@@ -35,6 +35,9 @@ public:
     // that is no XML fails with code "SEBCONT0001" and the text as message, which is how the bridge reports its errors.
     [[nodiscard]] std::shared_ptr<ServiceResponse> GetResponse(const std::string& xmlStream) const;
 
+    // Name of the element in the body of a reply, of the root of any other document; "" for what is no XML.
+    [[nodiscard]] static std::string ReplyElement(const std::string& xmlStream);
+
     // From a `warning`, an `eccezione`, and a node that carries `codiceErrore` (`esitoNegativo`).
     [[nodiscard]] static std::shared_ptr<ServiceException> GetWarning(const xml::Node& node);
     [[nodiscard]] static std::shared_ptr<ServiceException> GetException(const xml::Node& node);

@@ -26,13 +26,12 @@ std::string Describe(const ServiceException& detail)
 
 } // namespace
 
-void ReportServiceFailure(const ServiceResponse& response, const host::HostServices& services, ui::Desktop& desktop)
+void ReportServiceFailure(const ServiceResponse& response, Journal& journal, ui::Desktop& desktop)
 {
     const ServiceException* main = response.FailedResult.get();
     if (main != nullptr)
     {
-        host::PassOver(
-            [&] { services.RequireUtils().RecordServiceError("(" + main->Code + ") " + Shortened(main->Message)); });
+        journal.Write("(" + main->Code + ") " + main->Message);
     }
     ShowServiceError(main, response.Exceptions, desktop);
 }

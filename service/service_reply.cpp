@@ -87,6 +87,11 @@ xml::Node SelectFirst(const xml::Node& node, std::initializer_list<std::string_v
     return {};
 }
 
+xml::Node BodyOf(const xml::Document& document)
+{
+    return SelectFirst(document.Root(), {"/SOAP-ENV:Envelope/SOAP-ENV:Body", "/env:Envelope/env:Body"});
+}
+
 void ReadFault(const xml::Node& fault, ServiceResponse& response)
 {
     const auto code = SelectFirst(fault, {"detail/faultDetail/errorCode", "faultcode"});
@@ -118,6 +123,13 @@ void ReadOutcome(const xml::Node& outcome, const ReplyRow& row, ServiceResponse&
 
 } // namespace
 
+std::string ServiceFactory::ReplyElement(const std::string& xmlStream)
+{
+    const auto document = xml::Document::FromText(xmlStream);
+    const auto reply = document ? BodyOf(*document).FirstChildElement() : xml::Node();
+    return document && !reply ? document->Root().Name() : reply.Name();
+}
+
 std::shared_ptr<ServiceResponse> ServiceFactory::GetResponse(const std::string& xmlStream) const
 {
     auto response = std::make_shared<ServiceResponse>();
@@ -126,14 +138,11 @@ std::shared_ptr<ServiceResponse> ServiceFactory::GetResponse(const std::string& 
     const auto document = xml::Document::FromText(xmlStream);
     if (!document)
     {
+        response->IsXml = false;
         response->FailedResult = MakeFailure("SEBCONT0001", xmlStream);
         return response;
     }
-    auto body = document->Select("/SOAP-ENV:Envelope/SOAP-ENV:Body");
-    if (!body)
-    {
-        body = document->Select("/env:Envelope/env:Body");
-    }
+    const auto body = BodyOf(*document);
     if (const auto fault = SelectFirst(body, {"SOAP-ENV:Fault", "env:Fault"}))
     {
         ReadFault(fault, *response);

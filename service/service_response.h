@@ -18,6 +18,7 @@ class ServiceResponse final : public host::KeptObject
 public:
     std::string ServiceResult;                // text of `esitoServizio`
     std::string Output;                       // the whole reply as received
+    bool IsXml = true;                        // False: `Output` is any other text, or empty
     std::shared_ptr<host::KeptObject> Object; // of the operation that sent the request
     xml::Node Data;                           // the service's own result, empty when the reply has none
     std::string Request;                      // no reply known today carries one: empty

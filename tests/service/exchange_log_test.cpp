@@ -17,14 +17,14 @@ TEST_SUITE("service")
         };
 
         practice.log.Prepare();
-        practice.log.Write(request, nullptr);
+        practice.log.Write(request, "");
         CHECK(isThere("1 - Richiesta Prova"));
         CHECK(isThere("1 - Risposta Prova"));
 
         practice.installation.clock.now = host::Date::FromCalendar(2024, 3, 5, 15, 4, 10).value();
         practice.installation.Write("host\\SISS\\Log\\2024-03-05 15.04.10", "Qui non si può fare una cartella.");
         practice.log.Prepare();
-        practice.log.Write(request, nullptr);
+        practice.log.Write(request, "");
         CHECK_FALSE(isThere("2 - Richiesta Prova"));
         CHECK_FALSE(isThere("2 - Risposta Prova"));
     }

@@ -66,7 +66,7 @@ TEST_SUITE("service")
         SUBCASE("on its way through the bridge")
         {
             NarrowBridge bridge;
-            service::ServiceSender sender(bridge, practice.factory, practice.log, practice.desktop);
+            service::ServiceSender sender(bridge, practice.factory, practice.log, practice.desktop, practice.journal);
             CHECK_FALSE(sender.SendServiceRequest(request));
         }
     }

@@ -1,8 +1,7 @@
 #include "host/fault.h"
 #include "service/service_factory.h"
 #include "service/service_failure.h"
-#include "tests/support/fake_desktop.h"
-#include "tests/support/installation.h"
+#include "tests/support/practice.h"
 
 #include <doctest.h>
 
@@ -11,6 +10,7 @@
 
 using namespace vellumo::service;
 using vellumo::tests::FakeDesktop;
+using vellumo::tests::Practice;
 using vellumo::tests::MemorySettings;
 
 namespace
@@ -79,17 +79,18 @@ TEST_SUITE("service")
 
     TEST_CASE("the code behind a message of megabytes, the page of a broken proxy, say, is still seen")
     {
-        FakeDesktop desktop;
-        const vellumo::host::HostServices services; // no Utils: nothing can be recorded, the box appears all the same
+        Practice practice;
+        practice.services.utils = nullptr; // nothing can be recorded, the box appears all the same
+        FakeDesktop& desktop = practice.desktop;
         ServiceResponse response;
         response.Exceptions.Add("solo dettaglio", "X", "", "", "", "");
-        ReportServiceFailure(response, services, desktop);
+        ReportServiceFailure(response, practice.journal, desktop);
         CHECK(desktop.prompts.empty()); // a detail alone is no failure
 
         response.FailedResult = std::make_shared<ServiceException>();
         response.FailedResult->Message.assign(5'000'000, 'x');
         response.FailedResult->Code = "E9";
-        ReportServiceFailure(response, services, desktop);
+        ReportServiceFailure(response, practice.journal, desktop);
         REQUIRE(desktop.prompts.size() == 1);
         CHECK(desktop.prompts[0].text.size() < 2000);
         CHECK(desktop.prompts[0].text.find("…\r\nIl codice di errore restituito è E9\r\n\r\nDETTAGLI") !=

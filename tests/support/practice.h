@@ -3,6 +3,7 @@
 #pragma once
 
 #include "service/provider_context.h"
+#include "service/trace_folder.h"
 #include "tests/support/fake_desktop.h"
 #include "tests/support/fake_host.h"
 #include "tests/support/installation.h"
@@ -42,10 +43,21 @@ struct Practice
     FutureFactory factory{installation.settings};
     environment::SISSEnvironment environment{installation.settings, installation.clock};
     service::ExchangeLog log{services, objects, installation.settings, installation.clock};
-    service::ServiceSender sender{bridge, factory, log, desktop};
-    service::ProviderContext context{
-        services, objects, prescriptions, installation.settings, installation.clock, desktop, environment, factory,
-        sender,   log};
+    service::TraceFolder traces{installation.settings, installation.clock};
+    service::Journal journal{services, traces};
+    service::ServiceSender sender{bridge, factory, log, desktop, journal};
+    service::ProviderContext context{services,
+                                     objects,
+                                     prescriptions,
+                                     installation.settings,
+                                     installation.clock,
+                                     desktop,
+                                     environment,
+                                     factory,
+                                     sender,
+                                     log,
+                                     journal,
+                                     traces};
 };
 
 } // namespace vellumo::tests

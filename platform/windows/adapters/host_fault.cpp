@@ -61,7 +61,7 @@ host::Fault MakeFault(HRESULT result, EXCEPINFO& exception, std::string_view wha
         return MakeFault(result, what);
     }
     const HRESULT number = FAILED(NumberOf(exception)) ? NumberOf(exception) : DISP_E_EXCEPTION;
-    return description.IsEmpty() ? MakeFault(number, what) : host::Fault(description.Text(), number);
+    return description.IsEmpty() ? MakeFault(number, what) : host::Fault(description.Text(), number, source.Text());
 }
 
 } // namespace vellumo::windows

@@ -1,0 +1,53 @@
+// What the library tells support staff: one line for one cause, in the host's journal of service errors and in the
+// folder of traces. A line says what, why, and whom by identifier; names and what a server quotes stay out.
+//
+// Nothing here faults: a line that cannot be written must not stop the work that it tells about.
+#pragma once
+
+#include "host/host_services.h"
+#include "host/traces.h"
+
+#include <exception>
+#include <string>
+#include <string_view>
+
+namespace vellumo::service
+{
+
+class Journal
+{
+public:
+    // Both outlive the journal.
+    Journal(const host::HostServices& services, host::Traces& traces);
+
+    // A line that somebody must act on begins with "DA CONTROLLARE: ", by which hosts find it.
+    enum class Urgency
+    {
+        Note,
+        ToCheck
+    };
+
+    // True when the host's journal has the line. It is cut at 2,000 characters; line breaks become blanks.
+    bool Write(Urgency urgency, std::string_view line) noexcept; // NOLINT(modernize-use-nodiscard): few can do more
+    bool Write(std::string_view line) noexcept { return Write(Urgency::Note, line); } // NOLINT(modernize-use-nodiscard)
+    bool WriteToCheck(std::string_view line) noexcept
+    {
+        return Write(Urgency::ToCheck, line);
+    } // NOLINT(modernize-use-nodiscard)
+
+private:
+    [[nodiscard]] bool WriteToHost(const std::string& line) const noexcept;
+
+    const host::HostServices& m_services;
+    host::Traces& m_traces;
+    bool m_toldOfFolder = false;
+};
+
+// Why an operation failed, for a line: number, source and text of the fault. Values in quotation marks or brackets
+// become "…", since servers quote data in their messages.
+[[nodiscard]] std::string WhyOf(const std::exception& fault);
+
+// `text` with what stands in quotation marks or brackets replaced.
+[[nodiscard]] std::string WithoutQuotedValues(std::string_view text);
+
+} // namespace vellumo::service

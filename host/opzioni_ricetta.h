@@ -5,6 +5,8 @@
 #include "host/kept_object.h"
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 namespace vellumo::host
 {
@@ -14,6 +16,13 @@ enum OpzioniRicettaElettronica : std::int32_t
 {
     oreNessuna = 0,          // no reminder is printed
     oreStampaPromemoria = 1, // the reminder for the patient is printed
+};
+
+// A code that SISS gave to a prescription whose response the session did not keep.
+struct UnkeptCode
+{
+    std::string subject; // the prescription, as lines name it
+    std::string iup;
 };
 
 class OpzioniRicetta final : public KeptObject
@@ -26,6 +35,9 @@ public:
 
     std::int32_t ModalitaStampa = 0;
     std::int32_t TipoRicetta = 0;
+
+    // The library's own: it must not give these codes to another prescription when the session is closed.
+    std::vector<UnkeptCode> UnkeptCodes;
 };
 
 } // namespace vellumo::host

@@ -2,6 +2,8 @@
 
 #include "host/fault.h"
 
+#include <utility>
+
 namespace vellumo::prescription
 {
 namespace
@@ -12,9 +14,20 @@ std::string_view OrNone(std::string_view code)
     return code.empty() ? "nessuno" : code;
 }
 
-std::string LineOf(const host::PrescriptionKey& key, std::initializer_list<std::string_view> parts)
+std::string TextOf(const Codes& codes)
 {
-    std::string line = "Ricetta " + std::to_string(key.IDRicetta) + ", numero " + std::to_string(key.NumRicetta) + ": ";
+    std::string text = codes.iup.empty() ? "" : "IUP " + codes.iup;
+    if (!codes.protocollo.empty())
+    {
+        text.append(text.empty() ? "" : ", ").append("protocollo ").append(codes.protocollo);
+    }
+    return text;
+}
+
+std::string Line(std::string_view subject, std::initializer_list<std::string_view> parts)
+{
+    std::string line(subject);
+    line += ": ";
     for (const auto part : parts)
     {
         line += part;
@@ -24,40 +37,114 @@ std::string LineOf(const host::PrescriptionKey& key, std::initializer_list<std::
 
 } // namespace
 
-void Journal::NotSaved(const host::PrescriptionKey& key, const Codes& codes, std::string_view reason) const noexcept
+std::string PrescriptionId::Name() const
 {
-    if (!codes.iup.empty() || !codes.protocollo.empty())
+    std::string name = "Ricetta ";
+    name += kind == host::kindDrugs ? "farmaci " : kind == host::kindTests ? "accertamenti " : "";
+    name += std::to_string(key.IDRicetta);
+    return key.NumRicetta == 0 ? name : name + ", numero " + std::to_string(key.NumRicetta);
+}
+
+void Settle(OpenCode& code) noexcept
+{
+    if (const auto settled = std::exchange(code, nullptr))
     {
-        Write(key, {"codici del SISS non salvati (IUP ", codes.iup, ", protocollo ", codes.protocollo, "). ", reason});
+        settled->Settle();
     }
 }
 
-void Journal::NotConfirmed(const host::PrescriptionKey& key, std::string_view iup) const noexcept
+OpenCode Journal::Keep(std::string_view subject, const Codes& codes) const noexcept
 {
-    Write(key, {"IUP ", iup, " senza conferma alla chiusura. Verificare sul SISS."});
+    return host::Trap(OpenCode(),
+                      [&]
+                      {
+                          const std::string text = TextOf(codes);
+                          const auto user = host::Trap(0, [&] { return m_context.services.RequireLockSrv().UserId(); });
+                          return text.empty() ? nullptr
+                                              : m_context.traces.Keep(
+                                                    {m_context.services.studio, user, std::string(subject), text});
+                      });
 }
 
-void Journal::OtherCode(const host::PrescriptionKey& key, std::string_view given, std::string_view final) const noexcept
+void Journal::NotSaved(const PrescriptionId& id, const Codes& codes, std::string_view reason,
+                       OpenCode& open) const noexcept
 {
-    Write(key,
-          {"IUP ", OrNone(given), " alla registrazione, IUP ", OrNone(final), " alla chiusura. Verificare sul SISS."});
+    Tell({&open},
+         [&]
+         {
+             const std::string text = TextOf(codes);
+             return Line(id.Name(), {text.empty() ? "esito del SISS non salvato" : "codici del SISS non salvati (",
+                                     text, text.empty() ? ". " : "). ", reason});
+         });
 }
 
-void Journal::Replaced(const host::PrescriptionKey& key, std::string_view old, std::string_view now) const noexcept
+void Journal::NotConfirmed(const PrescriptionId& id, std::string_view iup, OpenCode& open) const noexcept
 {
-    Write(key,
-          {"IUP ", old, " sostituito nella tabella RicettaSSN, IUP attuale ", OrNone(now), ". Verificare sul SISS."});
+    Tell({&open},
+         [&] {
+             return Line(id.Name(), {"IUP ", iup, " senza conferma alla chiusura. Verificare sul SISS."});
+         });
 }
 
-std::string Journal::Name(std::int32_t kind, const host::PrescriptionKey& key)
+void Journal::OtherCode(const PrescriptionId& id, std::string_view given, OpenCode& openGiven, std::string_view final,
+                        OpenCode& openFinal) const noexcept
 {
-    return std::string(kind == host::kindDrugs ? "Ricetta farmaci " : "Ricetta accertamenti ") +
-           std::to_string(key.IDRicetta) + ", numero " + std::to_string(key.NumRicetta);
+    Tell({&openGiven, &openFinal},
+         [&]
+         {
+             return Line(id.Name(), {"IUP ", OrNone(given), " alla registrazione, IUP ", OrNone(final),
+                                     " alla chiusura. Verificare sul SISS."});
+         });
 }
 
-void Journal::Write(const host::PrescriptionKey& key, std::initializer_list<std::string_view> parts) const noexcept
+void Journal::Replaced(const PrescriptionId& id, std::string_view old, OpenCode& openOld,
+                       std::string_view now) const noexcept
 {
-    host::PassOver([&] { m_services.RequireUtils().RecordServiceError(LineOf(key, parts)); });
+    Tell({&openOld},
+         [&]
+         {
+             return Line(id.Name(), {"IUP ", old, " sostituito nella tabella RicettaSSN, IUP attuale ", OrNone(now),
+                                     ". Verificare sul SISS."});
+         });
+}
+
+void Journal::LeftOver(std::string_view subject, const Codes& codes, OpenCode& open) const noexcept
+{
+    Tell({&open},
+         [&]
+         {
+             return Line(subject, {"esito finale senza una ricetta in cui salvarlo (", TextOf(codes),
+                                   "). Verificare sul SISS."});
+         });
+}
+
+void Journal::RegistrationBroken(const PrescriptionId& id, const std::exception& fault) const noexcept
+{
+    host::PassOver(
+        [&] {
+            m_context.journal.Write(Line(id.Name(), {"registrazione interrotta. ", service::WhyOf(fault)}));
+        });
+}
+
+void Journal::ClosingBroken(const std::exception& fault) const noexcept
+{
+    host::PassOver(
+        [&] {
+            m_context.journal.Write(
+                Line("Chiusura della sessione di prescrizione interrotta", {service::WhyOf(fault)}));
+        });
+}
+
+template <class Text>
+void Journal::Tell(std::initializer_list<OpenCode*> codes, Text&& text) const noexcept
+{
+    if (host::Trap(false, [&] { return m_context.journal.WriteToCheck(text()); }))
+    {
+        for (OpenCode* code : codes)
+        {
+            Settle(*code);
+        }
+    }
 }
 
 } // namespace vellumo::prescription

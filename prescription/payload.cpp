@@ -288,6 +288,12 @@ void WriteElencoPrestazioni(const RicettaRecord& record, ServiceRequest& request
 {
     const xml::Node list = request.Data().Select(std::string(sensitive) + "elencoPrestazioni");
     const xml::Node pattern = list.Select("prestazione");
+    if (!pattern)
+    {
+        // Without its items a prescription must not go out.
+        throw host::Fault(
+            "Il modello della richiesta di registrazione non ha l'elemento elencoPrestazioni/prestazione.");
+    }
     for (std::int32_t item = 1; item <= record.DetailCount(); ++item)
     {
         const std::string code = record.GetItem(ricetta::itemCodice, item).ToText();

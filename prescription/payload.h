@@ -20,7 +20,8 @@ void WriteDatiCittadino(const RicettaRecord& record, service::ServiceRequest& re
 void WriteDatiPrescrizione(const RicettaRecord& record, service::ServiceRequest& request, std::int32_t kind,
                            const host::HostServices& services);
 
-// The prescribed items, one clone of the template's pattern each; the pattern itself goes.
+// The prescribed items, one clone of the template's pattern each; the pattern itself goes. Faults when the template has
+// none.
 void WriteElencoPrestazioni(const RicettaRecord& record, service::ServiceRequest& request, std::int32_t kind);
 
 // What the print options say about the form.

@@ -2,7 +2,6 @@
 
 #include "host/fault.h"
 #include "host/text.h"
-#include "prescription/journal.h"
 #include "prescription/payload.h"
 #include "prescription/ricetta_record.h"
 #include "prescription/sent_prescription.h"
@@ -36,13 +35,16 @@ bool Registration::Run(host::PrescriptionSession& session, const host::Value& id
     {
         return true;
     }
+    Progress progress = {.at = {.kind = kind, .key = {}}, .unkept = nullptr};
     try
     {
-        RegisterAll(session, {idRicetta.ToInteger(), numRicetta.ToInteger()}, kind);
+        progress.at.key = {idRicetta.ToInteger(), numRicetta.ToInteger()};
+        RegisterAll(session, progress);
         return true;
     }
     catch (const std::exception& fault)
     {
+        Tell(progress, fault);
         m_context.desktop.Show({std::string("Si è verificato un errore in fase di registrazione della ricetta.\r\n"
                                             "Il messaggi tecnico dell'errore è: ") +
                                     fault.what() + "\r\nContattare l'assistenza tecnica.",
@@ -51,8 +53,20 @@ bool Registration::Run(host::PrescriptionSession& session, const host::Value& id
     }
 }
 
-void Registration::RegisterAll(host::PrescriptionSession& session, const host::PrescriptionKey& key,
-                               std::int32_t kind) const
+void Registration::Tell(const Progress& progress, const std::exception& fault) const
+{
+    if (progress.unkept)
+    {
+        m_journal.NotSaved(progress.at, {SentPrescription::GivenIup(*progress.unkept), ""}, service::WhyOf(fault),
+                           progress.unkept->OpenCode);
+    }
+    else
+    {
+        m_journal.RegistrationBroken(progress.at, fault);
+    }
+}
+
+void Registration::RegisterAll(host::PrescriptionSession& session, Progress& progress) const
 {
     const auto settings = m_context.objects.CreateSettings(m_context.services);
     if (!settings->Load(m_context.services.studio))
@@ -61,16 +75,18 @@ void Registration::RegisterAll(host::PrescriptionSession& session, const host::P
     }
     const bool sendsClassC =
         m_context.services.RequireUtils().ToBoolean(settings->Get("CCEInviaRicettaFarmaciClasseC"));
-    const auto data = m_context.prescriptions.CreatePrescriptionData(kind, m_context.services);
-    for (const auto& row : data->List(key.IDRicetta, key.NumRicetta))
+    const PrescriptionId form = progress.at;
+    const auto data = m_context.prescriptions.CreatePrescriptionData(form.kind, m_context.services);
+    for (const auto& row : data->List(form.key.IDRicetta, form.key.NumRicetta))
     {
-        Register(session, row, kind, sendsClassC);
+        progress.at.key = row;
+        Register(session, progress, sendsClassC);
     }
 }
 
-void Registration::Register(host::PrescriptionSession& session, const host::PrescriptionKey& key, std::int32_t kind,
-                            bool sendsClassC) const
+void Registration::Register(host::PrescriptionSession& session, Progress& progress, bool sendsClassC) const
 {
+    const auto [kind, key] = progress.at;
     const auto record = BuildRicettaRecord(key, kind, m_context.services);
     if (!record || (!sendsClassC && HasClassC(*record)))
     {
@@ -91,24 +107,28 @@ void Registration::Register(host::PrescriptionSession& session, const host::Pres
     WriteDatiPrescrizione(*record, *request, kind, m_context.services);
     WriteElencoPrestazioni(*record, *request, kind);
     WriteOpzioni(*options, *request);
-    const Journal journal(m_context.services);
-    const auto response = m_context.sender.SendServiceRequest(*request, {Journal::Name(kind, key), true});
-    if (!response)
+    if (const auto response = m_context.sender.SendServiceRequest(*request, {progress.at.Name(), true}))
     {
+        progress.unkept = response;
+        response->Object = record;
+        Keep(session, progress.at, response, *options);
+        progress.unkept = nullptr;
+    }
+}
+
+void Registration::Keep(host::PrescriptionSession& session, const PrescriptionId& id,
+                        const std::shared_ptr<service::ServiceResponse>& response, host::OpzioniRicetta& options) const
+{
+    const std::string iup = SentPrescription::GivenIup(*response);
+    if (iup.empty())
+    {
+        session.AddResponse(id.kind, response);
         return;
     }
-    response->Object = record;
-    try
-    {
-        session.AddResponse(kind, response);
-    }
-    catch (const std::exception& fault)
-    {
-        // Without its place in the session the close will not see it.
-        const SentPrescription lost{kind, response, record};
-        journal.NotSaved(key, {lost.GivenIup(), ""}, fault.what());
-        throw;
-    }
+    response->OpenCode = m_journal.Keep(id.Name(), {iup, ""});
+    options.UnkeptCodes.push_back({id.Name(), iup});
+    session.AddResponse(id.kind, response);
+    options.UnkeptCodes.pop_back();
 }
 
 } // namespace vellumo::prescription

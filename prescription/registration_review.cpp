@@ -79,7 +79,23 @@ ReviewOutcome RegistrationReview::Run(std::vector<SentPrescription>& sent) const
 {
     ui::FormRicettaResult window(RefusedAndFlagged(sent));
     m_context.desktop.ShowModal(window);
-    return window.Result() == Decision::CancelAll ? ReviewOutcome::GivenUp : StoreAll(sent, window.Result());
+    if (window.Result() == Decision::CancelAll)
+    {
+        TellGivenUp(sent);
+        return ReviewOutcome::GivenUp;
+    }
+    return StoreAll(sent, window.Result());
+}
+
+void RegistrationReview::TellGivenUp(std::vector<SentPrescription>& sent) const
+{
+    for (auto& prescription : sent)
+    {
+        if (!prescription.GivenIup().empty())
+        {
+            SettleUnstored(prescription, "L'operatore ha annullato l'operazione.");
+        }
+    }
 }
 
 ReviewOutcome RegistrationReview::StoreAll(std::vector<SentPrescription>& sent,
@@ -90,7 +106,7 @@ ReviewOutcome RegistrationReview::StoreAll(std::vector<SentPrescription>& sent,
     {
         for (; next != sent.end(); ++next)
         {
-            if (const Reason reason = Store(*next, decision))
+            if (const Reason reason = Store(*next, decision); !reason.empty())
             {
                 SettleUnstored(*next, reason);
             }
@@ -99,31 +115,38 @@ ReviewOutcome RegistrationReview::StoreAll(std::vector<SentPrescription>& sent,
     }
     catch (const std::exception& fault)
     {
+        const std::string why = service::WhyOf(fault);
         for (; next != sent.end(); ++next)
         {
-            SettleUnstored(*next, fault.what());
+            SettleUnstored(*next, why);
         }
         return ReviewOutcome::BrokenOff;
     }
 }
 
-Reason RegistrationReview::Store(const SentPrescription& prescription, ui::FormRicettaResult::Decision decision) const
+Reason RegistrationReview::Store(SentPrescription& prescription, ui::FormRicettaResult::Decision decision) const
 {
+    const bool cancelsRefused = decision == Decision::CancelRefused;
+    const bool cancelled = cancelsRefused && prescription.response->Failed();
+    prescription.record->Set(ricetta::annullata, cancelled);
     const auto row = m_rows.Find(prescription);
     if (!row)
     {
         return noRow;
     }
-    const bool cancelsRefused = decision == Decision::CancelRefused;
-    const bool cancelled = cancelsRefused && prescription.response->Failed();
     row->Set("Annullata", cancelled);
-    prescription.record->Set(ricetta::annullata, cancelled);
-    return cancelsRefused ? m_rows.SaveWithCode(*row, prescription, prescription.GivenIup()) : RicettaRows::Save(*row);
+    if (!cancelsRefused)
+    {
+        return RicettaRows::Save(*row);
+    }
+    const Reason reason = m_rows.SaveWithCode(*row, prescription, prescription.GivenIup());
+    prescription.stored = reason.empty();
+    return reason;
 }
 
 void RegistrationReview::SettleUnstored(SentPrescription& prescription, Reason reason) const
 {
-    m_journal.NotSaved(prescription.record->Key(), {prescription.GivenIup(), ""}, reason);
+    m_journal.NotSaved(prescription.Id(), {prescription.GivenIup(), ""}, reason, prescription.response->OpenCode);
     prescription.settled = true;
 }
 

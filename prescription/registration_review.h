@@ -17,7 +17,7 @@ enum class ReviewOutcome
 {
     Stored,    // or told to the journal why not: the phase can be ended
     BrokenOff, // by a fault
-    GivenUp    // by the operator, together with the whole batch: nothing is written about it
+    GivenUp // by the operator, together with the whole batch: its codes are in the journal, the rows are as they were
 };
 
 class RegistrationReview
@@ -25,7 +25,7 @@ class RegistrationReview
 public:
     explicit RegistrationReview(const service::ProviderContext& context)
         : m_context(context)
-        , m_journal(context.services)
+        , m_journal(context)
         , m_rows(context)
     {
     }
@@ -36,10 +36,11 @@ public:
     [[nodiscard]] ReviewOutcome Run(std::vector<SentPrescription>& sent) const;
 
 private:
+    void TellGivenUp(std::vector<SentPrescription>& sent) const;
     [[nodiscard]] ReviewOutcome StoreAll(std::vector<SentPrescription>& sent,
                                          ui::FormRicettaResult::Decision decision) const;
     // The operator's decision in the row and in the record, which the end of the phase goes by.
-    [[nodiscard]] Reason Store(const SentPrescription& prescription, ui::FormRicettaResult::Decision decision) const;
+    [[nodiscard]] Reason Store(SentPrescription& prescription, ui::FormRicettaResult::Decision decision) const;
     void SettleUnstored(SentPrescription& prescription, Reason reason) const;
 
     const service::ProviderContext& m_context;

@@ -25,17 +25,23 @@ std::unique_ptr<host::Record> RicettaRows::Find(const SentPrescription& prescrip
 
 Reason RicettaRows::Save(host::Record& row)
 {
-    return row.Save() ? nullptr : refusedSave;
+    return row.Save() ? Reason() : refusedSave;
 }
 
 Reason RicettaRows::SaveWithCode(host::Record& row, const SentPrescription& prescription, const std::string& iup) const
 {
     const std::string old = CodeIn(row);
+    const bool replaces = !old.empty() && old != iup && old != prescription.GivenIup();
+    OpenCode openOld = replaces ? m_journal.Keep(prescription.Id().Name(), {old, ""}) : nullptr;
     row.Set("CodiceIUP", iup);
     const Reason reason = Save(row);
-    if (!reason && !old.empty() && old != iup && old != prescription.GivenIup())
+    if (!reason.empty())
     {
-        m_journal.Replaced(prescription.record->Key(), old, iup);
+        Settle(openOld); // still there
+    }
+    else if (replaces)
+    {
+        m_journal.Replaced(prescription.Id(), old, openOld, iup);
     }
     return reason;
 }

@@ -8,12 +8,13 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace vellumo::prescription
 {
 
-// Why a prescription was not stored; null: it was. A fault's own text lives as long as the fault.
-using Reason = const char*;
+// Why a prescription was not stored; "": it was.
+using Reason = std::string_view;
 constexpr Reason noRow = "La ricetta non è nella tabella RicettaSSN.";
 constexpr Reason refusedSave = "Il programma ha rifiutato il salvataggio.";
 
@@ -23,7 +24,7 @@ class RicettaRows
 public:
     explicit RicettaRows(const service::ProviderContext& context)
         : m_context(context)
-        , m_journal(context.services)
+        , m_journal(context)
     {
     }
 

@@ -3,14 +3,13 @@
 namespace vellumo::prescription
 {
 
-std::string SentPrescription::GivenIup() const
+std::string SentPrescription::GivenIup(const service::ServiceResponse& response)
 {
-    return response->GetData("datiAmministrativiPrescrizione/identificativoUnivoco");
+    return response.GetData("datiAmministrativiPrescrizione/identificativoUnivoco");
 }
 
-std::vector<SentPrescription> SentPrescriptions(const host::PrescriptionSession& session)
+void ReadSentPrescriptions(const host::PrescriptionSession& session, std::vector<SentPrescription>& sent)
 {
-    std::vector<SentPrescription> sent;
     for (const std::int32_t kind : {host::kindDrugs, host::kindTests})
     {
         for (std::size_t position = 0; position < session.ResponseCount(kind); ++position)
@@ -23,7 +22,6 @@ std::vector<SentPrescription> SentPrescriptions(const host::PrescriptionSession&
             }
         }
     }
-    return sent;
 }
 
 } // namespace vellumo::prescription

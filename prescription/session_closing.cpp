@@ -1,6 +1,5 @@
 #include "prescription/session_closing.h"
 
-#include "host/fault.h"
 #include "prescription/end_of_phase.h"
 #include "prescription/journal.h"
 #include "prescription/registration_review.h"
@@ -19,6 +18,35 @@ bool IsPrintedBySiss(const host::PrescriptionSession& session)
     return options && (options->TipoRicetta == OpzioniRicetta::electronic ||
                        (options->TipoRicetta == OpzioniRicetta::paperForm &&
                         options->ModalitaStampa == OpzioniRicetta::printedBySiss));
+}
+
+// Codes that the folder could not take at registration, and those of a session that is closed again.
+void KeepCodes(std::vector<SentPrescription>& sent, const Journal& journal)
+{
+    for (auto& prescription : sent)
+    {
+        if (!prescription.response->OpenCode)
+        {
+            prescription.response->OpenCode = journal.Keep(prescription.Id().Name(), {prescription.GivenIup(), ""});
+        }
+    }
+}
+
+void SettleUnconfirmed(std::vector<SentPrescription>& sent, const Journal& journal)
+{
+    for (auto& prescription : sent)
+    {
+        const auto iup = prescription.GivenIup();
+        if (prescription.settled || iup.empty())
+        {
+            continue;
+        }
+        journal.NotConfirmed(prescription.Id(), iup, prescription.response->OpenCode);
+        if (prescription.stored)
+        {
+            Settle(prescription.response->OpenCode);
+        }
+    }
 }
 
 } // namespace
@@ -48,33 +76,26 @@ bool SessionClosing::Close(host::PrescriptionSession& session) const
 
 bool SessionClosing::ReviewAndEnd(host::PrescriptionSession& session) const
 {
+    const Journal journal(m_context);
     std::vector<SentPrescription> sent; // whatever breaks off, the codes that were read are told
-    const auto review = host::Trap(ReviewOutcome::BrokenOff,
-                                   [&]
-                                   {
-                                       sent = SentPrescriptions(session);
-                                       return RegistrationReview(m_context).Run(sent);
-                                   });
-    if (review == ReviewOutcome::GivenUp)
+    bool ended = false;
+    try
     {
-        return false;
-    }
-    const bool ended =
-        review == ReviewOutcome::Stored && host::Trap(false, [&] { return EndOfPhase(m_context).Run(session, sent); });
-    RecordUnconfirmed(sent);
-    return ended;
-}
-
-void SessionClosing::RecordUnconfirmed(const std::vector<SentPrescription>& sent) const
-{
-    const Journal journal(m_context.services);
-    for (const auto& prescription : sent)
-    {
-        if (const auto iup = prescription.GivenIup(); !prescription.settled && !iup.empty())
+        ReadSentPrescriptions(session, sent);
+        KeepCodes(sent, journal);
+        const auto review = RegistrationReview(m_context).Run(sent);
+        if (review == ReviewOutcome::GivenUp)
         {
-            journal.NotConfirmed(prescription.record->Key(), iup);
+            return false;
         }
+        ended = review == ReviewOutcome::Stored && EndOfPhase(m_context).Run(session, sent);
     }
+    catch (const std::exception& fault)
+    {
+        journal.ClosingBroken(fault);
+    }
+    SettleUnconfirmed(sent, journal);
+    return ended;
 }
 
 } // namespace vellumo::prescription

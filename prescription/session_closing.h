@@ -2,14 +2,11 @@
 // and ends the prescribing phase, whose reply carries the final result of every prescription.
 //
 // A code that SISS gave at registration and that the end of the phase did not confirm, and one that could not be
-// stored, goes to the host's journal of service errors.
+// stored, goes to the host's journal of service errors, and so do all of them when the operator gives the batch up.
 #pragma once
 
 #include "host/prescriptions.h"
-#include "prescription/sent_prescription.h"
 #include "service/provider_context.h"
-
-#include <vector>
 
 namespace vellumo::prescription
 {
@@ -30,7 +27,6 @@ private:
     [[nodiscard]] bool Close(host::PrescriptionSession& session) const;
     // False when the phase was not ended, or not all of it could be stored.
     [[nodiscard]] bool ReviewAndEnd(host::PrescriptionSession& session) const;
-    void RecordUnconfirmed(const std::vector<SentPrescription>& sent) const;
 
     const service::ProviderContext& m_context;
 };

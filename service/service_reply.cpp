@@ -143,6 +143,7 @@ std::shared_ptr<ServiceResponse> ServiceFactory::GetResponse(const std::string& 
         return response;
     }
     const auto body = BodyOf(*document);
+    response->Body = body;
     if (const auto fault = SelectFirst(body, {"SOAP-ENV:Fault", "env:Fault"}))
     {
         ReadFault(fault, *response);

@@ -128,8 +128,8 @@ const Group callStatements = {
     Role::Step,
     {
         {"", "create provider [faults 'PART']",
-         "makes the provider now; otherwise the first call does. With `faults` it must not succeed, with an error "
-         "whose text contains PART",
+         "makes the provider now; otherwise the first call does. The session that the host kept is gone. With `faults` "
+         "it must not succeed, with an error whose text contains PART",
          [](Run& run, const Node& node)
          { run.CreateProvider(node.Has("faults") ? std::optional(node.Text("PART")) : std::nullopt); }},
         {"", "call <operation>", "the host calls the library. Below it stand its windows in order, then its result",

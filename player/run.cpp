@@ -194,6 +194,7 @@ void Run::Compare(const Node& call)
 void Run::CreateProvider(const std::optional<std::string>& fault)
 {
     Remember();
+    m_session.reset(); // as when the host's program starts anew
     if (!m_stage->ReleaseProvider())
     {
         Report(m_place, "the library could not be unloaded after the provider was released");

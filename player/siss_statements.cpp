@@ -4,6 +4,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <sstream>
 
 namespace vellumo::player
 {
@@ -103,6 +104,19 @@ void SetFinal(Run& run, const Node& node)
                        [&phase, number] { return phase.HasReported(number); });
 }
 
+void SetOrder(Run& run, const Node& node)
+{
+    std::istringstream words(node.Text("ORDER"));
+    std::vector<std::size_t> order;
+    for (std::string word; words >> word;)
+    {
+        order.push_back(word == "new" ? siss::PrescribingPhase::newCode : std::stoul(word));
+    }
+    auto& phase = Network(run).Prescribing();
+    phase.SetOrder(order);
+    run.MustHaveEffect(node, "no phase was ended behind it", [&phase] { return !phase.HasOrder(); });
+}
+
 template <class Reply>
 void AnswerWith(Run& run, Reply reply)
 {
@@ -187,6 +201,11 @@ const Group sissStatements = {
          "how the end of the prescribing phase reports its N-th registration, other than OK", SetFinal},
         {"", "final N refuses CODE 'MESSAGE' [<entry>]", "", SetFinal},
         {"", "final N empty", "", SetFinal},
+        {"", "final order 'ORDER'",
+         "in which order it reports them: their numbers, some left out, some twice, `new` for one of a prescription "
+         "that "
+         "was never registered",
+         SetOrder},
     }};
 
 const Group callNumberStatements = {

@@ -2,6 +2,8 @@
 
 #include "simulator/siss/replies.h"
 
+#include <utility>
+
 #include <algorithm>
 
 namespace vellumo::siss
@@ -28,25 +30,54 @@ std::string PrescribingPhase::Begin()
 
 std::string PrescribingPhase::Register(const Element& request)
 {
-    ++m_issued;
     const auto kind =
         request.TextAt("param/nuovaPrescrizione/datiAmministrativiPrescrizione/tipologiaPrescrizione").value_or("");
-    m_registered.push_back({Numbered("0300A4", m_issued, 9), Numbered("030", m_issued, 12), kind == drugs});
+    m_registered.push_back(Issue(kind == drugs));
     return Wrapped("datiRisposta",
                    Wrapped("datiAmministrativiPrescrizione", Leaf("identificativoUnivoco", m_registered.back().code)));
 }
 
+PrescribingPhase::Registered PrescribingPhase::Issue(bool isDrugs)
+{
+    ++m_issued;
+    return {Numbered("0300A4", m_issued, 9), Numbered("030", m_issued, 12), isDrugs};
+}
+
+std::vector<std::size_t> PrescribingPhase::OwnOrder() const
+{
+    std::vector<std::size_t> order;
+    for (const bool ofDrugs : {true, false})
+    {
+        for (std::size_t i = 0; i < m_registered.size(); ++i)
+        {
+            if (m_registered[i].isDrugs == ofDrugs)
+            {
+                order.push_back(i + 1);
+            }
+        }
+    }
+    return order;
+}
+
 std::string PrescribingPhase::End()
 {
-    std::string ofDrugs;
-    std::string ofOthers;
-    for (std::size_t i = 0; i < m_registered.size(); ++i)
+    const auto order = m_order.empty() ? OwnOrder() : std::exchange(m_order, {});
+    m_reported = std::max(m_reported, m_registered.size());
+    std::string results;
+    for (const auto registration : order)
     {
-        (m_registered[i].isDrugs ? ofDrugs : ofOthers) += Wrapped("risultatoRegistrazione", ResultOf(i));
+        if (registration == newCode)
+        {
+            m_registered.push_back(Issue(true));
+        }
+        const auto position = registration == newCode ? m_registered.size() : registration;
+        if (position <= m_registered.size())
+        {
+            results += Wrapped("risultatoRegistrazione", ResultOf(position - 1));
+        }
     }
     m_open = false;
-    m_reported = std::max(m_reported, m_registered.size());
-    return Wrapped("datiRisposta", Wrapped("elencoRisultati", ofDrugs + ofOthers));
+    return Wrapped("datiRisposta", Wrapped("elencoRisultati", results));
 }
 
 std::string PrescribingPhase::ResultOf(std::size_t position) const

@@ -1,41 +1,191 @@
-// Hosts that scenarios do not have: one whose session does not keep what it is given, one whose columns pad.
+// Hosts that scenarios do not have: one whose session does not keep what it is given, or faults when it is read; one
+// whose columns pad.
 #include "host/fault.h"
+#include "host/path.h"
 #include "prescription/registration.h"
 #include "prescription/ricetta_rows.h"
+#include "prescription/session_closing.h"
 #include "tests/support/practice.h"
+#include "ui/form_ricetta_result.h"
 
 #include <doctest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
 using namespace vellumo;
 using namespace vellumo::tests;
+using Lines = std::vector<std::string>;
+
+namespace
+{
+
+class Session final : public host::PrescriptionSession
+{
+public:
+    [[nodiscard]] bool SenzaSISS() const override { return false; }
+    void SetSenzaSISS(bool) override {}
+    [[nodiscard]] bool DaValidare() const override { return false; }
+    void SetDaValidare(bool) override {}
+    [[nodiscard]] std::shared_ptr<host::OpzioniRicetta> Options() const override { return m_options; }
+    void SetOptions(const std::shared_ptr<host::OpzioniRicetta>&) override {}
+    void AddResponse(std::int32_t, const std::shared_ptr<host::KeptObject>& response) override
+    {
+        if (expired)
+        {
+            throw host::Fault("Sessione scaduta.");
+        }
+        m_responses.push_back(response);
+    }
+    [[nodiscard]] std::size_t ResponseCount(std::int32_t kind) const override
+    {
+        return kind == host::kindDrugs ? m_responses.size() : 0;
+    }
+    [[nodiscard]] std::shared_ptr<host::KeptObject> Response(std::int32_t, std::size_t position) const override
+    {
+        if (position == 1 && expired)
+        {
+            throw host::Fault("Sessione scaduta.");
+        }
+        return m_responses.at(position);
+    }
+
+    bool expired = false;
+
+private:
+    std::shared_ptr<host::OpzioniRicetta> m_options = std::make_shared<host::OpzioniRicetta>();
+    std::vector<std::shared_ptr<host::KeptObject>> m_responses;
+};
+
+std::string Reply(const std::string& service, const std::string& content)
+{
+    return R"(<SOAP-ENV:Envelope xmlns:SOAP-ENV="e" xmlns:m="m"><SOAP-ENV:Body><m:GSSC.)" + service +
+           "Response><param>" + content + "</param></m:GSSC." + service +
+           "Response></SOAP-ENV:Body></SOAP-ENV:Envelope>";
+}
+
+struct Office : Practice
+{
+    Office()
+    {
+        objects.settings = {{"CCEAbilitaLog", false}};
+        connection->rowsOf = [](const std::string&) -> Rows {
+            return {{{"PAZ_Indirizzo", "Via Roma, 1"}, {"CodiceAIC_1", {}}, {"CodiceAIC_2", {}}}};
+        };
+    }
+
+    // Registers number `number` of the form 7; SISS gives it `code`, "" when its reply is lost.
+    bool Register(std::int32_t number, const std::string& code)
+    {
+        prescriptions.form = {{7, number}};
+        bridge.reply = code.empty() ? std::string()
+                                    : Reply("registraPrescrizione",
+                                            "<rispostaRicettaRegistrata><datiRisposta><datiAmministrativiPrescrizione>"
+                                            "<identificativoUnivoco>" +
+                                                code +
+                                                "</identificativoUnivoco></datiAmministrativiPrescrizione>"
+                                                "</datiRisposta></rispostaRicettaRegistrata>");
+        return prescription::Registration(context).Run(session, 7, number, host::kindDrugs);
+    }
+
+    // The host has no row, so that the lines say whose each code is.
+    bool Close(const Lines& codes)
+    {
+        std::string results;
+        for (const auto& code : codes)
+        {
+            results += "<risultatoRegistrazione><esitoRegistrazione>OK</esitoRegistrazione><identificativoUnivoco>" +
+                       code + "</identificativoUnivoco></risultatoRegistrazione>";
+        }
+        bridge.reply = Reply("fineFasePrescrittiva", "<datiRisposta>" + results + "</datiRisposta>");
+        utils->written.clear();
+        return prescription::SessionClosing(context).Run(session);
+    }
+
+    // Codes in the folder of traces that are in no row and no line.
+    [[nodiscard]] Lines OpenCodes() const
+    {
+        Lines codes;
+        std::error_code none;
+        const auto folder = host::NativePath(installation.Path("host\\SISS\\Tracce"));
+        for (const auto& entry : std::filesystem::directory_iterator(folder, none))
+        {
+            std::ifstream file(entry.path());
+            for (std::string line; std::getline(file, line);)
+            {
+                if (line.starts_with("*"))
+                {
+                    codes.push_back(line.substr(line.rfind('\t') + 1));
+                    codes.back().pop_back(); // CR
+                }
+            }
+        }
+        return codes;
+    }
+
+    Session session;
+};
+
+} // namespace
 
 TEST_SUITE("prescription")
 {
     TEST_CASE("a code that the session does not keep goes to the journal, and the operator is told")
     {
-        Practice practice;
-        practice.objects.settings = {{"CCEAbilitaLog", false}};
-        practice.prescriptions.form = {{7, 1}, {7, 2}};
-        practice.bridge.reply =
-            R"(<SOAP-ENV:Envelope xmlns:SOAP-ENV="e" xmlns:m="m"><SOAP-ENV:Body>)"
-            "<m:GSSC.registraPrescrizioneResponse><param><rispostaRicettaRegistrata><datiRisposta>"
-            "<datiAmministrativiPrescrizione><identificativoUnivoco>0300A4000000001</identificativoUnivoco>"
-            "</datiAmministrativiPrescrizione></datiRisposta></rispostaRicettaRegistrata></param>"
-            "</m:GSSC.registraPrescrizioneResponse></SOAP-ENV:Body></SOAP-ENV:Envelope>";
-        practice.connection->rowsOf = [](const std::string&) -> Rows {
-            return {{{"PAZ_Indirizzo", "Via Roma, 1"}, {"CodiceAIC_1", {}}, {"CodiceAIC_2", {}}}};
+        Office office;
+        office.session.expired = true;
+        CHECK_FALSE(office.Register(1, "A"));
+        CHECK(office.desktop.Told().find("Sessione scaduta.") != std::string::npos);
+        CHECK(
+            office.utils->written ==
+            Lines{
+                "DA CONTROLLARE: Ricetta farmaci 7, numero 1: codici del SISS non salvati (IUP A). Sessione scaduta."});
+        CHECK(office.OpenCodes().empty());
+    }
+
+    TEST_CASE("the code of a prescription that the session did not keep is nobody else's at the close")
+    {
+        Office office;
+        CHECK(office.Register(1, "A"));
+        office.session.expired = true;
+        CHECK_FALSE(office.Register(2, "B"));
+        office.session.expired = false;
+        CHECK(office.Register(3, ""));
+        office.desktop.showWindow = [](ui::Form& form)
+        {
+            form.Activated();
+            if (auto* const results = dynamic_cast<ui::FormRicettaResult*>(&form))
+            {
+                results->Clicked(Find<ui::Button>(*results, "&Stampa"));
+            }
         };
-        FakeSession session; // keeps nothing
-        CHECK_FALSE(prescription::Registration(practice.context).Run(session, 7, 0, host::kindDrugs));
-        CAPTURE(practice.desktop.Told());
-        CHECK(practice.bridge.requests.size() == 1);
-        CHECK(practice.desktop.Told().find("Sessione scaduta.") != std::string::npos);
-        CHECK(practice.utils->written ==
-              std::vector<std::string>{"Ricetta 7, numero 1: codici del SISS non salvati (IUP "
-                                       "0300A4000000001, protocollo ). Sessione scaduta."});
+        CHECK(office.Close({"A", "B", "C"}));
+        const std::string noRow = "La ricetta non è nella tabella RicettaSSN.";
+        const std::string toCheck = "DA CONTROLLARE: Ricetta farmaci 7, numero ";
+        CHECK(office.utils->written ==
+              Lines{toCheck + "1: codici del SISS non salvati (IUP A). " + noRow,
+                    toCheck + "3: esito del SISS non salvato. " + noRow,
+                    toCheck + "2: esito finale senza una ricetta in cui salvarlo (IUP B). Verificare sul SISS.",
+                    toCheck + "1: codici del SISS non salvati (IUP A). " + noRow,
+                    toCheck + "3: IUP nessuno alla registrazione, IUP C alla chiusura. Verificare sul SISS.",
+                    toCheck + "3: codici del SISS non salvati (IUP C). " + noRow});
+        CHECK(office.OpenCodes().empty());
+    }
+
+    TEST_CASE("a session that faults while it is read: the codes read before are told, the others stay in the folder")
+    {
+        Office office;
+        CHECK(office.Register(1, "A"));
+        CHECK(office.Register(2, "B"));
+        CHECK(office.OpenCodes() == Lines{"IUP A", "IUP B"});
+        office.session.expired = true;
+        CHECK_FALSE(office.Close({"A", "B"}));
+        CHECK(office.utils->written == Lines{"Chiusura della sessione di prescrizione interrotta: Sessione scaduta.",
+                                             "DA CONTROLLARE: Ricetta farmaci 7, numero 1: IUP A senza conferma alla "
+                                             "chiusura. Verificare sul SISS."});
+        CHECK(office.OpenCodes() == Lines{"IUP B"});
     }
 
     TEST_CASE("a column that pads its codes holds the same code, and only another one goes to the journal")
@@ -54,13 +204,12 @@ TEST_SUITE("prescription")
             MemoryRecord record(row);
             const prescription::SentPrescription sent = {host::kindDrugs, std::make_shared<service::ServiceResponse>(),
                                                          std::make_shared<prescription::RicettaRecord>()};
-            CHECK(prescription::RicettaRows(practice.context).SaveWithCode(record, sent, "0300A4000000001") == nullptr);
+            CHECK(prescription::RicettaRows(practice.context).SaveWithCode(record, sent, "0300A4000000001").empty());
             CHECK(row.columns.at("CodiceIUP").ToText() == "0300A4000000001");
-            const std::string line = "Ricetta 0, numero 0: IUP " + std::string(code.replaced) +
+            const std::string line = "DA CONTROLLARE: Ricetta farmaci 0: IUP " + std::string(code.replaced) +
                                      " sostituito nella tabella RicettaSSN, IUP attuale 0300A4000000001. "
                                      "Verificare sul SISS.";
-            CHECK(practice.utils->written ==
-                  (*code.replaced == '\0' ? std::vector<std::string>() : std::vector<std::string>{line}));
+            CHECK(practice.utils->written == (*code.replaced == '\0' ? Lines() : Lines{line}));
         }
     }
 }

@@ -49,6 +49,7 @@ std::vector<Registered> RegisteredOf(const std::vector<SentPrescription>& sent,
                                      const std::vector<host::UnkeptCode>& unkept)
 {
     std::vector<Registered> registered;
+    registered.reserve(sent.size() + unkept.size());
     for (const auto& prescription : sent)
     {
         registered.push_back({prescription.GivenIup(), !prescription.record->Get(ricetta::annullata).ToBoolean()});

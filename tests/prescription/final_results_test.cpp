@@ -65,7 +65,7 @@ TEST_SUITE("prescription")
 {
     TEST_CASE("a final result goes to the prescription that got its code, and the others by their order")
     {
-        for (const auto& [what, results, prescriptions, pairs] : {
+        for (const auto& each : {
                  Case{"nothing", "", "", ""},
                  Case{"as registered", "ABC", "ABC", "123"},
                  Case{"another order", "CAB", "ABC", "312"},
@@ -96,8 +96,8 @@ TEST_SUITE("prescription")
                  Case{"empty among known", "A-C", "ABC", "123"},
              })
         {
-            CAPTURE(what);
-            CHECK(PairsOf(Pair(results, prescriptions), std::string(results).size()) == pairs);
+            CAPTURE(std::string(each.what));
+            CHECK(PairsOf(Pair(each.results, each.prescriptions), std::string(each.results).size()) == each.pairs);
         }
     }
 

@@ -10,8 +10,8 @@
 
 using namespace vellumo::service;
 using vellumo::tests::FakeDesktop;
-using vellumo::tests::Practice;
 using vellumo::tests::MemorySettings;
+using vellumo::tests::Practice;
 
 namespace
 {

@@ -1,7 +1,6 @@
 #include "service/service_failure.h"
 
 #include "host/fault.h"
-#include "host/text.h"
 
 #include <string>
 
@@ -9,14 +8,6 @@ namespace vellumo::service
 {
 namespace
 {
-
-// A reply that is no XML is its own message, and that may be megabytes; the code behind it must still be seen.
-std::string Shortened(const std::string& message)
-{
-    constexpr std::size_t most = 1200; // characters
-    const auto beginning = host::FirstCharacters(message, most);
-    return beginning.size() < message.size() ? beginning + "…" : message;
-}
 
 std::string Describe(const ServiceException& detail)
 {
@@ -42,12 +33,14 @@ void ShowServiceError(const ServiceException* main, const ServiceExceptions& det
     {
         return;
     }
-    std::string text = Shortened(main->Message) + "\r\nIl codice di errore restituito è " + main->Code;
+    // A reply that is no XML is its own message, and that may be megabytes.
+    ui::Prompt box = {main->Message, "Errore!!", ui::Icon::Critical, ui::Buttons::Ok};
+    box.ending = "\r\nIl codice di errore restituito è " + main->Code;
     if (details.Count() > 0)
     {
-        text += "\r\n\r\nDETTAGLI\r\n" + Describe(*details.Item(details.Count()));
+        box.ending += "\r\n\r\nDETTAGLI\r\n" + Describe(*details.Item(details.Count()));
     }
-    desktop.Show({text, "Errore!!", ui::Icon::Critical, ui::Buttons::Ok});
+    desktop.Show(box);
 }
 
 } // namespace vellumo::service

@@ -60,7 +60,7 @@ const char* Mark(ui::Icon icon)
 
 } // namespace
 
-ui::Answer ConsoleDesktop::Show(const ui::Prompt& prompt)
+ui::Answer ConsoleDesktop::ShowBox(const ui::Prompt& prompt)
 {
     const std::vector<Choice>& choices = ChoicesOf(prompt.buttons);
     const auto defaultIndex = static_cast<std::size_t>(prompt.defaultButton - 1);

@@ -18,12 +18,13 @@ public:
     {
     }
 
-    // At the end of the input a question without Cancel is answered No.
-    ui::Answer Show(const ui::Prompt& prompt) override;
     void ShowModal(ui::Form& form) override;
     [[nodiscard]] std::optional<std::string> AskFile(const std::string& title, const std::string& filter) override;
 
 private:
+    // At the end of the input a question without Cancel is answered No.
+    ui::Answer ShowBox(const ui::Prompt& prompt) override;
+
     std::istream& m_in;
     std::ostream& m_out;
 };

@@ -88,7 +88,7 @@ public:
     {
     }
 
-    ui::Answer Show(const ui::Prompt& prompt) override
+    ui::Answer ShowBox(const ui::Prompt& prompt) override
     {
         PromptWindow window(++m_screen.lastId, prompt);
         OnTop(m_screen, window).WaitUntil([&] { return window.Answered().has_value(); });

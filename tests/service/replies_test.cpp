@@ -1,4 +1,5 @@
 #include "host/fault.h"
+#include "host/text.h"
 #include "service/service_factory.h"
 #include "service/service_failure.h"
 #include "tests/support/practice.h"
@@ -92,7 +93,7 @@ TEST_SUITE("service")
         response.FailedResult->Code = "E9";
         ReportServiceFailure(response, practice.journal, desktop);
         REQUIRE(desktop.prompts.size() == 1);
-        CHECK(desktop.prompts[0].text.size() < 2000);
+        CHECK(vellumo::host::CharacterCount(desktop.prompts[0].text) == 2000);
         CHECK(desktop.prompts[0].text.find("…\r\nIl codice di errore restituito è E9\r\n\r\nDETTAGLI") !=
               std::string::npos);
     }

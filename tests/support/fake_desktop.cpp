@@ -3,7 +3,7 @@
 namespace vellumo::tests
 {
 
-ui::Answer FakeDesktop::Show(const ui::Prompt& prompt)
+ui::Answer FakeDesktop::ShowBox(const ui::Prompt& prompt)
 {
     prompts.push_back(prompt);
     if (answers.empty())

@@ -18,7 +18,6 @@ namespace vellumo::tests
 class FakeDesktop final : public ui::Desktop
 {
 public:
-    ui::Answer Show(const ui::Prompt& prompt) override;
     void ShowModal(ui::Form& form) override;
     std::optional<std::string> AskFile(const std::string& title, const std::string& filter) override;
 
@@ -29,6 +28,9 @@ public:
     std::vector<ui::Prompt> prompts;
     std::optional<std::string> file;                // what the operator chooses
     std::function<void(ui::Form& form)> showWindow; // instead of letting its work run
+
+private:
+    ui::Answer ShowBox(const ui::Prompt& prompt) override;
 };
 
 // A window's view that notes what is asked of it.

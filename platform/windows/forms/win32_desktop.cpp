@@ -17,7 +17,6 @@ namespace vellumo::windows
 namespace
 {
 
-constexpr std::size_t longestPrompt = 2000; // UTF-16 units
 constexpr std::size_t longestPath = 4096;
 
 UINT IconFlag(ui::Icon icon)
@@ -71,7 +70,7 @@ ui::Answer ToAnswer(int button, const ButtonSet& set)
 
 } // namespace
 
-ui::Answer Win32Desktop::Show(const ui::Prompt& prompt)
+ui::Answer Win32Desktop::ShowBox(const ui::Prompt& prompt)
 {
     DrawOpenForms();
     const auto* const set = std::find_if(buttonSets.begin(), buttonSets.end(),
@@ -80,7 +79,7 @@ ui::Answer Win32Desktop::Show(const ui::Prompt& prompt)
     const HWND owner = ModalOwner();
     const OthersDisabled others(owner);
     const CommonControls::Scope scope(m_controls);
-    const int button = MessageBoxW(owner, Abridged(prompt.text, longestPrompt).c_str(), Abridged(prompt.title).c_str(),
+    const int button = MessageBoxW(owner, Abridged(prompt.text).c_str(), Abridged(prompt.title).c_str(),
                                    set->flag | IconFlag(prompt.icon) | defaultButton);
     return ToAnswer(button, *set);
 }

@@ -19,12 +19,11 @@ public:
     Win32Desktop() = default;
     ~Win32Desktop() override = default;
 
-    // Very long texts are shown cut, with an ellipsis: a box that does not fit the screen cannot be answered.
-    ui::Answer Show(const ui::Prompt& prompt) override;
     void ShowModal(ui::Form& form) override;
     [[nodiscard]] std::optional<std::string> AskFile(const std::string& title, const std::string& filter) override;
 
 private:
+    ui::Answer ShowBox(const ui::Prompt& prompt) override;
     void DrawOpenForms();
 
     CommonControls m_controls;

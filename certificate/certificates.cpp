@@ -88,6 +88,12 @@ void FillCode(const std::array<CodeMapping, count>& codes, const host::Value& id
     }
 }
 
+std::string NameOf(const Record& certificate)
+{
+    const auto patient = host::Trap(host::Value("?"), [&] { return certificate.Get("IDPaziente"); });
+    return "Certificato del paziente " + service::IdentifierText(patient);
+}
+
 // A certificate without its doctor or its worker must not go out.
 std::unique_ptr<Record> Load(const service::ProviderContext& context, host::RecordKind kind, const host::Value& id)
 {
@@ -120,13 +126,22 @@ void Certificates::Run(Record* certificate, void (Certificates::*operation)(cons
         return;
     }
     m_context.log.Prepare();
-    host::PassOver([&] { (this->*operation)(LoadSubject(*certificate)); });
+    static_cast<void>(host::Trap(
+        false,
+        [&]
+        {
+            (this->*operation)(LoadSubject(*certificate));
+            return true;
+        },
+        [&](const std::exception& fault)
+        { m_context.journal.WriteToCheck(NameOf(*certificate) + " non trasmesso. " + service::WhyOf(fault)); }));
     m_context.log.End();
 }
 
 Certificates::Subject Certificates::LoadSubject(Record& certificate) const
 {
-    return {certificate, Load(m_context, host::RecordKind::Specialist, certificate.Get("IDSpecialista")),
+    return {certificate, NameOf(certificate),
+            Load(m_context, host::RecordKind::Specialist, certificate.Get("IDSpecialista")),
             Load(m_context, host::RecordKind::Patient, certificate.Get("IDPaziente"))};
 }
 
@@ -142,12 +157,13 @@ void Certificates::SendOrRectify(const Subject& subject) const
     }
 }
 
-ServiceRequest Certificates::MakeRequest(service::RequestTypes type, const Subject& subject) const
+ServiceRequest Certificates::MakeRequest(service::RequestTypes type, const char* action, const Subject& subject) const
 {
     auto request = m_context.factory.GetRequest(type);
     if (!request)
     {
-        throw host::Fault("Il servizio non è disponibile.");
+        throw host::Fault(std::string("Richiesta di ") + action + ": " + service::ServiceFactory::WhyNoRequest(type) +
+                          ".");
     }
     Fill(doctorFields, *subject.doctor, *request);
     Fill(practiceFields, subject.certificate, *request);
@@ -157,7 +173,7 @@ ServiceRequest Certificates::MakeRequest(service::RequestTypes type, const Subje
 void Certificates::SendNew(const Subject& subject) const
 {
     Record& certificate = subject.certificate;
-    auto request = MakeRequest(service::rtInviaCertificato, subject);
+    auto request = MakeRequest(service::rtInviaCertificato, "invio", subject);
     WriteWorker(*subject.patient, request);
     WriteResidences(certificate, request);
     request.SetData("certificato/dataRilascio", environment::ReadableDate(certificate.Get("DataCertificato")));
@@ -168,10 +184,9 @@ void Certificates::SendNew(const Subject& subject) const
     FillCode(certificateTypes, certificate.Get("IDTipoCertificato"), "certificato/tipoCertificato", request);
     FillCode(visitCategories, certificate.Get("IDCategoriaVisita"), "certificato/tipoVisita", request);
 
-    if (const auto reception = Exchange(request, sendFailed))
+    if (const auto reception = Exchange(request, subject, sendFailed))
     {
-        Store(certificate, *reception, {{"NumeroProtocollo", reception->protocol}});
-        Tell("Certificato inviato con successo.");
+        Finish(subject, *reception, {{"NumeroProtocollo", reception->protocol}}, "Certificato inviato con successo.");
     }
 }
 
@@ -209,38 +224,37 @@ void Certificates::WriteResidences(const Record& certificate, ServiceRequest& re
 void Certificates::Rectify(const Subject& subject) const
 {
     Record& certificate = subject.certificate;
-    auto request = MakeRequest(service::rtRettificaCertificato, subject);
+    auto request = MakeRequest(service::rtRettificaCertificato, "rettifica", subject);
     request.SetData("lavoratore/codiceFiscale", subject.patient->Get("CodiceFiscale"));
     request.SetData("certificato/dataFine", environment::ReadableDate(certificate.Get("DataScadenza")));
-    request.SetData("certificato/protocolloDaRettificare", certificate.Get("NumeroProtocollo"));
+    const host::Value rectified = certificate.Get("NumeroProtocollo");
+    request.SetData("certificato/protocolloDaRettificare", rectified);
 
-    if (const auto reception = Exchange(request, sendFailed))
+    if (const auto reception = Exchange(request, subject, sendFailed))
     {
-        Store(certificate, *reception,
-              {{"NumeroProtocolloOrigine", certificate.Get("NumeroProtocollo")},
-               {"NumeroProtocollo", reception->protocol}});
-        Tell("Certificato rettificato con successo.");
+        Finish(subject, *reception, {{"NumeroProtocolloOrigine", rectified}, {"NumeroProtocollo", reception->protocol}},
+               "Certificato rettificato con successo.");
     }
 }
 
 void Certificates::CancelSent(const Subject& subject) const
 {
     Record& certificate = subject.certificate;
-    auto request = MakeRequest(service::rtAnnullaCertificato, subject);
+    auto request = MakeRequest(service::rtAnnullaCertificato, "annullamento", subject);
     request.SetData("lavoratore/codiceFiscale", subject.patient->Get("CodiceFiscale"));
     request.SetData("certificato/protocolloDaCancellare", certificate.Get("NumeroProtocollo"));
 
-    if (const auto reception = Exchange(request, cancelFailed))
+    if (const auto reception = Exchange(request, subject, cancelFailed))
     {
-        Store(certificate, *reception, {{"NumeroProtocolloAnnullamento", reception->protocol}});
-        Tell("Certificato annullato con successo.");
+        Finish(subject, *reception, {{"NumeroProtocolloAnnullamento", reception->protocol}},
+               "Certificato annullato con successo.");
     }
 }
 
-std::optional<Certificates::Reception> Certificates::Exchange(const ServiceRequest& request,
+std::optional<Certificates::Reception> Certificates::Exchange(const ServiceRequest& request, const Subject& subject,
                                                               const char* failureText) const
 {
-    const auto response = m_context.sender.SendServiceRequest(request);
+    const auto response = m_context.sender.SendServiceRequest(request, {.text = subject.name, .mustBeChecked = true});
     if (response && response->FailedResult && !response->FailedResult->Code.empty())
     {
         service::ReportServiceFailure(*response, m_context.journal, m_context.desktop);
@@ -256,37 +270,60 @@ std::optional<Certificates::Reception> Certificates::Exchange(const ServiceReque
     return Reception{protocol, host::Value::DateOrNull(received)};
 }
 
-void Certificates::Store(Record& certificate, const Reception& reception,
-                         const std::vector<host::ColumnValue>& numbers) const
+void Certificates::Finish(const Subject& subject, const Reception& reception,
+                          const std::vector<host::ColumnValue>& numbers, const char* success) const
 {
-    try
+    const bool saved = Store(subject, reception, numbers);
+    host::PassOver([&] { m_context.desktop.Show({success, "Informazione", ui::Icon::Information, ui::Buttons::Ok}); });
+    if (!saved)
     {
-        for (const auto& [column, number] : numbers)
+        const auto warning = [&]
         {
-            certificate.Set(column, number);
-        }
-        certificate.Set("DataRicezione", reception.date);
-        if (!certificate.Save())
-        {
-            throw host::Fault("Il programma ha rifiutato il salvataggio.");
-        }
-    }
-    catch (const std::exception& fault)
-    {
-        host::PassOver(
-            [&]
-            {
-                m_context.services.RequireUtils().RecordServiceError(
-                    "Certificato del paziente " + certificate.Get("IDPaziente").ToText() + ": protocollo INPS " +
-                    reception.protocol + " non salvato. " + fault.what());
-            });
-        throw;
+            m_context.desktop.Show({"L'INPS ha registrato l'operazione con il protocollo " + reception.protocol +
+                                        ", ma il programma non ha potuto salvarlo.\r\n"
+                                        "Annotare il numero di protocollo e non ripetere l'operazione.",
+                                    "Attenzione!!", ui::Icon::Exclamation, ui::Buttons::Ok});
+        };
+        host::PassOver(warning);
     }
 }
 
-void Certificates::Tell(const char* success) const
+bool Certificates::Store(const Subject& subject, const Reception& reception,
+                         const std::vector<host::ColumnValue>& numbers) const noexcept
 {
-    m_context.desktop.Show({success, "Informazione", ui::Icon::Information, ui::Buttons::Ok});
+    const auto code = [&] { return "protocollo INPS " + reception.protocol; };
+    const auto kept =
+        host::Trap(std::shared_ptr<host::OpenCodeEntry>(),
+                   [&]
+                   {
+                       const auto user = host::Trap(0, [&] { return m_context.services.RequireLockSrv().UserId(); });
+                       return m_context.traces.Keep({m_context.services.studio, user, subject.name, code()});
+                   });
+    bool told = false;
+    const bool saved = host::Trap(
+        false,
+        [&]
+        {
+            for (const auto& [column, number] : numbers)
+            {
+                subject.certificate.Set(column, number);
+            }
+            subject.certificate.Set("DataRicezione", reception.date);
+            if (!subject.certificate.Save())
+            {
+                throw host::Fault("Il programma ha rifiutato il salvataggio.");
+            }
+            return true;
+        },
+        [&](const std::exception& fault) {
+            told =
+                m_context.journal.WriteToCheck(subject.name + ": " + code() + " non salvato. " + service::WhyOf(fault));
+        });
+    if (kept && (saved || told))
+    {
+        kept->Settle();
+    }
+    return saved;
 }
 
 } // namespace vellumo::certificate

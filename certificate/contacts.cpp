@@ -33,6 +33,11 @@ ServiceResponse RefusalOf(const ServiceRequest& request)
     return refusal;
 }
 
+std::string SubjectOf(const host::Value& idPaziente)
+{
+    return "Contatto del paziente " + service::IdentifierText(idPaziente);
+}
+
 // SISS says with this code and this field that it knows the contact already.
 bool AsksForModification(const ServiceResponse& response)
 {
@@ -45,22 +50,24 @@ bool AsksForModification(const ServiceResponse& response)
 bool Contacts::Insert(const host::Value& idPaziente) const noexcept
 {
     m_context.log.Prepare();
-    host::PassOver([&] { SendContactData(idPaziente, false); });
+    static_cast<void>(host::Trap(
+        false, [&] { return SendContactData(idPaziente, false); },
+        [&](const std::exception& fault) { Tell(idPaziente, service::WhyOf(fault)); }));
     m_context.log.End();
     return false;
 }
 
 bool Contacts::SendContactData(const host::Value& idPaziente, bool asModification) const
 {
-    auto request = m_context.factory.GetRequest(asModification ? service::rtModificaDatiContatto
-                                                               : service::rtInserisciDatiContatto);
-    const auto patient = request ? LoadPatient(idPaziente) : nullptr;
-    if (!patient)
+    const auto type = asModification ? service::rtModificaDatiContatto : service::rtInserisciDatiContatto;
+    auto request = m_context.factory.GetRequest(type);
+    if (!request)
     {
-        return false;
+        throw host::Fault(service::ServiceFactory::WhyNoRequest(type) + ".");
     }
+    const auto patient = LoadPatient(idPaziente);
     FillContactPerson(*request, *patient);
-    const auto response = m_context.sender.SendServiceRequest(*request);
+    const auto response = m_context.sender.SendServiceRequest(*request, {.text = SubjectOf(idPaziente)});
     if (!response)
     {
         return false;
@@ -69,7 +76,11 @@ bool Contacts::SendContactData(const host::Value& idPaziente, bool asModificatio
     const std::string& result = response->ServiceResult;
     if (!failed && !host::EqualsIgnoringCase(result, refused))
     {
-        return host::EqualsIgnoringCase(result, registered); // any other text is dropped
+        if (!host::EqualsIgnoringCase(result, registered))
+        {
+            throw host::Fault("il SISS ha risposto con un esito non previsto.");
+        }
+        return true;
     }
     if (!asModification && (!failed || AsksForModification(*response)))
     {
@@ -79,11 +90,20 @@ bool Contacts::SendContactData(const host::Value& idPaziente, bool asModificatio
     return false;
 }
 
+void Contacts::Tell(const host::Value& idPaziente, const std::string& why) const
+{
+    m_context.journal.Write(SubjectOf(idPaziente) + ": " + why);
+}
+
 std::unique_ptr<host::Record> Contacts::LoadPatient(const host::Value& idPaziente) const
 {
     auto patient = m_context.objects.CreateRecord(host::RecordKind::Patient, m_context.services);
     const std::int32_t id = idPaziente.ToInteger();
-    return id > 0 && patient->Load(id) ? std::move(patient) : nullptr;
+    if (id <= 0 || !patient->Load(id))
+    {
+        throw host::Fault("il paziente non esiste.");
+    }
+    return patient;
 }
 
 void Contacts::FillContactPerson(ServiceRequest& request, const host::Record& patient) const

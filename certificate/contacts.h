@@ -9,6 +9,7 @@
 #include "service/service_request.h"
 
 #include <memory>
+#include <string>
 
 namespace vellumo::certificate
 {
@@ -21,13 +22,15 @@ public:
     {
     }
 
-    // Returns False always; refusals reach the operator by message box. Faults are trapped.
+    // Returns False always; refusals reach the operator by message box. Faults are trapped; what
+    // ends without a message box leaves a line in the journal.
     bool Insert(const host::Value& idPaziente) const noexcept; // NOLINT(modernize-use-nodiscard)
 
 private:
     // True when SISS has registered the contact. As a first attempt it goes on to the modification by itself, once.
     bool SendContactData(const host::Value& idPaziente, bool asModification) const;
-    // Null when the host has no such patient.
+    void Tell(const host::Value& idPaziente, const std::string& why) const;
+    // Faults when the host has no such patient.
     [[nodiscard]] std::unique_ptr<host::Record> LoadPatient(const host::Value& idPaziente) const;
     void FillContactPerson(service::ServiceRequest& request, const host::Record& patient) const;
     void FillContactAddress(service::ServiceRequest& request, const host::Record& patient,

@@ -7,8 +7,10 @@
 #include <algorithm>
 #include <any>
 #include <array>
+#include <exception>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vellumo::environment
 {
@@ -80,17 +82,11 @@ public:
     }
 
 private:
-    // A look-up that fails is one that finds nothing; what the row before had must not be taken for it.
     [[nodiscard]] std::int32_t LocalExemptionOf(const std::string& code) const
     {
-        return host::Trap(
-            0,
-            [&]
-            {
-                return m_services.RequireUtils()
-                    .SingleValue("SELECT ISNULL(IDEsenzione, 0) FROM Norda..SISS_Esenzione WHERE Codice = {0}", {code})
-                    .ToInteger();
-            });
+        return m_services.RequireUtils()
+            .SingleValue("SELECT ISNULL(IDEsenzione, 0) FROM Norda..SISS_Esenzione WHERE Codice = {0}", {code})
+            .ToInteger();
     }
 
     const host::HostServices& m_services;
@@ -100,15 +96,96 @@ private:
 
 } // namespace
 
+// What was passed over in one run.
+class TableSynchronisation::Failures
+{
+public:
+    enum Kind
+    {
+        Dates,
+        Tables,
+        Rows,
+        Stores
+    };
+
+    // Runs one statement about that table.
+    template <class Statement>
+    void PassOver(Kind kind, const std::string& table, Statement&& statement) noexcept
+    {
+        try
+        {
+            std::forward<Statement>(statement)();
+        }
+        catch (...)
+        {
+            Note(m_of.at(kind), table);
+            m_first = m_first ? m_first : std::current_exception();
+        }
+    }
+
+    void TellBy(const Tell& tell) const
+    {
+        if (!m_first)
+        {
+            return;
+        }
+        constexpr std::array<std::string_view, 4> names = {
+            "tabelle di cui il programma non dà la data", "tabelle non lette", "righe non acquisite",
+            "tabelle importate di cui il programma non ha registrato la data"};
+        std::string what = "Sincronizzazione delle tabelle regionali";
+        const char* between = ": ";
+        for (std::size_t kind = 0; kind < names.size(); ++kind)
+        {
+            if (m_of.at(kind).count > 0)
+            {
+                what.append(between).append(names.at(kind)).append(" ").append(std::to_string(m_of.at(kind).count));
+                what.append(" (").append(m_of.at(kind).tables).append(")");
+                between = ", ";
+            }
+        }
+        try
+        {
+            std::rethrow_exception(m_first);
+        }
+        catch (const std::exception& fault)
+        {
+            tell(what + ". Prima causa", fault);
+        }
+    }
+
+private:
+    struct Of
+    {
+        int count = 0;
+        std::string tables;
+    };
+    static void Note(Of& of, const std::string& table) noexcept
+    {
+        ++of.count;
+        if (!of.tables.ends_with(table))
+        {
+            host::PassOver([&] { of.tables += (of.tables.empty() ? "" : ", ") + table; });
+        }
+    }
+
+    std::array<Of, 4> m_of;
+    std::exception_ptr m_first;
+};
+
 bool TableSynchronisation::Run() const noexcept
 {
-    return host::Trap(false,
-                      [&]
-                      {
-                          RegisterHost();
-                          const SISSImportIndexs outdated = Outdated();
-                          return outdated.Count() == 0 || ImportInWindow(outdated);
-                      });
+    Failures failures;
+    const bool done = host::Trap(
+        false,
+        [&]
+        {
+            RegisterHost();
+            const SISSImportIndexs outdated = Outdated(failures);
+            return outdated.Count() == 0 || ImportInWindow(outdated, failures);
+        },
+        [&](const std::exception& fault) { m_tell("Sincronizzazione delle tabelle regionali interrotta", fault); });
+    host::PassOver([&] { failures.TellBy(m_tell); });
+    return done;
 }
 
 // Not every user may write there, and the tables are as good without it.
@@ -118,12 +195,17 @@ void TableSynchronisation::RegisterHost() const
     host::PassOver([&] { m_settings.WriteMachineText(clientKey, "VERSIONE", "1.9.22"); });
 }
 
-SISSImportIndexs TableSynchronisation::Outdated() const
+SISSImportIndexs TableSynchronisation::Outdated(Failures& failures) const
 {
     SISSImportIndexs outdated;
     for (const SISSImportIndex& index : m_environment.ImportIndexs())
     {
-        if (FindTable(index.Name) != nullptr && IsOutdated(index))
+        bool isOutdated = false;
+        if (FindTable(index.Name) != nullptr)
+        {
+            failures.PassOver(Failures::Dates, index.Name, [&] { isOutdated = IsOutdated(index); });
+        }
+        if (isOutdated)
         {
             outdated.AddObject(index);
         }
@@ -134,23 +216,19 @@ SISSImportIndexs TableSynchronisation::Outdated() const
 // An entry is due when the host's date lies on a later day than the entry's: hosts count on this order of the two.
 bool TableSynchronisation::IsOutdated(const SISSImportIndex& index) const
 {
-    return host::Trap(false,
-                      [&]
-                      {
-                          const host::Value hosts = m_services.RequireUtils().TableDate(index.Name);
-                          return !hosts.IsNull() && hosts.ToDate().DayNumber() > index.UpdateDateTime.DayNumber();
-                      });
+    const host::Value hosts = m_services.RequireUtils().TableDate(index.Name);
+    return !hosts.IsNull() && hosts.ToDate().DayNumber() > index.UpdateDateTime.DayNumber();
 }
 
-bool TableSynchronisation::ImportInWindow(const SISSImportIndexs& indexs) const
+bool TableSynchronisation::ImportInWindow(const SISSImportIndexs& indexs, Failures& failures) const
 {
     ui::FormProgress progress;
     progress.Parameters() = indexs;
     progress.Load();
     progress.Tag = jobName;
-    progress.OnActivate[jobName] = [this](ui::FormProgress& window, const std::any& parameters, std::any& done)
+    progress.OnActivate[jobName] = [&](ui::FormProgress& window, const std::any& parameters, std::any& done)
     {
-        Import(std::any_cast<const SISSImportIndexs&>(parameters), window);
+        Import(std::any_cast<const SISSImportIndexs&>(parameters), window, failures);
         done = true;
     };
     progress.InitializeProgress("Sincronizzazione SISS", "Importazione dati");
@@ -159,16 +237,17 @@ bool TableSynchronisation::ImportInWindow(const SISSImportIndexs& indexs) const
     return done != nullptr && *done;
 }
 
-void TableSynchronisation::Import(const SISSImportIndexs& indexs, ui::FormProgress& progress) const
+void TableSynchronisation::Import(const SISSImportIndexs& indexs, ui::FormProgress& progress, Failures& failures) const
 {
     for (const SISSImportIndex& index : indexs)
     {
-        host::PassOver([&] { ImportRows(index, progress); });
+        failures.PassOver(Failures::Tables, index.Name, [&] { ImportRows(index, progress, failures); });
     }
 }
 
 // A table that cannot be opened keeps the host's date as it is; every other has its own stored afterwards.
-void TableSynchronisation::ImportRows(const SISSImportIndex& index, ui::FormProgress& progress) const
+void TableSynchronisation::ImportRows(const SISSImportIndex& index, ui::FormProgress& progress,
+                                      Failures& failures) const
 {
     const KnownTable& known = *FindTable(index.Name);
     const SISSImportTable table = m_environment.GetImportTable(index);
@@ -184,14 +263,14 @@ void TableSynchronisation::ImportRows(const SISSImportIndex& index, ui::FormProg
             [&] { progress.SetProgressInformation(known.progress, code + " - " + row.Field(descriptionColumn)); });
         if (known.effect == Effect::ExemptionValidity)
         {
-            host::PassOver([&] { validity.Store(code, row); });
+            failures.PassOver(Failures::Rows, index.Name, [&] { validity.Store(code, row); });
         }
     }
-    host::PassOver(
-        [&] {
-            m_services.RequireUtils().StoreTableDate(index.Name, index.UpdateDateTime,
-                                                     m_services.RequireLockSrv().UserId());
-        });
+    failures.PassOver(Failures::Stores, index.Name,
+                      [&] {
+                          m_services.RequireUtils().StoreTableDate(index.Name, index.UpdateDateTime,
+                                                                   m_services.RequireLockSrv().UserId());
+                      });
 }
 
 } // namespace vellumo::environment

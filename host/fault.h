@@ -62,4 +62,23 @@ template <class Result, class Operation>
     }
 }
 
+// The same, and `tell` hears of the fault; what fails in there is passed over.
+template <class Result, class Operation, class Tell>
+[[nodiscard]] Result Trap(Result otherwise, Operation&& operation, Tell&& tell) noexcept
+{
+    try
+    {
+        return std::forward<Operation>(operation)();
+    }
+    catch (const std::exception& fault)
+    {
+        PassOver([&] { std::forward<Tell>(tell)(fault); });
+    }
+    catch (...)
+    {
+        PassOver([&] { std::forward<Tell>(tell)(Fault("Errore sconosciuto.")); });
+    }
+    return otherwise;
+}
+
 } // namespace vellumo::host

@@ -24,6 +24,12 @@ struct Person
     std::string sesso;
     host::Date dataNascita;
     std::string comuneNascita; // its name
+
+    // False: neither fiscal code nor card number nor surname, so that nobody could tell who it is.
+    [[nodiscard]] bool CanBeFound() const noexcept
+    {
+        return !codiceFiscale.empty() || !codiceSanitario.empty() || !cognome.empty();
+    }
 };
 
 struct DoctorChoice

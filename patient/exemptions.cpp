@@ -67,20 +67,25 @@ bool Exemptions::Assign(SissExemptions& exemptions) const
     return window.Result() == ui::FormEsenzioni::Decision::Confirmed;
 }
 
-void Exemptions::Store(const SissExemptions& exemptions, std::int32_t idPaziente, bool deleteFirst) const
+SissExemptions Exemptions::Store(const SissExemptions& exemptions, std::int32_t idPaziente, bool deleteFirst) const
 {
     if (deleteFirst)
     {
         m_context.services.RequireUtils().Execute(
             std::string("DELETE FROM EsenzionePerPaziente ") + "WHERE IDPaziente = {0}", {idPaziente});
     }
+    SissExemptions lost;
     for (const auto& exemption : exemptions)
     {
-        Store(exemption, idPaziente);
+        if (!Store(exemption, idPaziente))
+        {
+            lost.push_back(exemption);
+        }
     }
+    return lost;
 }
 
-void Exemptions::Store(const ui::SissExemption& exemption, std::int32_t idPaziente) const
+bool Exemptions::Store(const ui::SissExemption& exemption, std::int32_t idPaziente) const
 {
     host::Utils& utils = m_context.services.RequireUtils();
     const auto local = [&]() -> std::optional<host::Value>
@@ -91,7 +96,7 @@ void Exemptions::Store(const ui::SissExemption& exemption, std::int32_t idPazien
     }();
     if (!local)
     {
-        return;
+        return false;
     }
 
     const auto pairing = utils.FindKey("Norda..SISS_Esenzione", "IDSISSEsenzione", "Codice = {0}", {exemption.Codice});
@@ -107,6 +112,7 @@ void Exemptions::Store(const ui::SissExemption& exemption, std::int32_t idPazien
                     {"Esenzione", *local},
                     {"DataEsenzione", host::Value::DateOrNull(exemption.DataEsenzione)},
                     {"Scadenza", host::Value::DateOrNull(exemption.Scadenza)}});
+    return true;
 }
 
 } // namespace vellumo::patient

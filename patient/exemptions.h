@@ -26,12 +26,13 @@ public:
     // Lets the operator assign the missing ones and confirm. False when he cancelled; then nothing has changed.
     [[nodiscard]] bool Assign(SissExemptions& exemptions) const;
 
-    // Stores them on the patient, the dates of those that he has already overwritten. An entry whose local exemption
-    // does not exist is left out. `deleteFirst`: the patient's own ones are deleted before.
-    void Store(const SissExemptions& exemptions, std::int32_t idPaziente, bool deleteFirst) const;
+    // Stores them on the patient, the dates of those that he has already overwritten. `deleteFirst`: the patient's own
+    // ones are deleted before. Returns those left out, since their local exemption does not exist any more.
+    [[nodiscard]] SissExemptions Store(const SissExemptions& exemptions, std::int32_t idPaziente,
+                                       bool deleteFirst) const;
 
 private:
-    void Store(const ui::SissExemption& exemption, std::int32_t idPaziente) const;
+    [[nodiscard]] bool Store(const ui::SissExemption& exemption, std::int32_t idPaziente) const;
     [[nodiscard]] std::int32_t LocalExemptionOf(const std::string& codice) const;
 
     const service::ProviderContext& m_context;

@@ -20,21 +20,29 @@ namespace
 // Hosts depend on this code being theirs no more after the report, while every other reported code is.
 constexpr std::string_view settledByReport = "APPL000091";
 
+std::string SubjectOf(const host::Value& idPaziente)
+{
+    return idPaziente.IsNull() ? "Identificazione di un cittadino"
+                               : "Identificazione del paziente " + service::IdentifierText(idPaziente);
+}
+
 } // namespace
 
 IdentificationOutcome Identification::Run(const host::Value& idPaziente) const noexcept
 {
     m_context.log.Prepare();
-    const auto outcome = host::Trap(IdentificationOutcome(),
-                                    [&]
-                                    {
-                                        Attempt attempt;
-                                        do
-                                        {
-                                            attempt = Try(idPaziente);
-                                        } while (attempt.retry);
-                                        return attempt.outcome;
-                                    });
+    const auto outcome = host::Trap(
+        IdentificationOutcome(),
+        [&]
+        {
+            Attempt attempt;
+            do
+            {
+                attempt = Try(idPaziente);
+            } while (attempt.retry);
+            return attempt.outcome;
+        },
+        [&](const std::exception& fault) { Tell(idPaziente, service::WhyOf(fault)); });
     m_context.log.End();
     return outcome;
 }
@@ -45,17 +53,24 @@ Identification::Attempt Identification::Try(const host::Value& idPaziente) const
     {
         return {{.IDPaziente = idPaziente.ToInteger(), .Gestito = false}};
     }
-    const auto request = BuildRequest(idPaziente);
-    const auto response = request ? m_context.sender.SendServiceRequest(*request) : nullptr;
+    const auto type = idPaziente.IsNull() ? service::rtIdentificaCittadinoGUI : service::rtIdentificaCittadinoEsteso;
+    const auto request = BuildRequest(type, idPaziente);
+    if (!request)
+    {
+        Tell(idPaziente, service::ServiceFactory::WhyNoRequest(type) + ".");
+        return {{.IDPaziente = idPaziente.ToInteger()}};
+    }
+    const auto response = m_context.sender.SendServiceRequest(*request, {.text = SubjectOf(idPaziente)});
     if (!response)
     {
         return {{.IDPaziente = idPaziente.ToInteger()}};
     }
     if (response->Failed())
     {
-        return response->FailedResult != nullptr ? React(*response) : Attempt();
+        return React(*response, idPaziente);
     }
-    if (response->Data.Text().empty())
+    // One without any key would be another patient each time, and what is empty would go into all of them.
+    if (!ReadIdentified(response->Data).person.CanBeFound())
     {
         m_context.desktop.Show({"Non è stata trovata nessuna corrispondenza.", "Attenzione!!", ui::Icon::Exclamation});
         return {{.IDPaziente = idPaziente.ToInteger(), .Gestito = false}};
@@ -63,8 +78,14 @@ Identification::Attempt Identification::Try(const host::Value& idPaziente) const
     return {{.IDPaziente = PatientUpdate(m_context).UpdatePatientFromCitizen(*response, true, true)}};
 }
 
-Identification::Attempt Identification::React(const service::ServiceResponse& response) const
+Identification::Attempt Identification::React(const service::ServiceResponse& response,
+                                              const host::Value& idPaziente) const
 {
+    if (response.FailedResult == nullptr)
+    {
+        Tell(idPaziente, "il SISS ha risposto con errori, ma senza un esito.");
+        return {};
+    }
     const std::string& code = response.FailedResult->Code;
     Attempt attempt;
     switch (service::AskAfterRefusal(code, m_context.desktop))
@@ -88,10 +109,16 @@ Identification::Attempt Identification::React(const service::ServiceResponse& re
     return attempt;
 }
 
-std::optional<service::ServiceRequest> Identification::BuildRequest(const host::Value& idPaziente) const
+void Identification::Tell(const host::Value& idPaziente, const std::string& why) const
 {
-    return idPaziente.IsNull() ? m_context.factory.GetRequest(service::rtIdentificaCittadinoGUI)
-                               : BuildExtendedIdentificationRequest(idPaziente);
+    m_context.journal.Write(SubjectOf(idPaziente) + ": " + why);
+}
+
+std::optional<service::ServiceRequest> Identification::BuildRequest(service::RequestTypes type,
+                                                                    const host::Value& idPaziente) const
+{
+    return type == service::rtIdentificaCittadinoGUI ? m_context.factory.GetRequest(type)
+                                                     : BuildExtendedIdentificationRequest(idPaziente);
 }
 
 std::optional<service::ServiceRequest>

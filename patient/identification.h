@@ -1,6 +1,6 @@
 // The host operation IdentificaPaziente: asks SISS who the citizen in front of the doctor is and brings the local
-// patient up to date with the answer. Traps its own faults: there is no patient then, and the host leaves it
-// at that.
+// patient up to date with the answer. Traps its own faults: there is no patient then, the host leaves it at that, and a
+// line in the journal says why.
 #pragma once
 
 #include "host/value.h"
@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace vellumo::patient
 {
@@ -41,8 +42,10 @@ private:
     };
 
     [[nodiscard]] Attempt Try(const host::Value& idPaziente) const;
-    [[nodiscard]] Attempt React(const service::ServiceResponse& response) const;
-    [[nodiscard]] std::optional<service::ServiceRequest> BuildRequest(const host::Value& idPaziente) const;
+    [[nodiscard]] Attempt React(const service::ServiceResponse& response, const host::Value& idPaziente) const;
+    void Tell(const host::Value& idPaziente, const std::string& why) const;
+    [[nodiscard]] std::optional<service::ServiceRequest> BuildRequest(service::RequestTypes type,
+                                                                      const host::Value& idPaziente) const;
     [[nodiscard]] std::optional<service::ServiceRequest>
     BuildExtendedIdentificationRequest(const host::Value& idPaziente) const;
 

@@ -18,10 +18,17 @@ namespace
 
 constexpr const char* jobName = "sincronizza_pazienti";
 constexpr const char* listElement = "assistiti";
+constexpr const char* citizenElement = "assistito";
 
 // A citizen takes about a kilobyte and 22 elements; a doctor has two thousand, a group of practices fifty times as
 // many.
 constexpr xml::Limits limits = {.bytes = std::size_t{96} * 1024 * 1024, .nodes = 2'500'000};
+
+bool IsList(const xml::Document& document)
+{
+    const xml::Node root = document.Root();
+    return root.Name() == listElement && (root.Select(citizenElement) || !root.FirstChildElement());
+}
 
 // Imports one citizen after the other; towns and ASLs are looked up once for all of them.
 class ListedPatients
@@ -61,13 +68,16 @@ private:
 
 bool PatientListImport::Run() const noexcept
 {
-    return host::Trap(false,
-                      [&]
-                      {
-                          const auto path = m_context.desktop.AskFile(
-                              "Selezionare il file contenente l'elenco assistiti", "Elenco assistiti (*.xml)|*.xml");
-                          return path && RunOnFile(*path);
-                      });
+    return host::Trap(
+        false,
+        [&]
+        {
+            const auto path = m_context.desktop.AskFile("Selezionare il file contenente l'elenco assistiti",
+                                                        "Elenco assistiti (*.xml)|*.xml");
+            return path && RunOnFile(*path);
+        },
+        [&](const std::exception& fault)
+        { m_context.journal.Write("Importazione dell'elenco assistiti: " + service::WhyOf(fault)); });
 }
 
 bool PatientListImport::RunOnFile(const std::string& path) const
@@ -92,14 +102,17 @@ bool PatientListImport::RunOnFile(const std::string& path) const
     progress.Tag = jobName;
     progress.OnActivate[jobName] = [&](ui::FormProgress& window, const std::any&, std::any& result)
     {
+        Course course;
         try
         {
-            Import(*list, window);
+            Import(*list, window, course);
             result = true;
+            host::PassOver([&] { Tell(course, nullptr); });
         }
         catch (const std::exception& fault)
         {
             result = std::string(fault.what());
+            host::PassOver([&] { Tell(course, &fault); });
         }
     };
     progress.InitializeProgress("Sincronizzazione", "Importazione pazienti");
@@ -126,15 +139,17 @@ std::optional<xml::Document> PatientListImport::ReadList(std::string bytes)
             const auto text = environment::DecodeXml(std::move(bytes));
             auto document = text ? xml::Document::FromText(*text, limits) : std::nullopt;
             // Any other document has nobody in it, and all patients would be revoked.
-            return document && document->Root().Name() == listElement ? std::move(document) : std::nullopt;
+            return document && IsList(*document) ? std::move(document) : std::nullopt;
         });
 }
 
-void PatientListImport::Import(const xml::Document& list, ui::FormProgress& progress) const
+void PatientListImport::Import(const xml::Document& list, ui::FormProgress& progress, Course& course) const
 {
+    const auto citizens = list.Root().SelectAll(citizenElement);
+    course.count = citizens.size();
     Revoke();
+    course.revoked = true;
     ListedPatients patients(m_context);
-    const auto citizens = list.SelectAll("/assistiti/assistito");
     const auto count = static_cast<std::int32_t>(citizens.size());
     std::int32_t position = 0;
     for (const xml::Node& node : citizens)
@@ -142,8 +157,37 @@ void PatientListImport::Import(const xml::Document& list, ui::FormProgress& prog
         const Citizen citizen = ReadListed(node);
         progress.SetProgressValue(++position, count);
         progress.SetProgressInformation("Importazione paziente...", citizen.person.cognome + ' ' + citizen.person.nome);
+        if (!citizen.person.CanBeFound())
+        {
+            ++course.passedOver;
+            continue;
+        }
         patients.Store(citizen);
+        ++course.imported;
     }
+}
+
+// `fault` null: it has come to its end.
+void PatientListImport::Tell(const Course& course, const std::exception* fault) const
+{
+    if (fault == nullptr && course.passedOver == 0)
+    {
+        return;
+    }
+    std::string line = "Importazione dell'elenco assistiti ";
+    line += fault == nullptr ? "terminata" : "interrotta";
+    line += ": importati " + std::to_string(course.imported) + " di " + std::to_string(course.count) + ".";
+    if (course.passedOver != 0)
+    {
+        line += " Senza codice fiscale, codice sanitario e cognome, quindi non importati: " +
+                std::to_string(course.passedOver) + ".";
+    }
+    if (fault != nullptr)
+    {
+        line += course.revoked ? " Gli altri pazienti restano revocati." : " Nessun paziente è stato revocato.";
+        line += " L'importazione si può ripetere. Motivo: " + service::WhyOf(*fault);
+    }
+    m_context.journal.WriteToCheck(line);
 }
 
 // Of every practice: the list is the region's, not one studio's.

@@ -10,6 +10,8 @@
 #include "service/provider_context.h"
 #include "xml/document.h"
 
+#include <cstddef>
+#include <exception>
 #include <optional>
 #include <string>
 
@@ -30,14 +32,23 @@ public:
     }
 
     // True only when the import came to its end. Otherwise the operator has seen why, or has chosen no file. Traps its
-    // faults.
+    // faults. A line in the journal tells of an import that broke off, and of elements that it passed over.
     [[nodiscard]] bool Run() const noexcept;
 
 private:
     [[nodiscard]] bool RunOnFile(const std::string& path) const;
     // The list, when the text is one; empty for anything else.
     [[nodiscard]] static std::optional<xml::Document> ReadList(std::string bytes);
-    void Import(const xml::Document& list, ui::FormProgress& progress) const;
+    // How far an import has come.
+    struct Course
+    {
+        bool revoked = false;
+        std::size_t count = 0; // of the list
+        std::size_t imported = 0;
+        std::size_t passedOver = 0; // nobody could tell who they are
+    };
+    void Import(const xml::Document& list, ui::FormProgress& progress, Course& course) const;
+    void Tell(const Course& course, const std::exception* fault) const;
     void Revoke() const;
     void ShowError(const std::string& text) const;
 

@@ -7,6 +7,7 @@
 #include "ui/form_paziente_changes.h"
 
 #include <string>
+#include <vector>
 
 namespace vellumo::patient
 {
@@ -53,6 +54,8 @@ std::int32_t PatientUpdate::UpdatePatientFromCitizen(const service::ServiceRespo
     {
         if (!patient->Load(matched))
         {
+            m_context.journal.Write("Il paziente " + std::to_string(matched) +
+                                    ", che il SISS ha identificato, non può essere letto: non è stato aggiornato.");
             return 0;
         }
         if (!force && !IsDue(*patient, askIfRecent))
@@ -103,15 +106,24 @@ std::int32_t PatientUpdate::Store(const Citizen& citizen, host::Record& patient,
         PatientWriter::Save(patient);
     }
     const std::int32_t idPaziente = patient.Id();
+    std::vector<ui::SissExemption> lost;
     if (HasBit(mask, ui::update::exemptions))
     {
-        m_exemptions.Store(citizen.exemptions, idPaziente, HasBit(mask, ui::update::deleteExemptions));
+        lost = m_exemptions.Store(citizen.exemptions, idPaziente, HasBit(mask, ui::update::deleteExemptions));
     }
     if (HasBit(mask, ui::update::addresses))
     {
         writer.WriteAddresses(citizen, idPaziente);
     }
     transaction.Commit();
+    for (const ui::SissExemption& exemption : lost)
+    {
+        m_context.journal.WriteToCheck("Paziente " + std::to_string(idPaziente) + ": esenzione SISS " +
+                                       exemption.Codice + " non salvata, l'esenzione locale " +
+                                       std::to_string(exemption.IDEsenzione) +
+                                       " a cui è assegnata non esiste più. Identificare di nuovo il paziente e "
+                                       "assegnarne un'altra.");
+    }
     return idPaziente;
 }
 

@@ -45,14 +45,15 @@ std::int32_t ReferenceData::RegionOf(const std::string& code)
 
 std::int32_t ReferenceData::AslOf(const Asl& asl)
 {
-    const auto found = m_asls.find(asl.sigla);
-    if (found != m_asls.end() && found->second.description == asl.descrizione)
+    const std::string key = asl.RegionCode() + '/' + asl.Number();
+    const auto found = m_asls.find(key);
+    if (found != m_asls.end() && (asl.descrizione.empty() || asl.descrizione == found->second.description))
     {
         return found->second.id;
     }
     const std::int32_t region = RegionOf(asl.RegionCode());
     const std::int32_t id = region == 0 ? 0 : WriteAsl(asl, region);
-    m_asls.insert_or_assign(asl.sigla, StoredAsl{id, asl.descrizione});
+    m_asls.insert_or_assign(key, StoredAsl{id, asl.descrizione});
     return id;
 }
 
@@ -72,7 +73,10 @@ std::int32_t ReferenceData::WriteAsl(const Asl& asl, std::int32_t region) const
     {
         throw host::Fault("Impossibile leggere l'ASL del paziente.");
     }
-    record->Set("ASL", asl.descrizione);
+    if (known == 0 || !asl.descrizione.empty())
+    {
+        record->Set("ASL", asl.descrizione);
+    }
     record->Set("NumeroASL", number);
     record->Set("IDRegione", region);
     if (!record->Save())

@@ -24,8 +24,8 @@ public:
     // Identifier of the town of that name; 0 when the host has none.
     [[nodiscard]] std::int32_t TownOf(const std::string& name);
 
-    // Identifier of the host's row of the ASL, its description refreshed, or the row made when there was none; 0 when
-    // its region is unknown.
+    // Identifier of the host's row of the ASL, or of one made when there was none; 0 when its region is unknown. The
+    // description is refreshed; an empty one leaves that of the row, which all patients of the ASL share.
     [[nodiscard]] std::int32_t AslOf(const Asl& asl);
 
 private:
@@ -40,7 +40,7 @@ private:
         std::int32_t id = 0;
         std::string description; // as last stored
     };
-    std::unordered_map<std::string, StoredAsl> m_asls; // by sigla
+    std::unordered_map<std::string, StoredAsl> m_asls; // by region and number, which are all that the row has of a code
 };
 
 } // namespace vellumo::patient

@@ -245,6 +245,27 @@ void LookAtLogFile(Run& run, const Node& node)
     Expect(node.Text("FILE"), expected, norda::ReadAnsiFile(file));
 }
 
+// Files of lines that the library leaves for support staff.
+std::string Traces(Run& run)
+{
+    std::string text;
+    std::error_code none;
+    for (const auto& entry : fs::directory_iterator(run.GetStage().Practice().TraceFolder(), none))
+    {
+        text += Name(entry.path()).starts_with("tracce ") ? norda::ReadAnsiFile(entry.path()) : "";
+    }
+    return text;
+}
+
+void LookAtTraces(Run& run, const Node& node)
+{
+    const auto seen = Traces(run);
+    if (node.Has("none") ? !seen.empty() : seen.find(node.Text("PART")) == std::string::npos)
+    {
+        throw Differs("the traces hold " + (seen.empty() ? "nothing" : Quoted(seen)));
+    }
+}
+
 void LookAtRegistry(Run& run, const Node& node)
 {
     const auto seen = run.GetStage().GetTarget().Machine().MachineText(node.Text("KEY"), node.Text("NAME"));
@@ -299,6 +320,8 @@ const Group checkStatements = {
         {"log", "holds 'FILE' reply N", "", LookAtLogFile},
         {"log", "holds 'FILE' empty", "", LookAtLogFile},
         {"log", "holds 'FILE' 'TEXT'", "", LookAtLogFile},
+        {"", "trace contains 'PART'", "the files `tracce …` of `SISS\\Tracce` contain that", LookAtTraces},
+        {"", "trace none", "there are none, or they are empty", LookAtTraces},
         {"", "registry machine KEY NAME is missing", "a registry value", LookAtRegistry},
         {"", "registry machine KEY NAME is TEXT", "", LookAtRegistry},
     }};

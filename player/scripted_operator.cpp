@@ -161,8 +161,20 @@ void ScriptedOperator::Work(Window& window)
     }
 }
 
+// A box that says that something failed, and asks nothing.
+bool ScriptedOperator::OnlyTells(const Window& window)
+{
+    return window.Kind() == WindowKind::Box && window.Icon() != ui::Icon::Information &&
+           window.All(ControlKind::Button).size() == 1;
+}
+
 void ScriptedOperator::Unexpected(Window& window)
 {
+    if (m_lenient && OnlyTells(window))
+    {
+        Dismiss(window);
+        return;
+    }
     if (std::find(m_unexpected.begin(), m_unexpected.end(), window.Id()) == m_unexpected.end())
     {
         m_unexpected.push_back(window.Id());

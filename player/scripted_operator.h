@@ -21,8 +21,8 @@ public:
     {
     }
 
-    // `call` and its windows are a line of the scenario and lines below it. `lenient`: the call may end before all
-    // windows have appeared, since something fails in it on purpose.
+    // `call` and its windows are a line of the scenario and lines below it. `lenient`: something fails in it on
+    // purpose, so that it may end before all windows have appeared, and boxes may tell of the failure.
     void Begin(const Node& call, bool lenient);
     void End();
 
@@ -37,6 +37,7 @@ private:
     // False when something differed, which has been reported.
     bool Do(const Node& line, Window& window);
     void Unexpected(Window& window);
+    [[nodiscard]] static bool OnlyTells(const Window& window);
     static void Dismiss(Window& window);
 
     Audience& m_audience;

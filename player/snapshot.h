@@ -5,6 +5,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vellumo::player
@@ -23,6 +24,9 @@ using Snapshot = std::map<std::string, TableTexts>; // by table name, "Norda..Co
 
 [[nodiscard]] Snapshot TakeSnapshot(norda::Database& database);
 
+// Where the host keeps the lines of its journal of service errors, which are no data of the practice.
+inline constexpr std::string_view journalTable = "GiornaleServizi";
+
 struct RowChange
 {
     enum class Kind
@@ -36,8 +40,7 @@ struct RowChange
     int key = 0;
     RowTexts texts; // of an added row all that are not NULL (without the key), of a changed one the new texts
 
-    // A line of the host's journal of service errors, which is no data of the practice.
-    [[nodiscard]] bool IsJournalLine() const { return table == "GiornaleServizi"; }
+    [[nodiscard]] bool IsJournalLine() const { return table == journalTable; }
     // "changed Paziente 2: Cognome = Rossi, …"
     [[nodiscard]] std::string Text() const;
 };

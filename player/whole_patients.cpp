@@ -15,6 +15,10 @@ Groups GroupsOf(const Snapshot& snapshot)
     Groups groups;
     for (const auto& [table, texts] : snapshot)
     {
+        if (table == journalTable) // tells of what broke off
+        {
+            continue;
+        }
         for (const auto& [key, row] : texts.rows)
         {
             const auto id = table + ' ' + std::to_string(key);

@@ -195,8 +195,10 @@ bool SISSProvider::Sincronizza() noexcept
     return m_calls->Run(
         [](const ProviderContext& context)
         {
+            const auto tell = [&](const std::string& what, const std::exception& cause)
+            { context.journal.Write(what + ": " + service::WhyOf(cause)); };
             return environment::TableSynchronisation(context.services, context.environment, context.settings,
-                                                     context.desktop)
+                                                     context.desktop, tell)
                 .Run();
         });
 }

@@ -142,6 +142,11 @@ std::string WhyOf(const std::exception& failure)
     return why + WithoutQuotedValues(failure.what());
 }
 
+std::string IdentifierText(const host::Value& identifier)
+{
+    return host::Trap(std::string("sconosciuto"), [&] { return std::to_string(identifier.ToInteger()); });
+}
+
 std::string WithoutQuotedValues(std::string_view text)
 {
     std::string masked;

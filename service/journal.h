@@ -6,6 +6,7 @@
 
 #include "host/host_services.h"
 #include "host/traces.h"
+#include "host/value.h"
 
 #include <exception>
 #include <string>
@@ -46,6 +47,9 @@ private:
 // Why an operation failed, for a line: number, source and text of the fault. Values in quotation marks or brackets
 // become "…", since servers quote data in their messages.
 [[nodiscard]] std::string WhyOf(const std::exception& fault);
+
+// An identifier that the host gave, for a line; "sconosciuto" for anything but a whole number.
+[[nodiscard]] std::string IdentifierText(const host::Value& identifier);
 
 // `text` with what stands in quotation marks or brackets replaced.
 [[nodiscard]] std::string WithoutQuotedValues(std::string_view text);

@@ -40,6 +40,12 @@ constexpr std::array<RequestRow, 12> requests = {{
      "param/invioCertificato"},
 }};
 
+const RequestRow* RowOf(RequestTypes requestType)
+{
+    const auto position = static_cast<std::size_t>(requestType);
+    return requestType < 0 || position >= requests.size() ? nullptr : &requests.at(position);
+}
+
 // As a program loads a file: its own declaration says which encoding it has. Empty when it is not XML. A file that is
 // there and cannot be read faults, as one for which memory is short: it may be as good as ever.
 std::optional<xml::Document> ReadDocument(const std::string& path)
@@ -47,12 +53,13 @@ std::optional<xml::Document> ReadDocument(const std::string& path)
     auto bytes = environment::ReadFile(path);
     if (!bytes)
     {
-        throw host::Fault("Impossibile leggere il file \"" + path + "\".");
+        throw host::Fault("Impossibile leggere il file " + path + ".");
     }
     const auto text = environment::DecodeXml(std::move(*bytes));
     return text ? xml::Document::FromText(*text) : std::nullopt;
 }
 
+constexpr const char* templates = "Templates"; // folder
 constexpr std::string_view bodyPath = "/SOAP-ENV:Envelope/SOAP-ENV:Body/";
 
 } // namespace
@@ -70,18 +77,21 @@ std::string ServiceFactory::PathOf(std::string_view folder, std::string_view fil
 
 std::optional<ServiceRequest> ServiceFactory::GetRequest(RequestTypes requestType) const
 {
-    if (requestType < 0 || static_cast<std::size_t>(requestType) >= requests.size())
+    const RequestRow* row = RowOf(requestType);
+    const std::string path = row != nullptr ? PathOf(templates, row->templateFile) : std::string();
+    if (row == nullptr || !environment::FileExists(path))
     {
         return std::nullopt;
     }
-    const RequestRow& row = requests.at(static_cast<std::size_t>(requestType));
-    const std::string path = PathOf("Templates", row.templateFile);
-    if (!environment::FileExists(path))
-    {
-        return std::nullopt;
-    }
-    const std::string header = std::string(bodyPath) + row.operation;
-    return ServiceRequest(row.name, header + "/" + row.data, header, ReadDocument(path).value_or(xml::Document()));
+    const std::string header = std::string(bodyPath) + row->operation;
+    return ServiceRequest(row->name, header + "/" + row->data, header, ReadDocument(path).value_or(xml::Document()));
+}
+
+std::string ServiceFactory::WhyNoRequest(RequestTypes requestType)
+{
+    const RequestRow* row = RowOf(requestType);
+    return row == nullptr ? "il SISS non offre questo servizio"
+                          : std::string("manca il modello ") + row->templateFile + " in SISS\\" + templates;
 }
 
 std::shared_ptr<ServiceResponse> ServiceFactory::GetTestResponse(RequestTypes requestType) const

@@ -28,6 +28,9 @@ public:
     // template of its own and for a template file that is missing; one that is not XML gives a request without nodes.
     [[nodiscard]] virtual std::optional<ServiceRequest> GetRequest(RequestTypes requestType) const;
 
+    // Why `GetRequest` gives none of that type, for a line: without a full stop.
+    [[nodiscard]] static std::string WhyNoRequest(RequestTypes requestType);
+
     // A canned reply from SISS\Tests, for rtIdentificaCittadino only. Null when there is none.
     [[nodiscard]] std::shared_ptr<ServiceResponse> GetTestResponse(RequestTypes requestType) const;
 

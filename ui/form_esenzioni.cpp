@@ -15,10 +15,7 @@ constexpr Colour palePink = 0xFFEFF6;
 constexpr const char* localExemptionsSql =
     "SELECT IDEsenzione, Esenzione, CodiceIdentificativo, IDTipoEsenzione FROM VwPartecipazioneSpesa";
 
-bool IsAssigned(std::int32_t idEsenzione)
-{
-    return idEsenzione >= 1;
-}
+constexpr Colour darkRed = 0xB00000;
 
 } // namespace
 
@@ -44,11 +41,11 @@ FormEsenzioni::FormEsenzioni(std::vector<SissExemption>& esenzioni, host::Connec
         ShowAssignment(m_assigned.size() - 1);
     }
     Search();
-    const auto unassigned = NextUnassigned(0);
-    m_initialFocus = unassigned ? static_cast<Control*>(&m_cerca) : &m_conferma;
+    const auto offered = NextOffered(0);
+    m_initialFocus = offered ? static_cast<Control*>(&m_cerca) : &m_conferma;
     if (!m_assigned.empty())
     {
-        m_esenzioniSiss.selected = unassigned.value_or(0);
+        m_esenzioniSiss.selected = offered.value_or(0);
     }
     UpdateState();
 }
@@ -156,7 +153,7 @@ void FormEsenzioni::Assign()
     const std::size_t row = *m_esenzioniSiss.selected;
     m_assigned[row] = m_locali[m_found[*m_esenzioniLocali.selected]].id;
     ShowAssignment(row);
-    GoToRow(NextUnassigned(row).value_or(row));
+    GoToRow(NextOffered(row).value_or(row));
 }
 
 void FormEsenzioni::GoToRow(std::size_t row)
@@ -170,7 +167,7 @@ void FormEsenzioni::GoToRow(std::size_t row)
 
 void FormEsenzioni::Confirm()
 {
-    if (const auto missing = NextUnassigned(0))
+    if (const auto missing = Next(0, Assignment::Missing))
     {
         m_desktop.Show({.text = "Prima di proseguire è necessario assegnare le esenzioni mancanti.",
                         .title = "Attenzione!!",
@@ -189,29 +186,54 @@ void FormEsenzioni::Confirm()
 void FormEsenzioni::ShowAssignment(std::size_t row)
 {
     Cell& cell = m_esenzioniSiss.rows[row].back();
-    const std::int32_t id = m_assigned[row];
-    if (!IsAssigned(id))
+    switch (StateOf(row))
     {
+    case Assignment::Missing:
         cell = {.text = "Assegna esenzione", .foreground = blue, .background = palePink};
-        return;
+        break;
+    case Assignment::Lost:
+        cell = {.text = "Non esiste più (esenzione locale " + std::to_string(m_assigned[row]) + "): riassegnare",
+                .foreground = darkRed,
+                .background = palePink};
+        break;
+    case Assignment::Good:
+        const LocalExemption& local = *FindLocal(m_assigned[row]);
+        cell = {.text = local.codice + " - " + local.descrizione};
+        break;
     }
-    const auto local = std::find_if(m_locali.begin(), m_locali.end(),
-                                    [&](const LocalExemption& exemption) { return exemption.id == id; });
-    // A pairing made earlier may point to an exemption that the list no longer has.
-    cell = {.text = local == m_locali.end() ? std::to_string(id) : local->codice + " - " + local->descrizione};
 }
 
-// The first row without a local exemption, looking from `from` to the end and then from the start.
-std::optional<std::size_t> FormEsenzioni::NextUnassigned(std::size_t from) const
+const FormEsenzioni::LocalExemption* FormEsenzioni::FindLocal(std::int32_t id) const
+{
+    const auto local = std::ranges::find(m_locali, id, &LocalExemption::id);
+    return local == m_locali.end() ? nullptr : &*local;
+}
+
+// A pairing made earlier may point to an exemption that the list no longer has.
+FormEsenzioni::Assignment FormEsenzioni::StateOf(std::size_t row) const
+{
+    const std::int32_t id = m_assigned[row];
+    return id < 1 ? Assignment::Missing : FindLocal(id) == nullptr ? Assignment::Lost : Assignment::Good;
+}
+
+// The first row in that state, looking from `from` to the end and then from the start.
+std::optional<std::size_t> FormEsenzioni::Next(std::size_t from, Assignment state) const
 {
     for (std::size_t i = 0; i < m_assigned.size(); ++i)
     {
-        if (const std::size_t row = (from + i) % m_assigned.size(); !IsAssigned(m_assigned[row]))
+        if (const std::size_t row = (from + i) % m_assigned.size(); StateOf(row) == state)
         {
             return row;
         }
     }
     return std::nullopt;
+}
+
+// What must be assigned comes before what may be.
+std::optional<std::size_t> FormEsenzioni::NextOffered(std::size_t from) const
+{
+    const auto missing = Next(from, Assignment::Missing);
+    return missing ? missing : Next(from, Assignment::Lost);
 }
 
 // Descriptions are long and often differ only at their end, where a column cuts them.
@@ -222,17 +244,37 @@ std::string FormEsenzioni::Detail() const
         return "";
     }
     const std::size_t row = *m_esenzioniSiss.selected;
-    return "SISS: " + m_esenzioni[row].Codice + " - " + m_esenzioni[row].Descrizione +
-           "\r\nLocale: " + (IsAssigned(m_assigned[row]) ? m_esenzioniSiss.rows[row].back().text : "da assegnare");
+    return "SISS: " + m_esenzioni[row].Codice + " - " + m_esenzioni[row].Descrizione + "\r\nLocale: " +
+           (StateOf(row) == Assignment::Missing ? "da assegnare" : m_esenzioniSiss.rows[row].back().text);
+}
+
+std::string FormEsenzioni::State() const
+{
+    std::size_t missing = 0;
+    std::size_t lost = 0;
+    for (std::size_t row = 0; row < m_assigned.size(); ++row)
+    {
+        missing += StateOf(row) == Assignment::Missing ? 1U : 0U;
+        lost += StateOf(row) == Assignment::Lost ? 1U : 0U;
+    }
+    std::string text = m_assigned.empty() ? "Il SISS non riporta esenzioni per questo cittadino."
+                       : missing == 1     ? "Resta 1 esenzione da assegnare."
+                       : missing > 1      ? "Restano " + std::to_string(missing) + " esenzioni da assegnare."
+                       : lost == 0        ? "Tutte le esenzioni sono assegnate."
+                                          : "";
+    if (lost > 0)
+    {
+        text += text.empty() ? "" : " ";
+        text += lost == 1 ? "1 è assegnata a un'esenzione locale che non esiste più: non verrà salvata."
+                          : std::to_string(lost) +
+                                " sono assegnate a esenzioni locali che non esistono più: non verranno salvate.";
+    }
+    return text;
 }
 
 void FormEsenzioni::UpdateState()
 {
-    const auto missing = std::count_if(m_assigned.begin(), m_assigned.end(), [](auto id) { return !IsAssigned(id); });
-    m_stato.text = m_assigned.empty() ? "Il SISS non riporta esenzioni per questo cittadino."
-                   : missing == 0     ? "Tutte le esenzioni sono assegnate."
-                   : missing == 1     ? "Resta 1 esenzione da assegnare."
-                                      : "Restano " + std::to_string(missing) + " esenzioni da assegnare.";
+    m_stato.text = State();
     m_esenzioniLocali.text =
         "Esenzioni &locali (" + std::to_string(m_found.size()) + " di " + std::to_string(m_locali.size()) + ")";
     m_dettaglio.text = Detail();

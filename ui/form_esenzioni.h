@@ -1,7 +1,8 @@
 // The window in which the operator gives each SISS exemption of a citizen its local exemption. It lists the citizen's
 // exemptions; the local ones, thousands, can be searched by typing. Confirming is possible only when every row has
-// one. Made for the keyboard: it starts on the first row without a local exemption, with the keyboard in the search
-// box; typing finds, Enter assigns and goes on to the next such row.
+// one; that it does not exist any more is shown and does not hinder. Made for the keyboard: it starts on the first row
+// that needs a local exemption, with the keyboard in the search box; typing finds, Enter assigns and goes on to the
+// next such row.
 #pragma once
 
 #include "host/connection.h"
@@ -62,8 +63,19 @@ private:
     void Confirm();
     void GoToRow(std::size_t row);
     [[nodiscard]] std::string Detail() const;
+    [[nodiscard]] std::string State() const;
     void UpdateState();
-    [[nodiscard]] std::optional<std::size_t> NextUnassigned(std::size_t from) const;
+
+    enum class Assignment
+    {
+        Missing,
+        Lost, // the local exemption is not there any more
+        Good,
+    };
+    [[nodiscard]] Assignment StateOf(std::size_t row) const;
+    [[nodiscard]] const LocalExemption* FindLocal(std::int32_t id) const;
+    [[nodiscard]] std::optional<std::size_t> Next(std::size_t from, Assignment state) const;
+    [[nodiscard]] std::optional<std::size_t> NextOffered(std::size_t from) const;
 
     std::vector<SissExemption>& m_esenzioni;
     Desktop& m_desktop;

@@ -71,7 +71,7 @@ void HostUtils::StoreTableDate(const std::string& table, host::Date date, std::i
 {
     const auto key = FindKey("SincronizzazioneTabella", "IDSincronizzazioneTabella", "Tabella = {0}", {table});
     WriteRow("SincronizzazioneTabella", "IDSincronizzazioneTabella", key,
-             {{"Tabella", table}, {"Data", date}, {"IDUtente", user}});
+             {{"Tabella", table}, {"Data", host::Value::DateOrNull(date)}, {"IDUtente", user}});
 }
 
 void HostUtils::RecordServiceError(const std::string& line)

@@ -53,6 +53,7 @@ public:
     [[nodiscard]] std::filesystem::path SissFolder() const { return m_folder / "AppSISS"; }
     [[nodiscard]] std::filesystem::path TemplatesFolder() const { return HostFolder() / "SISS" / "Templates"; }
     [[nodiscard]] std::filesystem::path LogFolder() const { return HostFolder() / "SISS" / "Log"; }
+    [[nodiscard]] std::filesystem::path TraceFolder() const { return HostFolder() / "SISS" / "Tracce"; }
     [[nodiscard]] std::filesystem::path ConfigFolder() const { return SissFolder() / "SISS" / "Conf"; }
     [[nodiscard]] std::filesystem::path TablesFolder() const;
 

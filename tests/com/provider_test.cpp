@@ -112,7 +112,8 @@ TEST_CASE("without the bridge there is no provider, and the host is told what to
     CHECK(object == nullptr);
     const auto details = TakeErrorInfo();
     CHECK(details.source == "Vellumo.SISSProvider");
-    for (const char* part : {"Winbridge4seb.Bean.1", "non è installato", "Installare il client SISS"})
+    for (const char* part :
+         {"Winbridge4seb.Bean.1", sizeof(void*) == 8 ? "per i programmi a 64 bit" : "per i programmi a 32 bit"})
     {
         CAPTURE(details.description);
         CHECK(details.description.find(part) != std::string::npos);
@@ -289,10 +290,12 @@ TEST_CASE("only an object with a record's members is a certificate, and no fault
         const Variant otherObject(other.Get());
         const Variant number{host::Value(1)};
         const Variant values(std::vector<host::Value>{1});
-        const std::pair<const VARIANT*, int> cases[] = {
-            {&byValue.Get(), 1}, {&unknown, 1},        {&reference, 0},    {&outer, 0},        {&null, 0},
-            {&empty, 0},         {&noObject.Get(), 0}, {&number.Get(), 0}, {&values.Get(), 0}, {&otherObject.Get(), 0},
-            {&broken, 0}};
+        const std::pair<const VARIANT*, bool> cases[] = {{&byValue.Get(), true},   {&unknown, true},
+                                                         {&reference, true},       {&outer, true},
+                                                         {&null, false},           {&empty, false},
+                                                         {&noObject.Get(), false}, {&number.Get(), false},
+                                                         {&values.Get(), false},   {&otherObject.Get(), false},
+                                                         {&broken, false}};
         for (const auto& [argument, expected] : cases)
         {
             CAPTURE(V_VT(argument));
@@ -303,7 +306,7 @@ TEST_CASE("only an object with a record's members is a certificate, and no fault
             answer = VARIANT_TRUE;
             CHECK(second->AnnullaCertificato(*argument, &answer) == S_OK);
             CHECK(answer == VARIANT_FALSE);
-            CHECK(asked->asked == 2 * expected);
+            CHECK((asked->asked > 0) == expected);
         }
         VARIANT_BOOL answer = VARIANT_TRUE;
         CHECK(contact->InserisciContatto(values.Get(), &answer) == S_OK); // no identifier at all

@@ -5,6 +5,9 @@
 
 #include <doctest.h>
 
+#include <algorithm>
+#include <vector>
+
 using namespace vellumo;
 
 TEST_CASE("settings are texts of at most 255 characters")
@@ -41,3 +44,34 @@ TEST_CASE("settings are texts of at most 255 characters")
     CHECK_THROWS_AS(store.WriteMachineText(key, "NOME", "x"), host::Fault);
     REQUIRE(RegDeleteTreeW(HKEY_CURRENT_USER, path.c_str()) == ERROR_SUCCESS);
 }
+
+#ifdef _WIN64
+TEST_CASE("a value for all programs is written where its key is: in either view of the registry, or in both")
+{
+    const std::wstring path = L"Software\\Vellumo.Tests.Views";
+    windows::RegistrySettingsStore store;
+    for (const std::vector<REGSAM>& views :
+         {std::vector<REGSAM>{KEY_WOW64_64KEY}, {KEY_WOW64_32KEY}, {KEY_WOW64_64KEY, KEY_WOW64_32KEY}})
+    {
+        CAPTURE(views.size());
+        for (const REGSAM view : views)
+        {
+            windows::RegistryKey made;
+            REQUIRE(made.Create(HKEY_LOCAL_MACHINE, path, KEY_SET_VALUE | view) == ERROR_SUCCESS);
+        }
+        store.WriteMachineText("Software\\Vellumo.Tests.Views", "NOME", "NordaG");
+        for (const REGSAM view : {KEY_WOW64_64KEY, KEY_WOW64_32KEY})
+        {
+            windows::RegistryKey reader;
+            const bool isThere = reader.Open(HKEY_LOCAL_MACHINE, path, KEY_QUERY_VALUE | view) == ERROR_SUCCESS;
+            CHECK(isThere == (std::ranges::count(views, view) == 1)); // nobody else's key is made
+            CHECK((RegQueryValueExW(reader.Get(), L"NOME", nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS) ==
+                  isThere);
+            if (isThere)
+            {
+                REQUIRE(RegDeleteKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), view, 0) == ERROR_SUCCESS);
+            }
+        }
+    }
+}
+#endif

@@ -260,7 +260,12 @@ TEST_SUITE("environment")
             form.Activated();
             form.Attach(nullptr);
         };
-        CHECK(TableSynchronisation(services, environment, installation.settings, desktop).Run());
+        std::string told;
+        const auto tell = [&](const std::string& what, const std::exception& cause)
+        { told += what + ": " + cause.what() + '\n'; };
+        CHECK(TableSynchronisation(services, environment, installation.settings, desktop, tell).Run());
         CHECK(utils->written == std::vector<std::string>{"Norda..Esenzione", "Norda..Esenzione"});
+        CHECK(told.starts_with("Sincronizzazione delle tabelle regionali: tabelle importate di cui il programma non ha "
+                               "registrato la data 1 (ESENZIONI). Prima causa: ")); // there is no lock service
     }
 }

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <new>
 #include <string>
+#include <vector>
 
 using namespace vellumo;
 using namespace vellumo::tests;
@@ -104,7 +105,9 @@ TEST_SUITE("patient")
         practice.objects.patient.loads = false;
         CHECK(practice.Update(true, true) == 0);
         CHECK(practice.objects.patient.saved == 0);
-        CHECK(practice.utils->written.empty());
+        CHECK(practice.utils->written ==
+              std::vector<std::string>{
+                  "Il paziente 7, che il SISS ha identificato, non può essere letto: non è stato aggiornato."});
     }
 
     TEST_CASE("a refused save takes the whole patient back")
@@ -129,9 +132,13 @@ TEST_SUITE("patient")
         practice.fiscalCodeOnFile = "ALTRO";
         practice.objects.patient.newId = 0;
         CHECK_THROWS_AS(practice.Update(true, true), host::Fault);
-        practice.installation.Write("elenco.xml", "<assistiti><assistito/></assistiti>");
+        practice.installation.Write("elenco.xml", "<assistiti><assistito><cognome>A</cognome></assistito></assistiti>");
         CHECK(practice.Import("elenco.xml").find("identificativo") != std::string::npos);
-        CHECK(practice.utils->written.empty());
+        CHECK(practice.utils->written ==
+              std::vector<std::string>{
+                  "DA CONTROLLARE: Importazione dell'elenco assistiti interrotta: importati 0 di 1. Gli altri pazienti "
+                  "restano revocati. L'importazione si può ripetere. Motivo: Il programma non ha dato un "
+                  "identificativo al paziente."});
         CHECK(practice.connection->log == "BRBCBR"); // the update, the revocation, the listed patient
     }
 

@@ -59,7 +59,11 @@ TEST_SUITE("exemptions window")
         CHECK(window.Assigned(1).text == "Assegna esenzione");
         CHECK(window.Assigned(1).foreground == 0x0000FF);
         CHECK(window.Assigned(1).background == 0xFFEFF6);
-        CHECK(window.Assigned(2).text == "99"); // paired with one that the local list does not have
+        // Paired with one that the local list does not have.
+        CHECK(window.Assigned(2).text == "Non esiste più (esenzione locale 99): riassegnare");
+        CHECK(window.Assigned(2).background == 0xFFEFF6);
+        CHECK(window.form.Controls()[0]->text == "Restano 2 esenzioni da assegnare. 1 è assegnata a un'esenzione "
+                                                 "locale che non esiste più: non verrà salvata.");
         CHECK(window.siss.selected == 1);
         CHECK(window.form.InitialFocus() == &window.search);
         CHECK(window.local.rows.size() == 6);

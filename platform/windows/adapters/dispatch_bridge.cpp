@@ -16,12 +16,14 @@ LateBound CreateBridge()
     }
     catch (const host::Fault& fault)
     {
-        throw host::Fault(
-            "Il collegamento al SISS non è disponibile: il componente " + FromWide(names::bridgeProgId) +
-                " del client SISS non è installato o non è registrato su questo computer. Installare il "
-                "client SISS (o registrarne di nuovo il componente) e riavviare il programma. Dettaglio: " +
-                fault.Description(),
-            fault.Number());
+        // A computer with the client may lack the component all the same: each bitness has its own.
+        constexpr const char* bitness = sizeof(void*) == 8 ? "64 bit" : "32 bit";
+        throw host::Fault("Il collegamento al SISS non è disponibile: il componente " + FromWide(names::bridgeProgId) +
+                              " del client SISS non può essere creato da un programma a " + bitness +
+                              ", come questo. Installare o registrare di nuovo il componente del client SISS per i "
+                              "programmi a " +
+                              bitness + " e riavviare il programma. Dettaglio: " + fault.Description(),
+                          fault.Number());
     }
 }
 

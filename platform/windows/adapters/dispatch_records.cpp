@@ -29,7 +29,12 @@ public:
     {
         m_record.Put(m_field, Variant::Text(column), Variant(value));
     }
-    bool Save() override { return m_record.Call(m_save).Value().ToBoolean(); }
+    // A procedure, which answers nothing, has saved when it comes to its end.
+    bool Save() override
+    {
+        const host::Value saved = m_record.Call(m_save).Value();
+        return saved.IsNull() || saved.ToBoolean();
+    }
     std::int32_t Id() const override { return m_record.Call(m_id).Value().ToInteger(); }
 
 private:
@@ -109,7 +114,7 @@ std::unique_ptr<host::Record> MakeDispatchRecord(LateBound record)
 
 std::unique_ptr<host::Record> RecordIn(const VARIANT& variant)
 {
-    const ComPtr<IDispatch> object = V_ISBYREF(&variant) ? nullptr : ToObject(variant);
+    const ComPtr<IDispatch> object = ToObject(variant);
     return object && HasMembers(*object.Get(), {names::record::field, names::record::save})
                ? MakeDispatchRecord(LateBound(object, names::record::self))
                : nullptr;

@@ -13,6 +13,12 @@ namespace
 
 constexpr std::size_t longestText = 255;
 
+#ifdef _WIN64
+constexpr std::array<REGSAM, 2> views = {KEY_WOW64_64KEY, KEY_WOW64_32KEY};
+#else
+constexpr std::array<REGSAM, 1> views = {0};
+#endif
+
 std::optional<std::string> ReadText(HKEY root, std::string_view key, std::string_view name)
 {
     std::array<wchar_t, longestText + 1> text{};
@@ -37,13 +43,19 @@ std::optional<std::string> RegistrySettingsStore::ReadUserText(std::string_view 
     return ReadText(HKEY_CURRENT_USER, key, name);
 }
 
+// A 64-bit program writes for readers of either bitness: the key is where its own reader has made it, in one view of
+// the registry or in both. A 32-bit one writes where all 32-bit programs read.
 void RegistrySettingsStore::WriteMachineText(std::string_view key, std::string_view name, std::string_view text)
 {
-    RegistryKey opened;
-    LSTATUS status = opened.Open(HKEY_LOCAL_MACHINE, ToWide(key), KEY_SET_VALUE);
-    if (status == ERROR_SUCCESS)
+    LSTATUS status = ERROR_FILE_NOT_FOUND;
+    for (const REGSAM view : views)
     {
-        status = opened.SetText(ToWide(name).c_str(), ToWide(text));
+        RegistryKey opened;
+        const LSTATUS found = opened.Open(HKEY_LOCAL_MACHINE, ToWide(key), KEY_SET_VALUE | view);
+        if (found != ERROR_FILE_NOT_FOUND && (status == ERROR_FILE_NOT_FOUND || status == ERROR_SUCCESS))
+        {
+            status = found == ERROR_SUCCESS ? opened.SetText(ToWide(name).c_str(), ToWide(text)) : found;
+        }
     }
     if (status != ERROR_SUCCESS)
     {

@@ -158,15 +158,16 @@ public:
     }
 
 private:
-    static host::Value ValueOf(const Argument& argument)
+    static bool IsGiven(const Argument& argument)
     {
-        const bool given = argument.passing == Passing::ByValue || argument.passing == Passing::ByReference;
-        return given ? argument.value : host::Value();
+        return argument.passing == Passing::ByValue || argument.passing == Passing::ByReference;
     }
+
+    static host::Value ValueOf(const Argument& argument) { return IsGiven(argument) ? argument.value : host::Value(); }
 
     static host::Record* RecordOf(const Argument& argument)
     {
-        return argument.passing == Passing::ByValue ? argument.record.get() : nullptr;
+        return IsGiven(argument) ? argument.record.get() : nullptr;
     }
 
     std::unique_ptr<provider::SISSProvider> m_provider;

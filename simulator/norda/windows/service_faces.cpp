@@ -154,8 +154,12 @@ private:
         AddWithProvider(names::utils::storeTableDate,
                         [this](const Arguments& arguments)
                         {
-                            m_utils->StoreTableDate(arguments.Text(1), arguments.Value(2).ToDate(),
-                                                    arguments.Integer(3));
+                            const host::Value date = arguments.Value(2);
+                            if (!date.IsNull() && date.ToDate().IsZero())
+                            {
+                                throw host::Fault("Una data che manca è Null.", DISP_E_TYPEMISMATCH);
+                            }
+                            m_utils->StoreTableDate(arguments.Text(1), date.ToDate(), arguments.Integer(3));
                             return Variant();
                         });
     }

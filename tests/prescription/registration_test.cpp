@@ -22,43 +22,6 @@ using Lines = std::vector<std::string>;
 namespace
 {
 
-class Session final : public host::PrescriptionSession
-{
-public:
-    [[nodiscard]] bool SenzaSISS() const override { return false; }
-    void SetSenzaSISS(bool) override {}
-    [[nodiscard]] bool DaValidare() const override { return false; }
-    void SetDaValidare(bool) override {}
-    [[nodiscard]] std::shared_ptr<host::OpzioniRicetta> Options() const override { return m_options; }
-    void SetOptions(const std::shared_ptr<host::OpzioniRicetta>&) override {}
-    void AddResponse(std::int32_t, const std::shared_ptr<host::KeptObject>& response) override
-    {
-        if (expired)
-        {
-            throw host::Fault("Sessione scaduta.");
-        }
-        m_responses.push_back(response);
-    }
-    [[nodiscard]] std::size_t ResponseCount(std::int32_t kind) const override
-    {
-        return kind == host::kindDrugs ? m_responses.size() : 0;
-    }
-    [[nodiscard]] std::shared_ptr<host::KeptObject> Response(std::int32_t, std::size_t position) const override
-    {
-        if (position == 1 && expired)
-        {
-            throw host::Fault("Sessione scaduta.");
-        }
-        return m_responses.at(position);
-    }
-
-    bool expired = false;
-
-private:
-    std::shared_ptr<host::OpzioniRicetta> m_options = std::make_shared<host::OpzioniRicetta>();
-    std::vector<std::shared_ptr<host::KeptObject>> m_responses;
-};
-
 std::string Reply(const std::string& service, const std::string& content)
 {
     return R"(<SOAP-ENV:Envelope xmlns:SOAP-ENV="e" xmlns:m="m"><SOAP-ENV:Body><m:GSSC.)" + service +
@@ -125,7 +88,7 @@ struct Office : Practice
         return codes;
     }
 
-    Session session;
+    FakeSession session;
 };
 
 } // namespace

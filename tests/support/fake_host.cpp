@@ -219,19 +219,27 @@ std::unique_ptr<host::PrescriptionData> FakePrescriptions::CreatePrescriptionDat
     return std::make_unique<FakeForm>(form);
 }
 
-std::shared_ptr<host::OpzioniRicetta> FakeSession::Options() const
+void FakeSession::AddResponse(std::int32_t, const std::shared_ptr<host::KeptObject>& response)
 {
-    return std::make_shared<host::OpzioniRicetta>();
+    if (expired)
+    {
+        throw host::Fault("Sessione scaduta.");
+    }
+    m_responses.push_back(response);
 }
 
-void FakeSession::AddResponse(std::int32_t, const std::shared_ptr<host::KeptObject>&)
+std::size_t FakeSession::ResponseCount(std::int32_t kind) const
 {
-    throw host::Fault("Sessione scaduta.");
+    return kind == host::kindDrugs ? m_responses.size() : 0;
 }
 
-std::shared_ptr<host::KeptObject> FakeSession::Response(std::int32_t, std::size_t) const
+std::shared_ptr<host::KeptObject> FakeSession::Response(std::int32_t, std::size_t position) const
 {
-    return nullptr;
+    if (expired && position > 0)
+    {
+        throw host::Fault("Sessione scaduta.");
+    }
+    return m_responses.at(position);
 }
 
 std::string FakeBridge::CallSebMethod(const std::string& requestXml)

@@ -142,7 +142,7 @@ public:
     std::vector<host::PrescriptionKey> form;
 };
 
-// A session that keeps no response.
+// Keeps the responses of drugs. One that is expired takes no more, and gives back the first only.
 class FakeSession final : public host::PrescriptionSession
 {
 public:
@@ -150,13 +150,18 @@ public:
     void SetSenzaSISS(bool) override {}
     [[nodiscard]] bool DaValidare() const override { return waits; }
     void SetDaValidare(bool) override {}
-    [[nodiscard]] std::shared_ptr<host::OpzioniRicetta> Options() const override;
+    [[nodiscard]] std::shared_ptr<host::OpzioniRicetta> Options() const override { return m_options; }
     void SetOptions(const std::shared_ptr<host::OpzioniRicetta>&) override {}
     void AddResponse(std::int32_t kind, const std::shared_ptr<host::KeptObject>& response) override;
-    [[nodiscard]] std::size_t ResponseCount(std::int32_t) const override { return 0; }
-    [[nodiscard]] std::shared_ptr<host::KeptObject> Response(std::int32_t, std::size_t) const override;
+    [[nodiscard]] std::size_t ResponseCount(std::int32_t kind) const override;
+    [[nodiscard]] std::shared_ptr<host::KeptObject> Response(std::int32_t kind, std::size_t position) const override;
 
     bool waits = false; // for the doctor
+    bool expired = false;
+
+private:
+    std::shared_ptr<host::OpzioniRicetta> m_options = std::make_shared<host::OpzioniRicetta>();
+    std::vector<std::shared_ptr<host::KeptObject>> m_responses;
 };
 
 // Answers one text to all.

@@ -75,7 +75,7 @@ struct Office : Practice
         const auto folder = host::NativePath(installation.Path("host\\SISS\\Tracce"));
         for (const auto& entry : std::filesystem::directory_iterator(folder, none))
         {
-            std::ifstream file(entry.path());
+            std::ifstream file(entry.path(), std::ios::binary);
             for (std::string line; std::getline(file, line);)
             {
                 if (line.starts_with("*"))

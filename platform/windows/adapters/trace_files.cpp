@@ -92,9 +92,10 @@ private:
 };
 
 // Others may read, for a look, and delete, which only its owner asks for: then it is gone when the owner lets it go.
+// The right to delete is not taken along: programs that look into a file do not share it.
 std::unique_ptr<ExclusiveFile> Open(std::string_view path, DWORD disposition)
 {
-    Handle file(path, GENERIC_READ | GENERIC_WRITE | DELETE, FILE_SHARE_READ | FILE_SHARE_DELETE, disposition);
+    Handle file(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, disposition);
     return file.IsOpen() ? std::make_unique<UnsharedFile>(std::move(file), path) : nullptr;
 }
 
@@ -107,7 +108,9 @@ std::unique_ptr<ExclusiveFile> ExclusiveFile::Create(std::string_view path)
 
 std::unique_ptr<ExclusiveFile> ExclusiveFile::Take(std::string_view path)
 {
-    return Open(path, OPEN_EXISTING);
+    const bool mayDelete =
+        Handle(path, DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING).IsOpen();
+    return mayDelete ? Open(path, OPEN_EXISTING) : nullptr;
 }
 
 bool AppendShared(std::string_view path, std::string_view bytes)

@@ -86,6 +86,10 @@ bool Contacts::SendContactData(const host::Value& idPaziente, bool asModificatio
     {
         return SendContactData(idPaziente, true);
     }
+    if (failed && !response->FailedResult)
+    {
+        throw host::Fault("il SISS ha risposto con errori, ma senza un esito.");
+    }
     service::ReportServiceFailure(failed ? *response : RefusalOf(*request), m_context.journal, m_context.desktop);
     return false;
 }

@@ -35,10 +35,14 @@ std::string Beginning(std::string_view text, const Room& room)
             break;
         }
     }
-    const std::string whole = host::FirstCharacters(lines, room.characters);
-    return whole.size() == text.size()
-               ? whole
-               : std::string(host::Trimmed(host::FirstCharacters(whole, room.characters - 1), "\r\n")) + "…";
+    std::string beginning = host::FirstCharacters(lines, room.characters);
+    if (beginning.size() < text.size())
+    {
+        beginning = host::FirstCharacters(beginning, room.characters - 1);
+        beginning.erase(beginning.find_last_not_of("\r\n") + 1);
+        beginning += "…";
+    }
+    return beginning;
 }
 
 } // namespace

@@ -1,11 +1,16 @@
 // Requests compared whole, and what the operations would do if SISS offered the services that it lacks today.
 #include "certificate/certificates.h"
 #include "certificate/contacts.h"
+#include "host/path.h"
 #include "tests/support/practice.h"
 
 #include <doctest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <functional>
 #include <string>
+#include <tuple>
 
 using namespace vellumo;
 using namespace vellumo::tests;
@@ -21,6 +26,45 @@ std::string Receipt(const std::string& protocol, const std::string& date)
            "</dataRicezione></datiINPS></rispostaInvioCertificato></param>"
            "</m:GCM.invioCertificatoMalattiaResponse></SOAP-ENV:Body></SOAP-ENV:Envelope>";
 }
+
+// The lines of codes in the folder of traces, without its heading.
+std::string KeptCodes(const Practice& practice)
+{
+    std::string text;
+    std::error_code error;
+    const auto folder = host::NativePath(practice.installation.Path("host\\SISS\\Tracce"));
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error))
+    {
+        if (entry.path().filename().string().starts_with("codici"))
+        {
+            std::ifstream file(entry.path(), std::ios::binary);
+            text.assign(std::istreambuf_iterator<char>(file), {});
+        }
+    }
+    return text.erase(0, text.find('\n') + 1);
+}
+
+// Saves as it is told to.
+class WatchedRecord final : public host::Record
+{
+public:
+    WatchedRecord(host::Record& record, std::function<bool()> save)
+        : m_record(record)
+        , m_save(std::move(save))
+    {
+    }
+
+    bool Load(std::int32_t id) override { return m_record.Load(id); }
+    void StartNew() override { m_record.StartNew(); }
+    [[nodiscard]] host::Value Get(std::string_view column) const override { return m_record.Get(column); }
+    void Set(std::string_view column, const host::Value& value) override { m_record.Set(column, value); }
+    bool Save() override { return m_save(); }
+    [[nodiscard]] std::int32_t Id() const override { return m_record.Id(); }
+
+private:
+    host::Record& m_record;
+    std::function<bool()> m_save;
+};
 
 // A practice with one certificate of one patient.
 struct CertificatePractice : Practice
@@ -118,6 +162,35 @@ TEST_SUITE("certificate")
         CHECK_FALSE(certificate::Certificates(practice.context).Send(&practice.certificate));
         CHECK(practice.stored.columns.at("NumeroProtocollo") == host::Value("350000007"));
         CHECK(practice.stored.saved == 1);
+    }
+
+    TEST_CASE("INPS's number is kept until the record is saved or its line is written")
+    {
+        for (const auto& [saves, journalWrites, left] :
+             {std::tuple(true, true, '-'), {false, true, '-'}, {false, false, '*'}})
+        {
+            CAPTURE(saves);
+            CAPTURE(journalWrites);
+            CertificatePractice practice;
+            practice.bridge.reply = Receipt("350000007", "20240305103000");
+            std::string whileSaving;
+            WatchedRecord certificate(practice.certificate,
+                                      [&]
+                                      {
+                                          whileSaving = KeptCodes(practice);
+                                          if (!journalWrites)
+                                          {
+                                              practice.services.utils = nullptr;
+                                          }
+                                          return saves;
+                                      });
+            CHECK_FALSE(certificate::Certificates(practice.context).Send(&certificate));
+            const std::string entry = "\tCertificato del paziente 7\tprotocollo INPS 350000007\r\n";
+            CHECK(whileSaving.starts_with("*1\t"));
+            CHECK(whileSaving.ends_with(entry));
+            CHECK(KeptCodes(practice).front() == left);
+            CHECK(practice.desktop.prompts.size() == (saves ? 1 : 2));
+        }
     }
 
     TEST_CASE("once SISS offers it, a rectification carries the number on, and a cancellation keeps it")

@@ -5,6 +5,7 @@
 #include "platform/windows/adapters/dispatch_records.h"
 #include "platform/windows/adapters/dispatch_services.h"
 #include "platform/windows/adapters/host_fault.h"
+#include "platform/windows/adapters/host_names.h"
 #include "simulator/norda/windows/dispatch_face.h"
 #include "simulator/norda/windows/faces.h"
 #include "tests/com/fake_outside.h"
@@ -294,4 +295,30 @@ TEST_CASE("a record gets the very objects that the host handed over")
     outside.objects.patient.saves = false;
     CHECK_FALSE(record->Save());
     CHECK_FALSE(objects.CreateSettings(services)->Load(3));
+}
+
+TEST_CASE("a record that saves by a procedure, which answers nothing, has saved; one that answers False has not")
+{
+    class SavingFace final : public norda::DispatchFace
+    {
+    public:
+        explicit SavingFace(const Variant& answer)
+            : DispatchFace(L"Record")
+        {
+            AddMember(windows::names::record::field, [](const norda::Arguments&) { return Variant(); });
+            AddMember(windows::names::record::save,
+                      [&answer](const norda::Arguments&) { return Variant(answer.Get()); });
+        }
+    };
+    const std::pair<Variant, bool> cases[] = {{Variant(), true},
+                                              {Variant(Value()), true},
+                                              {Variant(Value(true)), true},
+                                              {Variant(Value(false)), false},
+                                              {Variant(Value(0)), false}};
+    for (const auto& [answer, saved] : cases)
+    {
+        CAPTURE(V_VT(&answer.Get()));
+        const auto face = norda::MakeFace<SavingFace>(answer);
+        CHECK(windows::RecordIn(Variant(face.Get()).Get())->Save() == saved);
+    }
 }

@@ -7,10 +7,12 @@
 #   make test          native tests with sanitizers, then the tests of the x64 DLL under Wine
 #   make test-win32    the tests of the x86 DLL under Wine
 #   make dll           the DLLs for 64-bit and 32-bit hosts
+#   make simulate SESSIONS=20000 SEED=1
+#                      simulated prescribing sessions against all that can go wrong in one
 #   make bench         how the long jobs compare with bare programs doing the same work
 #   make clean         removes what was built
 
-.PHONY: run run-native norda lint test test-win32 dll bench clean
+.PHONY: run run-native norda lint test test-win32 dll simulate bench clean
 .DEFAULT_GOAL := run
 MAKEFLAGS += --no-print-directory
 
@@ -45,6 +47,13 @@ dll:
 	@tools/build win64 vellumo_dll
 	@tools/build win32 vellumo_dll
 	@echo "build/win64/Vellumo.dll, build/win32/Vellumo.dll; the request templates are in templates/"
+
+SESSIONS ?= 20000
+SEED ?= 1
+
+simulate:
+	@tools/setup
+	@tools/simulate --sessions $(SESSIONS) --seed $(SEED)
 
 bench:
 	@tools/setup

@@ -21,6 +21,22 @@ using service::ServiceRequest;
 constexpr const char* sendFailed = "Si è verificato un errore in fase di invio del certificato.";
 constexpr const char* cancelFailed = "Si è verificato un errore in fase di annullamento del certificato.";
 
+bool IsRefused(const service::ServiceResponse& response)
+{
+    return response.FailedResult && !response.FailedResult->Code.empty();
+}
+
+// The number that INPS gave, "" for none.
+std::string ProtocolIn(const service::ServiceResponse& response)
+{
+    return IsRefused(response) ? "" : response.GetData("datiINPS/protocolloINPS");
+}
+
+std::string CodeOf(const std::string& protocol)
+{
+    return "protocollo INPS " + protocol;
+}
+
 struct FieldMapping
 {
     const char* path;
@@ -254,20 +270,29 @@ void Certificates::CancelSent(const Subject& subject) const
 std::optional<Certificates::Reception> Certificates::Exchange(const ServiceRequest& request, const Subject& subject,
                                                               const char* failureText) const
 {
-    const auto response = m_context.sender.SendServiceRequest(request, {.text = subject.name, .mustBeChecked = true});
-    if (response && response->FailedResult && !response->FailedResult->Code.empty())
+    const auto user = host::Trap(0, [&] { return m_context.services.RequireLockSrv().UserId(); });
+    const auto keepNumber = [&](service::ServiceResponse& received)
+    {
+        if (const auto number = ProtocolIn(received); !number.empty())
+        {
+            received.OpenCode = m_context.traces.Keep({m_context.services.studio, user, subject.name, CodeOf(number)});
+        }
+    };
+    const auto response =
+        m_context.sender.SendServiceRequest(request, {.text = subject.name, .mustBeChecked = true}, keepNumber);
+    if (response && IsRefused(*response))
     {
         service::ReportServiceFailure(*response, m_context.journal, m_context.desktop);
         return std::nullopt;
     }
-    const std::string protocol = response ? response->GetData("datiINPS/protocolloINPS") : std::string();
+    const std::string protocol = response ? ProtocolIn(*response) : std::string();
     if (protocol.empty())
     {
         m_context.desktop.Show({failureText, "Errore!!", ui::Icon::Critical, ui::Buttons::Ok});
         return std::nullopt;
     }
     const auto received = environment::ConvertSissDateTime(response->GetData("datiINPS/dataRicezione"));
-    return Reception{protocol, host::Value::DateOrNull(received)};
+    return Reception{protocol, host::Value::DateOrNull(received), response->OpenCode};
 }
 
 void Certificates::Finish(const Subject& subject, const Reception& reception,
@@ -291,14 +316,6 @@ void Certificates::Finish(const Subject& subject, const Reception& reception,
 bool Certificates::Store(const Subject& subject, const Reception& reception,
                          const std::vector<host::ColumnValue>& numbers) const noexcept
 {
-    const auto code = [&] { return "protocollo INPS " + reception.protocol; };
-    const auto kept =
-        host::Trap(std::shared_ptr<host::OpenCodeEntry>(),
-                   [&]
-                   {
-                       const auto user = host::Trap(0, [&] { return m_context.services.RequireLockSrv().UserId(); });
-                       return m_context.traces.Keep({m_context.services.studio, user, subject.name, code()});
-                   });
     bool told = false;
     const bool saved = host::Trap(
         false,
@@ -315,13 +332,14 @@ bool Certificates::Store(const Subject& subject, const Reception& reception,
             }
             return true;
         },
-        [&](const std::exception& fault) {
-            told =
-                m_context.journal.WriteToCheck(subject.name + ": " + code() + " non salvato. " + service::WhyOf(fault));
+        [&](const std::exception& fault)
+        {
+            told = m_context.journal.WriteToCheck(subject.name + ": " + CodeOf(reception.protocol) + " non salvato. " +
+                                                  service::WhyOf(fault));
         });
-    if (kept && (saved || told))
+    if (reception.open && (saved || told))
     {
-        kept->Settle();
+        reception.open->Settle();
     }
     return saved;
 }

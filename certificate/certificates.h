@@ -57,7 +57,8 @@ private:
     struct Reception
     {
         std::string protocol;
-        host::Value date; // null when it could not be read
+        host::Value date;                          // null when it could not be read
+        std::shared_ptr<host::OpenCodeEntry> open; // of the number, until it is stored; null when it could not be kept
     };
 
     // Sends the request; empty when there is no protocol number, which the operator has been told then.

@@ -66,12 +66,14 @@ std::vector<Registered> RegisteredOf(const std::vector<SentPrescription>& sent,
 bool EndOfPhase::Run(const host::PrescriptionSession& session, std::vector<SentPrescription>& sent) const
 {
     const auto options = session.Options();
-    const auto response = Send(options.get());
+    const std::int32_t user = m_journal.User();
+    Results results;
+    const auto response = Send(options.get(), [&](const service::ServiceResponse& received)
+                               { results = Assign(received, sent, options.get(), user); });
     if (!response)
     {
         return false;
     }
-    auto results = Assign(*response, sent, options.get());
     for (auto& leftOver : results.leftOver)
     {
         Tell(leftOver);
@@ -79,7 +81,8 @@ bool EndOfPhase::Run(const host::PrescriptionSession& session, std::vector<SentP
     return StoreAll(*response, results.pairs);
 }
 
-std::shared_ptr<service::ServiceResponse> EndOfPhase::Send(const host::OpzioniRicetta* options) const
+std::shared_ptr<service::ServiceResponse> EndOfPhase::Send(const host::OpzioniRicetta* options,
+                                                           const service::ServiceSender::Received& received) const
 {
     auto request = m_context.factory.GetRequest(service::rtFineFasePrescrittiva);
     if (!request)
@@ -90,11 +93,11 @@ std::shared_ptr<service::ServiceResponse> EndOfPhase::Send(const host::OpzioniRi
     {
         WriteDataSetVersion(*options, *request);
     }
-    return m_context.sender.SendServiceRequest(*request);
+    return m_context.sender.SendServiceRequest(*request, {}, received);
 }
 
 EndOfPhase::Results EndOfPhase::Assign(const service::ServiceResponse& response, std::vector<SentPrescription>& sent,
-                                       const host::OpzioniRicetta* options) const
+                                       const host::OpzioniRicetta* options, std::int32_t user) const
 {
     const auto all = FinalResults(response);
     const auto unkept = UnkeptCodes(options, sent);
@@ -104,8 +107,9 @@ EndOfPhase::Results EndOfPhase::Assign(const service::ServiceResponse& response,
     for (const auto& [result, position] : pairing.pairs)
     {
         const bool isGiven = all[result].Iup() == registered[position].iup; // kept since its registration
-        results.pairs.push_back({all[result], &sent[position],
-                                 isGiven ? nullptr : m_journal.Keep(sent[position].Id().Name(), CodesOf(all[result]))});
+        results.pairs.push_back(
+            {all[result], &sent[position],
+             isGiven ? nullptr : m_journal.Keep(sent[position].Id().Name(), CodesOf(all[result]), user)});
     }
     for (const auto& [result, owner] : pairing.leftOver)
     {
@@ -113,8 +117,9 @@ EndOfPhase::Results EndOfPhase::Assign(const service::ServiceResponse& response,
         const std::string subject = prescription != nullptr ? prescription->Id().Name()
                                     : owner                 ? unkept[*owner - sent.size()].subject
                                                             : "Fine della fase prescrittiva";
-        results.leftOver.push_back({all[result], prescription, subject,
-                                    prescription != nullptr ? nullptr : m_journal.Keep(subject, CodesOf(all[result]))});
+        results.leftOver.push_back(
+            {all[result], prescription, subject,
+             prescription != nullptr ? nullptr : m_journal.Keep(subject, CodesOf(all[result]), user)});
     }
     return results;
 }

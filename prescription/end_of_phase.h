@@ -54,10 +54,11 @@ private:
     };
 
     // Null when there is no response.
-    [[nodiscard]] std::shared_ptr<service::ServiceResponse> Send(const host::OpzioniRicetta* options) const;
+    [[nodiscard]] std::shared_ptr<service::ServiceResponse>
+    Send(const host::OpzioniRicetta* options, const service::ServiceSender::Received& received) const;
     // Every code of the reply is in the folder of traces when this returns.
     [[nodiscard]] Results Assign(const service::ServiceResponse& response, std::vector<SentPrescription>& sent,
-                                 const host::OpzioniRicetta* options) const;
+                                 const host::OpzioniRicetta* options, std::int32_t user) const;
     void Tell(LeftOverResult& leftOver) const;
     [[nodiscard]] bool StoreAll(const service::ServiceResponse& response, std::vector<PairedResult>& pairs) const;
     void Store(PairedResult& pair) const;

@@ -53,13 +53,17 @@ void Settle(OpenCode& code) noexcept
     }
 }
 
-OpenCode Journal::Keep(std::string_view subject, const Codes& codes) const noexcept
+std::int32_t Journal::User() const noexcept
+{
+    return host::Trap(0, [&] { return m_context.services.RequireLockSrv().UserId(); });
+}
+
+OpenCode Journal::Keep(std::string_view subject, const Codes& codes, std::int32_t user) const noexcept
 {
     return host::Trap(OpenCode(),
                       [&]
                       {
                           const std::string text = TextOf(codes);
-                          const auto user = host::Trap(0, [&] { return m_context.services.RequireLockSrv().UserId(); });
                           return text.empty() ? nullptr
                                               : m_context.traces.Keep(
                                                     {m_context.services.studio, user, std::string(subject), text});

@@ -49,8 +49,11 @@ public:
     {
     }
 
+    // Who is logged on to the host; 0 when it cannot tell. Asked before a request goes out: behind the reply its codes
+    // must not wait for the host.
+    [[nodiscard]] std::int32_t User() const noexcept;
     // From here on the code is found should the program end. Null also when there is none.
-    [[nodiscard]] OpenCode Keep(std::string_view subject, const Codes& codes) const noexcept;
+    [[nodiscard]] OpenCode Keep(std::string_view subject, const Codes& codes, std::int32_t user) const noexcept;
 
     // What SISS said of the prescription is not in the table.
     void NotSaved(const PrescriptionId& id, const Codes& codes, std::string_view reason, OpenCode& open) const noexcept;

@@ -107,7 +107,11 @@ void Registration::Register(host::PrescriptionSession& session, Progress& progre
     WriteDatiPrescrizione(*record, *request, kind, m_context.services);
     WriteElencoPrestazioni(*record, *request, kind);
     WriteOpzioni(*options, *request);
-    if (const auto response = m_context.sender.SendServiceRequest(*request, {progress.at.Name(), true}))
+    const std::int32_t user = m_journal.User();
+    const auto keepCode = [&](service::ServiceResponse& received) {
+        received.OpenCode = m_journal.Keep(progress.at.Name(), {SentPrescription::GivenIup(received), ""}, user);
+    };
+    if (const auto response = m_context.sender.SendServiceRequest(*request, {progress.at.Name(), true}, keepCode))
     {
         progress.unkept = response;
         response->Object = record;
@@ -125,7 +129,6 @@ void Registration::Keep(host::PrescriptionSession& session, const PrescriptionId
         session.AddResponse(id.kind, response);
         return;
     }
-    response->OpenCode = m_journal.Keep(id.Name(), {iup, ""});
     options.UnkeptCodes.push_back({id.Name(), iup});
     session.AddResponse(id.kind, response);
     options.UnkeptCodes.pop_back();

@@ -32,16 +32,32 @@ Reason RicettaRows::SaveWithCode(host::Record& row, const SentPrescription& pres
 {
     const std::string old = CodeIn(row);
     const bool replaces = !old.empty() && old != iup && old != prescription.GivenIup();
-    OpenCode openOld = replaces ? m_journal.Keep(prescription.Id().Name(), {old, ""}) : nullptr;
     row.Set("CodiceIUP", iup);
-    const Reason reason = Save(row);
-    if (!reason.empty())
+    OpenCode openOld = replaces ? m_journal.Keep(prescription.Id().Name(), {old, ""}, m_journal.User()) : nullptr;
+    const auto tellReplaced = [&]
+    {
+        if (replaces)
+        {
+            m_journal.Replaced(prescription.Id(), old, openOld, iup);
+        }
+    };
+    Reason reason;
+    try
+    {
+        reason = Save(row);
+    }
+    catch (const std::exception&)
+    {
+        tellReplaced(); // the host may have saved all the same
+        throw;
+    }
+    if (reason.empty())
+    {
+        tellReplaced();
+    }
+    else
     {
         Settle(openOld); // still there
-    }
-    else if (replaces)
-    {
-        m_journal.Replaced(prescription.Id(), old, openOld, iup);
     }
     return reason;
 }

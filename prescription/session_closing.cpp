@@ -23,11 +23,13 @@ bool IsPrintedBySiss(const host::PrescriptionSession& session)
 // Codes that the folder could not take at registration, and those of a session that is closed again.
 void KeepCodes(std::vector<SentPrescription>& sent, const Journal& journal)
 {
+    const std::int32_t user = journal.User();
     for (auto& prescription : sent)
     {
         if (!prescription.response->OpenCode)
         {
-            prescription.response->OpenCode = journal.Keep(prescription.Id().Name(), {prescription.GivenIup(), ""});
+            prescription.response->OpenCode =
+                journal.Keep(prescription.Id().Name(), {prescription.GivenIup(), ""}, user);
         }
     }
 }

@@ -19,9 +19,10 @@ ServiceSender::ServiceSender(host::Bridge& bridge, const ServiceFactory& factory
 }
 
 std::shared_ptr<ServiceResponse> ServiceSender::SendServiceRequest(const ServiceRequest& request,
-                                                                   const Subject& subject) noexcept
+                                                                   const Subject& subject,
+                                                                   const Received& received) noexcept
 {
-    Call call{request, subject, {}};
+    Call call{request, subject, received, {}};
     auto response = host::Trap(std::shared_ptr<ServiceResponse>(), [&] { return SendBehindWindow(call); });
     m_log.Write(request, call.reply);
     return response;
@@ -57,12 +58,16 @@ void ServiceSender::OnWaitActivate(ui::FormWait& window, const std::any& paramet
     try
     {
         const bool replied = CallBridge(call);
-        auto response = m_factory.GetResponse(call.reply);
+        const auto response = m_factory.GetResponse(call.reply);
+        result = response;
+        if (response && call.received)
+        {
+            call.received(*response);
+        }
         if (replied)
         {
             TellDefect(call, response.get());
         }
-        result = std::move(response);
     }
     catch (const std::bad_alloc&)
     {

@@ -13,6 +13,7 @@
 #include "ui/form_wait.h"
 
 #include <any>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -34,17 +35,24 @@ public:
     ServiceSender(host::Bridge& bridge, const ServiceFactory& factory, ExchangeLog& log, ui::Desktop& desktop,
                   Journal& journal);
 
+    // Called as soon as there is a response. Between that and the sender's return lie the end of the window and the
+    // exchange log, which asks the host: time enough for a program to end with a code that nobody has written down. A
+    // lack of memory in it leaves a line.
+    using Received = std::function<void(ServiceResponse& response)>;
+
     // Null when the reply does not say how the call ended, when no window could be shown, and when memory ran out on
     // the way. A bridge that faults counts as an empty reply, so its response has failed with code "SEBCONT0001". Never
     // faults.
     [[nodiscard]] std::shared_ptr<ServiceResponse> SendServiceRequest(const ServiceRequest& request,
-                                                                      const Subject& subject = {}) noexcept;
+                                                                      const Subject& subject = {},
+                                                                      const Received& received = {}) noexcept;
 
 private:
     struct Call
     {
         const ServiceRequest& request;
         const Subject& subject;
+        const Received& received;
         std::string reply; // as it came
     };
 

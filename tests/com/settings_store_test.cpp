@@ -60,11 +60,7 @@ TEST_CASE("a value for all programs is written where its key is: in either view 
             REQUIRE(made.Create(HKEY_LOCAL_MACHINE, path, KEY_SET_VALUE | view) == ERROR_SUCCESS);
         }
         store.WriteMachineText("Software\\Vellumo.Tests.Views", "NOME", "NordaG");
-<<<<<<< HEAD
         for (const REGSAM view : std::vector<REGSAM>{KEY_WOW64_64KEY, KEY_WOW64_32KEY})
-=======
-        for (const REGSAM view : {REGSAM{KEY_WOW64_64KEY}, REGSAM{KEY_WOW64_32KEY}})
->>>>>>> b641577 (Tests and scenarios for lines, boxes and kept numbers)
         {
             windows::RegistryKey reader;
             const bool isThere = reader.Open(HKEY_LOCAL_MACHINE, path, KEY_QUERY_VALUE | view) == ERROR_SUCCESS;

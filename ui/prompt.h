@@ -40,7 +40,8 @@ struct Prompt
     Icon icon = Icon::None;
     Buttons buttons = Buttons::Ok;
     int defaultButton = 1;
-    // Continues the text and is seen also behind one that is too long, unless it takes more than half of the box itself.
+    // Continues the text and is seen also behind one that is too long, unless it takes more than half of the box
+    // itself.
     std::string ending = {};
 };
 

@@ -289,6 +289,7 @@ public:
     void JudgeResults(const std::vector<Result>& results) const
     {
         std::vector<Place> places;
+        places.reserve(results.size());
         for (const Result& result : results)
         {
             places.push_back(PlaceOf(result));

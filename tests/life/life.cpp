@@ -253,7 +253,8 @@ void JudgeRecovered(const std::string& left, Outside& outside)
         std::getline(fields, code, '\r');
         if (!outside.journal.Tell(code, subject))
         {
-            outside.Violated(code + " of \"" + subject + "\" was left in the folder and is not in the journal");
+            code.append(" of \"").append(subject).append("\" was left in the folder and is not in the journal");
+            outside.Violated(code);
         }
     }
 }

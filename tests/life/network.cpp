@@ -242,7 +242,7 @@ void Network::Arrange(const Closing& closing)
     }
     else if (closing.order == Order::Rotated && !m_results.empty())
     {
-        std::ranges::rotate(m_results, m_results.begin() + 1);
+        std::rotate(m_results.begin(), m_results.begin() + 1, m_results.end());
     }
     if (closing.strangers != 0)
     {

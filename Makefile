@@ -10,9 +10,10 @@
 #   make simulate SESSIONS=20000 SEED=1
 #                      simulated prescribing sessions against all that can go wrong in one
 #   make bench         how the long jobs compare with bare programs doing the same work
+#   make gallery       every window in every state that matters, as pictures on one page: build/gallery/index.html
 #   make clean         removes what was built
 
-.PHONY: run run-native norda lint test test-win32 dll simulate bench clean
+.PHONY: run run-native norda lint test test-win32 dll simulate bench gallery clean
 .DEFAULT_GOAL := run
 MAKEFLAGS += --no-print-directory
 
@@ -58,6 +59,10 @@ simulate:
 bench:
 	@tools/setup
 	@tools/bench
+
+gallery:
+	@tools/setup gallery
+	@tools/gallery
 
 clean:
 	@tools/wine-end --now

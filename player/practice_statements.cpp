@@ -75,18 +75,11 @@ void RunSql(Run& run, const Node& node)
     {
         sql += ' ' + more;
     }
-    constexpr std::string_view placeholder = "{n}";
     auto& database = run.GetStage().Database();
     host::Transaction transaction(database);
     for (int n = 1; n <= (node.Has("times") ? node.Number("N") : 1); ++n)
     {
-        auto statement = sql;
-        for (auto at = statement.find(placeholder); at != std::string::npos && node.Has("times");
-             at = statement.find(placeholder))
-        {
-            statement.replace(at, placeholder.size(), std::to_string(n));
-        }
-        database.Execute(statement);
+        database.Execute(node.Has("times") ? Numbered(sql, n) : sql);
     }
     transaction.Commit();
 }

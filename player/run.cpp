@@ -5,20 +5,12 @@
 #include "player/written.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdlib>
 
 namespace vellumo::player
 {
 namespace
 {
-
-std::string FileName(std::string title)
-{
-    std::replace_if(
-        title.begin(), title.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '-');
-    return title;
-}
 
 // Null when there is none.
 const Node* LineBelow(const Node& node, std::string_view keyword)

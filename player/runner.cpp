@@ -76,10 +76,6 @@ Runner::Runner(Options options, std::ostream& out)
     , m_narrator(m_out, m_options.tell)
 {
     norda::Practice(m_folder.Model()).Create();
-    if (!m_options.screenshots.empty())
-    {
-        fs::create_directories(m_options.screenshots);
-    }
 }
 
 std::size_t Runner::RunFile(const fs::path& file)
@@ -87,8 +83,10 @@ std::size_t Runner::RunFile(const fs::path& file)
     std::size_t played = 0;
     std::size_t failed = 0;
     m_idleCommon.clear();
-    for (const auto& scenario : ReadScenarios(file))
+    const auto scenarios = ReadScenarios(file);
+    for (const auto& scenario : scenarios)
     {
+        SetScreenshots(scenarios.size() > 1 ? FileName(scenario.title) : "");
         if (scenario.IsFor(VELLUMO_TARGET))
         {
             ++played;
@@ -111,6 +109,15 @@ std::size_t Runner::RunFile(const fs::path& file)
     return failed + (idle.empty() ? 0U : 1U);
 }
 
+void Runner::SetScreenshots(const std::string& folder)
+{
+    if (!m_options.screenshots.empty())
+    {
+        m_screenshots = m_options.screenshots / folder;
+        fs::create_directories(m_screenshots);
+    }
+}
+
 void Runner::Summary(std::size_t failed)
 {
     m_narrator.Summary(m_count, failed);
@@ -124,7 +131,7 @@ std::unique_ptr<Run> Runner::Once(const Scenario& scenario, std::size_t failingS
 {
     const bool compares = scenario.Find("database") != nullptr || scenario.Find("sweep") != nullptr;
     const bool whole = failingStatement == 0 && dyingStatement == 0;
-    const Run::Options options{m_options.screenshots, compares, failingStatement, dyingStatement};
+    const Run::Options options{m_screenshots, compares, failingStatement, dyingStatement};
     auto run = std::make_unique<Run>(m_folder.Model(), m_folder.Practice(), options, m_narrator);
     for (const auto& node : scenario.nodes)
     {

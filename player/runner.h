@@ -36,7 +36,7 @@ public:
     struct Options
     {
         bool tell = false;
-        std::filesystem::path screenshots; // where to save them; "" for none
+        std::filesystem::path screenshots; // where to save them, of each of several scenarios in a folder; "" for none
         std::filesystem::path keep;        // where to keep the practice's files; "" for not at all
     };
     // What a run in which nothing was made to fail did to the database.
@@ -53,6 +53,7 @@ public:
     void Summary(std::size_t failed);
 
 private:
+    void SetScreenshots(const std::string& folder);
     [[nodiscard]] std::unique_ptr<Run> Once(const Scenario& scenario, std::size_t failingStatement = 0,
                                             std::size_t dyingStatement = 0);
     std::vector<Difference> RunScenario(const Scenario& scenario);
@@ -64,6 +65,7 @@ private:
     std::ostream& m_out;
     WorkFolder m_folder;
     Narrator m_narrator;
+    std::filesystem::path m_screenshots; // of the scenario that is being played
     std::size_t m_count = 0;
     // Of the lines that a file's scenarios have in common: in how many they had no effect, and why.
     std::map<int, std::pair<std::size_t, Difference>> m_idleCommon;

@@ -45,6 +45,15 @@ void RemoveElement(Run& run, const Node& node)
     }
 }
 
+void AddExemptions(Run& run, const Node& node)
+{
+    for (int n = 1; n <= (node.Has("times") ? node.Number("N") : 1); ++n)
+    {
+        OpenCitizen(run).esenzioni.push_back(
+            {Numbered(node.Text("CODE"), n), node.Text("FIRSTDAY"), node.Text("LASTDAY")});
+    }
+}
+
 siss::Detail EntryOf(const Node& entry)
 {
     return {entry.Text("CODE"),  entry.Text("MESSAGE"),   entry.Text("FIELD"),
@@ -176,10 +185,9 @@ const Group sissStatements = {
         {"citizen", "has ELEMENT 'TEXT'", "an element of `datiCittadino`; `medico.NAME` for one of `datiMedico`",
          [](Run& run, const Node& node) { OpenCitizen(run).data[node.Text("ELEMENT")] = node.Text("TEXT"); }},
         {"citizen", "lacks ELEMENT", "without that element", RemoveElement},
-        {"citizen", "exemption CODE [FIRSTDAY] [LASTDAY]", "one exemption more",
-         [](Run& run, const Node& node) {
-             OpenCitizen(run).esenzioni.push_back({node.Text("CODE"), node.Text("FIRSTDAY"), node.Text("LASTDAY")});
-         }},
+        {"citizen", "exemption N times CODE [FIRSTDAY] [LASTDAY]", "so many more; `{n}` in the code counts them",
+         AddExemptions},
+        {"citizen", "exemption CODE [FIRSTDAY] [LASTDAY]", "one exemption more", AddExemptions},
         {"citizen", "exempt from nothing", "none of them",
          [](Run& run, const Node&) { OpenCitizen(run).esenzioni.clear(); }},
         {"", "contact CF", "somebody has registered that contact already",

@@ -3,6 +3,7 @@
 #include "host/clock.h"
 
 #include <algorithm>
+#include <cctype>
 
 namespace vellumo::player
 {
@@ -46,6 +47,23 @@ std::string Joined(const std::vector<std::string>& parts, std::string_view betwe
         text.append(i == 0 ? "" : between).append(parts[i]);
     }
     return text;
+}
+
+std::string Numbered(std::string text, int n)
+{
+    constexpr std::string_view placeholder = "{n}";
+    for (auto at = text.find(placeholder); at != std::string::npos; at = text.find(placeholder))
+    {
+        text.replace(at, placeholder.size(), std::to_string(n));
+    }
+    return text;
+}
+
+std::string FileName(std::string title)
+{
+    std::replace_if(
+        title.begin(), title.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '-');
+    return title;
 }
 
 std::string Trimmed(std::string_view text)

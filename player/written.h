@@ -28,6 +28,11 @@ void Expect(const std::string& what, const std::string& expected, const std::str
 [[nodiscard]] std::string Trimmed(std::string_view text);
 [[nodiscard]] std::string WithoutReturns(std::string text, std::string_view lineBreak);
 
+// With `n` in the place of each "{n}".
+[[nodiscard]] std::string Numbered(std::string text, int n);
+// A file's name for a title.
+[[nodiscard]] std::string FileName(std::string title);
+
 // "True", "False"
 [[nodiscard]] std::string BooleanText(bool value);
 // "2024-01-31"

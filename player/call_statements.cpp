@@ -108,16 +108,16 @@ void PassReference(Run& run, const Node& node)
 void LookAtBox(Run& run, const Node& node)
 {
     const auto& box = run.TheWindow();
-    Expect("icon", node.Text("ICON"), NameOf(box.Icon()));
+    Expect("icon", node.choice, NameOf(box.Icon()));
     const auto buttons = node.Text("BUTTONS");
     const auto isDefault = node.Has("default") ? node.Text("BUTTON") : buttons.substr(0, buttons.find('/'));
     std::string marked = "none";
-    for (const auto& button : box.All(ControlKind::Button))
+    for (auto* const button : box.All<ui::Button>())
     {
-        marked = button.isDefault ? NameOf(button) : marked;
+        marked = button->isDefault ? CaptionOf(*button) : marked;
     }
     Expect("buttons and default", buttons + ", " + isDefault,
-           Joined(NamesOf(box.All(ControlKind::Button)), "/") + ", " + marked);
+           Joined(CaptionsOf(box.All<ui::Button>()), "/") + ", " + marked);
     Expect("text", Joined(node.block, "\r\n"), box.Text());
 }
 
@@ -134,7 +134,7 @@ const Group callStatements = {
          { run.CreateProvider(node.Has("faults") ? std::optional(node.Text("PART")) : std::nullopt); }},
         {"", "call <operation>", "the host calls the library. Below it stand its windows in order, then its result",
          [](Run& run, const Node& node) { run.Call(node); }},
-        {"call", "box 'TITLE' ICON:critical/exclamation/information/plain BUTTONS [default BUTTON]",
+        {"call", "box 'TITLE' critical/exclamation/information/plain BUTTONS [default BUTTON]",
          "a box, its text in a block. Buttons are `OK`, `Yes/No`, `Yes/No/Cancel`, `Retry/Cancel`, whatever the "
          "system's language shows; without `default` it is the first",
          LookAtBox},

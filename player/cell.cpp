@@ -1,5 +1,6 @@
 #include "player/cell.h"
 
+#include "host/text.h"
 #include "player/written.h"
 
 #include <array>
@@ -39,7 +40,7 @@ std::string InDigits(const std::string& colour)
     return found == names.end() ? colour : found->second;
 }
 
-void ExpectLooks(const std::string& where, const std::string& marks, const CellSeen& seen)
+void ExpectLooks(const std::string& where, const std::string& marks, const ui::Cell& seen)
 {
     std::istringstream in(marks);
     for (std::string word; in >> word;)
@@ -66,15 +67,12 @@ void ExpectLooks(const std::string& where, const std::string& marks, const CellS
 
 } // namespace
 
-void ExpectCell(const std::string& where, const std::string& expected, const CellSeen& seen)
+void ExpectCell(const std::string& where, const std::string& expected, const ui::Cell& seen)
 {
     const auto open = expected.rfind('[');
     const bool marked = expected.ends_with(']') && open != std::string::npos;
-    auto text = marked ? Trimmed(expected.substr(0, open)) : expected;
-    for (std::size_t at = 0; (at = text.find("\\n", at)) != std::string::npos; at += 2)
-    {
-        text.replace(at, 2, "\r\n");
-    }
+    const auto written = marked ? host::Trimmed(std::string_view(expected).substr(0, open)) : expected;
+    const auto text = Replaced(std::string(written), "\\n", "\r\n");
     if (text != "*")
     {
         Expect(where, text, seen.text);

@@ -10,6 +10,6 @@ namespace vellumo::player
 
 // Throws Differs, with `where` before what differs. What is not written in brackets may be anything, and "*" stands for
 // any text.
-void ExpectCell(const std::string& where, const std::string& expected, const CellSeen& seen);
+void ExpectCell(const std::string& where, const std::string& expected, const ui::Cell& seen);
 
 } // namespace vellumo::player

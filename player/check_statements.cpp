@@ -1,5 +1,5 @@
 // What was sent, stored and logged.
-#include "host/fault.h"
+#include "host/text.h"
 #include "player/run.h"
 #include "player/written.h"
 #include "simulator/norda/ansi_file.h"
@@ -13,18 +13,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-// What has a number, counted from 1: "there is no request 3; there are 2".
-template <class All>
-const auto& Numbered(const All& all, std::size_t number, const std::string& what)
-{
-    if (number < 1 || number > all.size())
-    {
-        throw Differs("there is no " + what + ' ' + std::to_string(number) + "; there are " +
-                      std::to_string(all.size()));
-    }
-    return all[number - 1];
-}
 
 void LookAtRequest(Run& run, const Node& node)
 {
@@ -61,7 +49,7 @@ void LookAtSession(Run& run, const Node& node)
     {
         throw Differs("the host has no session");
     }
-    const auto what = node.Text("WHAT");
+    const auto& what = node.choice;
     if (what == "SenzaSISS" || what == "DaValidare")
     {
         Expect(what, node.Text("VALUE"),
@@ -141,7 +129,7 @@ RowChange ChangeOf(const Node& line)
         {
             throw Differs("expected COLUMN = text in " + cell);
         }
-        change.texts[cell.substr(0, sign)] = Trimmed(std::string_view(cell).substr(sign + 2));
+        change.texts[cell.substr(0, sign)] = host::Trimmed(std::string_view(cell).substr(sign + 2));
     }
     return change;
 }
@@ -287,13 +275,13 @@ const Group checkStatements = {
          [](Run& run, const Node& node) {
              Expect("number of requests", node.Text("N"), std::to_string(run.GetStage().Network().Exchanges().size()));
          }},
-        {"", "request N ~is SERVICE", "its operation element", LookAtRequest},
-        {"request", "shown ~as 'NAME'", "what the wait window said",
+        {"", "request N is SERVICE", "its operation element", LookAtRequest},
+        {"request", "shown as 'NAME'", "what the wait window said",
          [](Run& run, const Node& node)
          { Expect("the wait window said", node.Text("NAME"), run.ShownAs().at(run.Open().request)); }},
         {"request", "at PATH missing", "no such node below the operation element", LookAtPath},
         {"request", "at PATH 'TEXT'", "a text there", LookAtPath},
-        {"", "opened WHAT:SenzaSISS/DaValidare/TipoRicetta/ModalitaStampa VALUE", "the session that the host keeps",
+        {"", "opened SenzaSISS/DaValidare/TipoRicetta/ModalitaStampa VALUE", "the session that the host keeps",
          LookAtSession},
         {"", "opened holds N drugs/tests", "", LookAtResponses},
         {"", "query SQL…", "what the database holds", LookAtRows},

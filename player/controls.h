@@ -2,32 +2,57 @@
 #pragma once
 
 #include "player/screen.h"
+#include "player/written.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
 namespace vellumo::player
 {
 
-// Without the mark before the access key; "&&" is a plain "&".
-[[nodiscard]] std::string WithoutAccessKey(const std::string& caption);
-// "Yes", "No" …: how scenarios name the answers of a box.
-[[nodiscard]] std::string NameOf(ui::Answer answer);
+// As the operator reads it: without the mark before the access key; "&&" is a plain "&".
+[[nodiscard]] std::string CaptionOf(ui::Control& control);
+template <class Kind>
+[[nodiscard]] std::vector<std::string> CaptionsOf(const std::vector<Kind*>& controls)
+{
+    std::vector<std::string> captions;
+    std::transform(controls.begin(), controls.end(), std::back_inserter(captions),
+                   [](Kind* control) { return CaptionOf(*control); });
+    return captions;
+}
 [[nodiscard]] std::string NameOf(ui::Icon icon);
-// Buttons of a box go by the answer that they give, all else by its caption.
-[[nodiscard]] std::string NameOf(const ControlSeen& control);
-[[nodiscard]] std::vector<std::string> NamesOf(const std::vector<ControlSeen>& controls);
 // The whole window in one line, for messages.
 [[nodiscard]] std::string Describe(const Window& window);
 
-struct Found
+// In the order of `ui::AnyControl`.
+inline constexpr std::array controlNames = {"label", "text box", "check box",    "option",
+                                            "list",  "grid",     "progress bar", "button"};
+template <class Kind>
+[[nodiscard]] std::string NameOf()
 {
-    std::size_t place = 0; // among those of its kind
-    ControlSeen control;
-};
+    return controlNames.at(ui::AnyControl(static_cast<Kind*>(nullptr)).index());
+}
+
 // Throws Differs when there is none, and says what there is.
-[[nodiscard]] Found Find(const Window& window, ControlKind kind, const std::string& name);
+template <class Kind>
+[[nodiscard]] Kind& Find(const Window& window, const std::string& caption)
+{
+    const auto all = window.All<Kind>();
+    const auto found = std::find_if(all.begin(), all.end(), [&](Kind* each) { return CaptionOf(*each) == caption; });
+    if (found == all.end())
+    {
+        throw Differs("no " + NameOf<Kind>() + ' ' + Quoted(caption) +
+                      "; there is: " + (all.empty() ? "none" : Quoted(Joined(CaptionsOf(all), "\" / \""))));
+    }
+    return **found;
+}
 // `number` counts from 1.
-[[nodiscard]] Found Find(const Window& window, ControlKind kind, std::int32_t number);
+template <class Kind>
+[[nodiscard]] Kind& Find(const Window& window, std::size_t number)
+{
+    return *Numbered(window.All<Kind>(), number, NameOf<Kind>());
+}
 
 } // namespace vellumo::player

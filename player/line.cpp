@@ -2,12 +2,11 @@
 
 #include "host/clock.h"
 #include "host/date.h"
+#include "host/text.h"
 #include "player/written.h"
 
 #include <algorithm>
-#include <cctype>
-#include <charconv>
-#include <optional>
+#include <regex>
 #include <sstream>
 
 namespace vellumo::player
@@ -17,53 +16,23 @@ namespace
 
 bool IsBlank(char c)
 {
-    return std::isspace(static_cast<unsigned char>(c)) != 0;
+    return host::blanks.find(c) != std::string_view::npos;
 }
 
-// "today", "today-31", "today+5 siss", "today shown"
-std::optional<std::string> DateText(std::string_view name)
+// "{today}", "{today-31}", "{today+5 siss}", "{today shown}"
+std::string WithDates(std::string text)
 {
-    constexpr std::string_view today = "today";
-    if (name.substr(0, today.size()) != today)
+    static const std::regex form(R"(\{today([+-]\d+)?( siss| shown)?\})");
+    for (std::smatch found; std::regex_search(text, found, form);)
     {
-        return std::nullopt;
+        const int days = found[1].matched ? std::stoi(found[1]) : 0;
+        const auto date = host::Date::FromOle(host::SystemClock().Now().DayNumber() + days);
+        const auto written = DateText(date, found[2] == " siss"    ? "%Y%m%d"
+                                            : found[2] == " shown" ? "%d/%m/%Y"
+                                                                   : dayForm);
+        text = found.prefix().str() + written + found.suffix().str();
     }
-    name.remove_prefix(today.size());
-    int days = 0;
-    if (!name.empty() && (name.front() == '-' || name.front() == '+'))
-    {
-        const auto* const first = name.data() + (name.front() == '+' ? 1 : 0);
-        const auto result = std::from_chars(first, name.data() + name.size(), days);
-        name.remove_prefix(static_cast<std::size_t>(result.ptr - name.data()));
-    }
-    const auto date = host::Date::FromOle(host::SystemClock().Now().DayNumber() + days);
-    const auto day = DayText(date);
-    if (name == " shown")
-    {
-        return day.substr(8) + '/' + day.substr(5, 2) + '/' + day.substr(0, 4);
-    }
-    return name == " siss" ? std::optional(date.ToSissText()) : name.empty() ? std::optional(day) : std::nullopt;
-}
-
-std::string WithDates(std::string_view text)
-{
-    std::string out;
-    for (std::size_t at = 0; at < text.size();)
-    {
-        const auto close = text[at] == '{' ? text.find('}', at) : std::string_view::npos;
-        const auto date =
-            close == std::string_view::npos ? std::nullopt : DateText(text.substr(at + 1, close - at - 1));
-        if (date)
-        {
-            out += *date;
-            at = close + 1;
-        }
-        else
-        {
-            out += text[at++];
-        }
-    }
-    return out;
+    return text;
 }
 
 // A comment begins with "#" at the line's begin or behind a blank, outside quotes.
@@ -82,121 +51,78 @@ std::string_view WithoutComment(std::string_view text)
     return text;
 }
 
-} // namespace
-
-Line::Line(Place place, std::string_view text)
-    : m_place(std::move(place))
-    , m_text(Trimmed(text))
+// The text in the quotes that open there; steps behind them.
+std::string TakeQuoted(const Place& place, std::string_view text, std::size_t& at)
 {
-}
-
-std::string Line::Word()
-{
-    std::string word;
-    if (m_text[m_at] != '"')
-    {
-        while (!AtEnd() && !IsBlank(m_text[m_at]))
-        {
-            word += m_text[m_at++];
-        }
-        SkipBlanks();
-        return word;
-    }
-    for (++m_at;; ++m_at)
-    {
-        if (AtEnd())
-        {
-            Fail("a quote is not closed");
-        }
-        if (m_text[m_at] == '"' && m_text.substr(m_at, 2) != "\"\"")
-        {
-            break;
-        }
-        if (m_text[m_at] == '"')
-        {
-            ++m_at;
-        }
-        word += m_text[m_at];
-    }
-    ++m_at;
-    SkipBlanks();
-    return word;
-}
-
-bool Line::Take(std::string_view word)
-{
-    const auto end = m_at + word.size();
-    if (m_text.compare(m_at, word.size(), word) != 0 || (end < m_text.size() && !IsBlank(m_text[end])))
-    {
-        return false;
-    }
-    m_at = end;
-    SkipBlanks();
-    return true;
-}
-
-std::string Line::Rest()
-{
-    auto rest = m_text.substr(m_at);
-    m_at = m_text.size();
-    return rest;
-}
-
-std::vector<std::string> Line::Cells()
-{
-    std::vector<std::string> cells;
+    std::string taken;
     while (true)
     {
-        SkipBlanks();
-        auto cell = NextIsQuoted() ? Word() : std::string();
+        const auto close = text.find('"', ++at);
+        if (close == std::string_view::npos)
+        {
+            throw SyntaxError(place, "a quote is not closed");
+        }
+        taken += text.substr(at, close - at);
+        at = close + 1;
+        if (at == text.size() || text[at] != '"')
+        {
+            return taken;
+        }
+        taken += '"';
+    }
+}
+
+} // namespace
+
+Line::Line(Place where, std::string_view written)
+    : place(std::move(where))
+    , text(host::Trimmed(written))
+{
+    for (std::size_t at = 0; at < text.size(); at = std::min(text.find_first_not_of(host::blanks, at), text.size()))
+    {
+        Word word{{}, text[at] == '"', at};
+        word.text =
+            word.quoted ? TakeQuoted(place, text, at) : text.substr(at, text.find_first_of(host::blanks, at) - at);
+        at += word.quoted ? 0 : word.text.size();
+        words.push_back(std::move(word));
+    }
+}
+
+std::vector<std::string> CellsOf(const Place& place, std::string_view text)
+{
+    std::vector<std::string> cells;
+    for (std::size_t at = 0; at <= text.size(); ++at)
+    {
+        at = std::min(text.find_first_not_of(host::blanks, at), text.size());
+        auto cell = at < text.size() && text[at] == '"' ? TakeQuoted(place, text, at) : std::string();
         // What stands between a closing quote and the next "|" belongs to the cell: its colours.
-        const auto bar = std::min(m_text.find('|', m_at), m_text.size());
-        const auto more = Trimmed(std::string_view(m_text).substr(m_at, bar - m_at));
+        const auto bar = std::min(text.find('|', at), text.size());
+        const auto more = host::Trimmed(text.substr(at, bar - at));
         cell.append(cell.empty() || more.empty() ? "" : " ").append(more);
         cells.push_back(std::move(cell));
-        m_at = bar;
-        if (AtEnd())
-        {
-            return cells;
-        }
-        ++m_at;
+        at = bar;
     }
+    return cells;
 }
 
-void Line::SkipBlanks()
-{
-    while (!AtEnd() && IsBlank(m_text[m_at]))
-    {
-        ++m_at;
-    }
-}
-
-std::vector<Line> ReadLines(const std::string& file, std::string_view text)
+std::vector<Line> ReadLines(const std::string& file, const std::string& text)
 {
     std::vector<Line> lines;
-    std::istringstream in{std::string(text)};
-    int number = 0;
+    std::istringstream in(text);
+    Place place{file, 0};
     for (std::string raw; std::getline(in, raw);)
     {
-        const Place place{file, ++number};
-        if (!raw.empty() && raw.back() == '\r')
-        {
-            raw.pop_back();
-        }
-        const auto dated = WithDates(raw);
-        const auto first = std::find_if_not(dated.begin(), dated.end(), IsBlank);
-        if (first != dated.end() && *first == '|')
+        ++place.line;
+        const auto dated = WithDates(raw.substr(0, raw.find('\r')));
+        if (host::Trimmed(dated).starts_with('|'))
         {
             if (lines.empty())
             {
                 throw SyntaxError(place, "a text block needs a line to belong to");
             }
-            const auto begin = static_cast<std::size_t>(first - dated.begin()) + 1;
-            lines.back().AddToBlock(std::string_view(dated).substr(std::min(begin + 1, dated.size())));
-            continue;
+            lines.back().block.push_back(dated.substr(std::min(dated.find('|') + 2, dated.size())));
         }
-        const auto content = Trimmed(WithoutComment(dated));
-        if (!content.empty())
+        else if (const auto content = host::Trimmed(WithoutComment(dated)); !content.empty())
         {
             lines.emplace_back(place, content);
         }

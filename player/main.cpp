@@ -5,10 +5,10 @@
 // hold, 1 when one does not, 2 when a file cannot be read. `--statements` writes the tables of docs/scenarios.md anew.
 #include "player/runner.h"
 #include "player/scenario.h"
+#include "player/written.h"
 
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <optional>
 
 namespace
@@ -62,8 +62,7 @@ std::optional<Arguments> ReadArguments(const std::vector<std::string>& words)
 // Writes the document's tables of statements anew.
 void WriteTables(const fs::path& document)
 {
-    std::ifstream in(document, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(in), {}};
+    const auto text = FileText(document);
     std::ofstream(document, std::ios::binary) << WithStatementTables(text);
 }
 

@@ -1,6 +1,6 @@
 #include "player/narrator.h"
 
-#include "player/written.h"
+#include "player/controls.h"
 #include "simulator/siss/xml_text.h"
 
 #include <algorithm>
@@ -14,32 +14,30 @@ namespace vellumo::player
 namespace
 {
 
-// As the operator reads it.
-std::string Caption(const ControlSeen& button)
+// As the operator reads it; the buttons of a box are named after what they answer.
+std::string CaptionIn(const Window& window, ui::Button& button)
 {
-    static const std::map<ui::Answer, std::string> captions = {{ui::Answer::Ok, "OK"},
-                                                               {ui::Answer::Cancel, "Annulla"},
-                                                               {ui::Answer::Retry, "Riprova"},
-                                                               {ui::Answer::Yes, "Sì"},
-                                                               {ui::Answer::No, "No"}};
-    return (button.answer ? captions.at(*button.answer) : button.caption) + (button.isDefault ? " (predefinito)" : "");
+    static const std::map<std::string, std::string> answers = {
+        {"OK", "OK"}, {"Cancel", "Annulla"}, {"Retry", "Riprova"}, {"Yes", "Sì"}, {"No", "No"}};
+    const auto caption = CaptionOf(button);
+    return (window.Kind() == WindowKind::Box ? answers.at(caption) : caption) +
+           (button.isDefault ? " (predefinito)" : "");
 }
 
-std::string Caption(const CellSeen& cell)
+std::string Caption(const ui::Cell& cell)
 {
     return cell.image == ui::Image::Error     ? "(errore)"
            : cell.image == ui::Image::Warning ? "(avviso)"
-                                              : WithoutReturns(cell.text, " ");
+                                              : Replaced(cell.text, "\r\n", " ");
 }
 
 // Short grids whole, of long ones only how many rows there are.
 void AddRows(const Window& window, std::vector<std::string>& lines)
 {
     constexpr std::size_t few = 4;
-    const auto grids = window.All(ControlKind::Grid);
-    for (std::size_t grid = 0; grid < grids.size(); ++grid)
+    for (const auto* const grid : window.All<ui::Grid>())
     {
-        const auto rows = grids[grid].rowCount;
+        const auto rows = grid->rows.size();
         if (rows > few)
         {
             lines.push_back(std::to_string(rows) + " righe");
@@ -47,9 +45,9 @@ void AddRows(const Window& window, std::vector<std::string>& lines)
         for (std::size_t row = 0; row < (rows > few ? 0 : rows); ++row)
         {
             std::vector<std::string> cells;
-            for (std::size_t column = 0; column < grids[grid].columns.size(); ++column)
+            for (std::size_t column = 0; column < grid->columns.size(); ++column)
             {
-                cells.push_back(Caption(window.Cell(grid, row, column)));
+                cells.push_back(Caption(window.Cell(*grid, row, column)));
             }
             lines.push_back(Joined(cells, " | "));
         }
@@ -125,8 +123,8 @@ void Narrator::Say(const std::string& what, const std::string& text)
 {
     const std::string indent(23, ' ');
     const auto label = "    " + what;
-    m_out << label << indent.substr(std::min(label.size(), indent.size())) << WithoutReturns(text, '\n' + indent)
-          << '\n';
+    m_out << label << indent.substr(std::min(label.size(), indent.size()))
+          << Replaced(Replaced(text, "\r", ""), "\n", '\n' + indent) << '\n';
 }
 
 void Narrator::CallBegins(const std::string& operation, const std::string& argument)
@@ -158,20 +156,17 @@ void Narrator::WindowSeen(const Window& window, bool isNew)
         return;
     }
     ++m_windows;
-    std::vector<std::string> lines = {'"' + window.Title() + '"'};
+    auto lines = CaptionsOf(window.All<ui::Label>());
+    lines.insert(lines.begin(), {'"' + window.Title() + '"'});
     if (window.Kind() == WindowKind::Box)
     {
         lines.push_back(window.Text());
     }
-    for (const auto& label : window.All(ControlKind::Label))
-    {
-        lines.push_back(label.caption);
-    }
     AddRows(window, lines);
     std::vector<std::string> buttons;
-    for (const auto& button : window.All(ControlKind::Button))
+    for (auto* const button : window.All<ui::Button>())
     {
-        buttons.push_back(Caption(button));
+        buttons.push_back(CaptionIn(window, *button));
     }
     lines.push_back("pulsanti: " + Joined(buttons, ", "));
     Say("finestra", Joined(lines, "\n"));
@@ -183,13 +178,10 @@ void Narrator::Progress(const Window& window)
     {
         return;
     }
-    const auto bar = window.All(ControlKind::ProgressBar).front();
-    std::vector<std::string> lines = {'"' + window.Title() + "\", " + std::to_string(static_cast<long>(bar.position)) +
-                                      " di " + std::to_string(static_cast<long>(bar.maximum))};
-    for (const auto& label : window.All(ControlKind::Label))
-    {
-        lines.push_back(label.caption);
-    }
+    const auto* const bar = window.All<ui::ProgressBar>().front();
+    auto lines = CaptionsOf(window.All<ui::Label>());
+    lines.insert(lines.begin(), '"' + window.Title() + "\", " + std::to_string(static_cast<long>(bar->value)) + " di " +
+                                    std::to_string(static_cast<long>(bar->maximum)));
     Say("avanzamento", Joined(lines, "\n"));
 }
 

@@ -70,16 +70,12 @@ void SetSetting(Run& run, const Node& node)
 
 void RunSql(Run& run, const Node& node)
 {
-    auto sql = node.Text("STATEMENT");
-    for (const auto& more : node.block)
-    {
-        sql += ' ' + more;
-    }
+    const auto sql = node.Text("STATEMENT") + ' ' + Joined(node.block, " ");
     auto& database = run.GetStage().Database();
     host::Transaction transaction(database);
     for (int n = 1; n <= (node.Has("times") ? node.Number("N") : 1); ++n)
     {
-        database.Execute(node.Has("times") ? Numbered(sql, n) : sql);
+        database.Execute(node.Has("times") ? Replaced(sql, "{n}", std::to_string(n)) : sql);
     }
     transaction.Commit();
 }
@@ -135,8 +131,8 @@ const Group practiceStatements = {
          LogOn},
         {"", "studio N", "the practice's number that the host hands over",
          [](Run& run, const Node& node) { run.GetStage().SetStudio(node.Number("N")); }},
-        {"", "host gives no PART:Connection/LockSrv/Utils", "the host does not hand it over",
-         [](Run& run, const Node& node) { run.GetStage().Withhold(node.Text("PART")); }},
+        {"", "host gives no Connection/LockSrv/Utils", "the host does not hand it over",
+         [](Run& run, const Node& node) { run.GetStage().Withhold(node.choice); }},
         {"", "host answers 0 without a row", "its look-ups do, instead of Null",
          [](Run& run, const Node&) { run.GetStage().AnswerZeroWithoutRow(); }},
         {"", "setting NAME missing", "a setting of the practice, such as `CCEAbilitaLog True`", SetSetting},
@@ -156,18 +152,18 @@ const Group practiceStatements = {
          [](Run& run, const Node& node) { Machine(run).RemoveMachineKey(node.Text("KEY")); }},
         {"", "registry machine/user KEY NAME missing", "removes a registry value", RemoveRegistryText},
         {"", "registry machine/user KEY NAME TEXT", "sets a registry text", SetRegistryText},
-        {"", "refuse ~to ~save WHAT:patient/asl/specialist/prescription/certificate",
+        {"", "refuse to save patient/asl/specialist/prescription/certificate",
          "the host's record answers that it was not saved", RefuseSaves},
         {"", "fail every 'PART' ['TEXT']", "each statement of the library that contains PART fails with the text",
          FailStatement},
-        {"", "fail ~statement N 'PART' ['TEXT']", "the N-th of them does", FailStatement},
-        {"", "pause N ~ms", "waits",
+        {"", "fail statement N 'PART' ['TEXT']", "the N-th of them does", FailStatement},
+        {"", "pause N ms", "waits",
          [](Run&, const Node& node) { std::this_thread::sleep_for(std::chrono::milliseconds(node.Number("N"))); }},
-        {"", "statements ~take N ~ms", "from now on each statement of the library waits that long, as on a busy server",
+        {"", "statements take N ms", "from now on each statement of the library waits that long, as on a busy server",
          [](Run& run, const Node& node) { run.GetStage().SetPace(std::chrono::milliseconds(node.Number("N"))); }},
-        {"", "generated list 'PATH' ~of N ~citizens", "a made-up patient list below the practice's folder",
+        {"", "generated list 'PATH' of N citizens", "a made-up patient list below the practice's folder",
          [](Run& run, const Node& node) { norda::WritePatientList(PracticePath(run, node), node.Count("N")); }},
-        {"", "generated tables ~of N ~rows", "made-up regional tables",
+        {"", "generated tables of N rows", "made-up regional tables",
          [](Run& run, const Node& node)
          { norda::WriteTables(run.GetStage().Practice().TablesFolder(), node.Count("N")); }},
     }};

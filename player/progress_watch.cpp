@@ -1,6 +1,6 @@
 #include "player/progress_watch.h"
 
-#include "player/written.h"
+#include "player/controls.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,11 +13,7 @@ namespace
 // What the job is at: all that the window says but the last label, which names the row.
 std::vector<std::string> StageOf(const Window& window)
 {
-    std::vector<std::string> labels;
-    for (const auto& label : window.All(ControlKind::Label))
-    {
-        labels.push_back(label.caption);
-    }
+    auto labels = CaptionsOf(window.All<ui::Label>());
     if (!labels.empty())
     {
         labels.pop_back();
@@ -45,7 +41,7 @@ void ProgressWatch::Begin(const Node& call, bool lenient)
 
 void ProgressWatch::Look(Window& window)
 {
-    if (window.All(ControlKind::ProgressBar).empty())
+    if (window.All<ui::ProgressBar>().empty())
     {
         return;
     }
@@ -70,23 +66,23 @@ void ProgressWatch::Look(Window& window)
 
 void ProgressWatch::LookAtBar(const Window& window)
 {
-    const auto bar = window.All(ControlKind::ProgressBar).front();
+    const auto* const bar = window.All<ui::ProgressBar>().front();
     if (window.Id() != m_windowId)
     {
         m_windowId = window.Id();
         m_milestones = 0;
-        m_last = bar.position;
+        m_last = bar->value;
     }
     // Each table begins anew; its first row is there a moment before its name.
     auto stage = StageOf(window);
-    if (stage == m_stage && bar.position < m_last && bar.position > 1 && !std::exchange(m_told, true))
+    if (stage == m_stage && bar->value < m_last && bar->value > 1 && !std::exchange(m_told, true))
     {
         m_audience.Report(m_call, "the bar of " + Quoted(window.Title()) + " went back");
     }
-    m_last = bar.position;
+    m_last = bar->value;
     m_stage = std::move(stage);
-    if (m_milestones == 0 || (m_milestones == 1 && bar.position >= bar.maximum / 2 && bar.position > 0) ||
-        (m_milestones == 2 && bar.position >= bar.maximum))
+    if (m_milestones == 0 || (m_milestones == 1 && bar->value >= bar->maximum / 2 && bar->value > 0) ||
+        (m_milestones == 2 && bar->value >= bar->maximum))
     {
         ++m_milestones;
         m_audience.OnMilestone(window);

@@ -9,18 +9,6 @@
 
 namespace vellumo::player
 {
-namespace
-{
-
-// Null when there is none.
-const Node* LineBelow(const Node& node, std::string_view keyword)
-{
-    const auto found =
-        std::find_if(node.below.begin(), node.below.end(), [=](const Node& line) { return line.Keyword() == keyword; });
-    return found == node.below.end() ? nullptr : &*found;
-}
-
-} // namespace
 
 std::filesystem::path FileBeside(const Node& node, const std::string& name)
 {
@@ -155,7 +143,7 @@ void Run::Call(const Node& call)
 void Run::Compare(const Node& call)
 {
     const auto& [returned, gestito, fault] = m_current.outcome;
-    const auto* const faults = LineBelow(call, "faults");
+    const auto* const faults = FindLine(call.below, "faults");
     if (fault.has_value() != (faults != nullptr))
     {
         throw Differs(fault ? "the call faulted: " + Quoted(*fault)
@@ -169,7 +157,7 @@ void Run::Compare(const Node& call)
         }
         return;
     }
-    const auto* const returns = LineBelow(call, "returns");
+    const auto* const returns = FindLine(call.below, "returns");
     const auto id = returns->Has("patient") ? PatientId(returns->Text("CF")) : 0;
     const auto expected = returns->Has("patient") ? std::to_string(id) : returns->Text("VALUE");
     if (expected != returned || (returns->Has("patient") && id == 0))
@@ -177,7 +165,7 @@ void Run::Compare(const Node& call)
         Report(call.place, "returned value\n  expected: " + returns->behind +
                                (returns->Has("patient") ? " (" + expected + ")" : "") + "\n  seen:     " + returned);
     }
-    if (const auto* const line = LineBelow(call, "gestito"); line != nullptr && gestito)
+    if (const auto* const line = FindLine(call.below, "gestito"); line != nullptr && gestito)
     {
         Expect("Gestito", BooleanText(line->Has("True")), BooleanText(*gestito));
     }
@@ -273,7 +261,7 @@ std::string Run::LookAtWaitWindow()
                             (window != nullptr ? player::Describe(*window) : "nothing"));
         return "";
     }
-    auto labels = NamesOf(window->All(ControlKind::Label));
+    auto labels = CaptionsOf(window->All<ui::Label>());
     for (const std::string fixed : {"Attendere...", "Trasmissione/Ricezione dati in corso..."})
     {
         if (std::erase(labels, fixed) == 0)

@@ -1,11 +1,9 @@
 #include "player/scenario.h"
 
 #include "player/run.h"
+#include "player/written.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
-#include <sstream>
 
 namespace vellumo::player
 {
@@ -15,11 +13,7 @@ namespace
 // What a whole line must have once all that belongs to it is known.
 void CheckComplete(const Node& node)
 {
-    const auto has = [&](std::string_view keyword)
-    {
-        return std::any_of(node.below.begin(), node.below.end(),
-                           [=](const Node& line) { return line.Keyword() == keyword; });
-    };
+    const auto has = [&](std::string_view keyword) { return FindLine(node.below, keyword) != nullptr; };
     const auto fail = [&](const std::string& what) { throw SyntaxError(node.place, what); };
     if (node.Keyword() == "call" && !has("returns") && !has("faults"))
     {
@@ -73,27 +67,20 @@ constexpr auto nothing = [](Run&, const Node&) {}; // whoever plays the scenario
 
 } // namespace
 
-const Node* Scenario::Find(std::string_view keyword) const
-{
-    const auto found =
-        std::find_if(nodes.begin(), nodes.end(), [=](const Node& node) { return node.Keyword() == keyword; });
-    return found == nodes.end() ? nullptr : &*found;
-}
-
 bool Scenario::IsFor(const std::string& target) const
 {
     const auto* const only = Find("only");
     return only == nullptr || only->Has(target);
 }
 
-std::vector<Scenario> ReadScenarios(const std::string& file, std::string_view text)
+std::vector<Scenario> ReadScenarios(const std::filesystem::path& file)
 {
     std::vector<Node> common;
     std::vector<Scenario> scenarios;
     Tree tree;
-    for (auto& line : ReadLines(file, text))
+    for (const auto& line : ReadLines(file.string(), FileText(file)))
     {
-        auto node = ReadNode(std::move(line));
+        auto node = ReadNode(line);
         if (node.Keyword() == "scenario")
         {
             scenarios.push_back({node.place, node.behind, common, common.size()});
@@ -104,24 +91,13 @@ std::vector<Scenario> ReadScenarios(const std::string& file, std::string_view te
     }
     if (scenarios.empty())
     {
-        throw SyntaxError({file, 1}, "the file has no scenario");
+        throw SyntaxError({file.string(), 1}, "the file has no scenario");
     }
     for (const auto& scenario : scenarios)
     {
         std::for_each(scenario.nodes.begin(), scenario.nodes.end(), CheckComplete);
     }
     return scenarios;
-}
-
-std::vector<Scenario> ReadScenarios(const std::filesystem::path& file)
-{
-    std::ifstream in(file, std::ios::binary);
-    if (!in)
-    {
-        throw SyntaxError({file.string(), 0}, "the file cannot be read");
-    }
-    const std::string text{std::istreambuf_iterator<char>(in), {}};
-    return ReadScenarios(file.string(), text);
 }
 
 const Group scenarioStatements = {

@@ -19,13 +19,12 @@ struct Scenario
     std::size_t common = 0;  // how many of them are in common
 
     // The first line with this keyword; null when there is none.
-    [[nodiscard]] const Node* Find(std::string_view keyword) const;
+    [[nodiscard]] const Node* Find(std::string_view keyword) const { return FindLine(nodes, keyword); }
     // Whether it is to be played on this target.
     [[nodiscard]] bool IsFor(const std::string& target) const;
 };
 
-// Throws SyntaxError.
+// Throws SyntaxError, and Differs when the file cannot be read.
 [[nodiscard]] std::vector<Scenario> ReadScenarios(const std::filesystem::path& file);
-[[nodiscard]] std::vector<Scenario> ReadScenarios(const std::string& file, std::string_view text);
 
 } // namespace vellumo::player

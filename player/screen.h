@@ -1,5 +1,7 @@
 // A window as the operator sees it, and what the operator can do to it. The player reads and works windows only through
-// this, so that one scenario checks the same things natively (windows as state) and on Windows (the real ones).
+// this, so that one scenario checks the same things natively (windows as state) and on Windows (the real ones). What it
+// shows are controls as the library makes its own windows of: natively these very ones, on Windows others that say what
+// the real ones say.
 //
 // Windows is the harder target, and it shapes the contract: the robot there works from a timer inside the window's
 // own modal loop, on the same thread. So the player is a step machine. Each call of `Operator::OnScreen` looks at the
@@ -12,7 +14,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,46 +22,9 @@ namespace vellumo::player
 
 enum class WindowKind
 {
-    Box,
+    Box, // its buttons read "Yes", "No" …, whatever the system's language shows
     Form,
     FileDialog // the platform's own for choosing a file to open
-};
-
-enum class ControlKind
-{
-    Label,
-    Button,
-    Toggle, // a check box or an option button
-    TextBox,
-    List,
-    ProgressBar,
-    Grid
-};
-
-// What a control shows. Captions and labels are as the operator reads them: without the "&" of the access key.
-struct ControlSeen
-{
-    ControlKind kind = ControlKind::Label;
-    std::string caption; // of a text box the label that names it, "" when there is none
-    bool enabled = true;
-    bool isDefault = false;              // of a button
-    std::optional<ui::Answer> answer;    // of a box's button: what it gives, whatever its caption reads
-    bool on = false;                     // of a toggle
-    std::string value;                   // of a text box
-    std::vector<std::string> entries;    // of a list
-    std::vector<std::string> columns;    // captions, of a grid
-    std::size_t rowCount = 0;            // of a grid; thousands are possible, hence `Window::Cell`
-    std::optional<std::size_t> selected; // entry or row
-    double position = 0;                 // of a progress bar
-    double maximum = 0;
-};
-
-struct CellSeen
-{
-    std::string text;
-    std::optional<ui::Colour> foreground; // empty: the grid's own
-    std::optional<ui::Colour> background;
-    ui::Image image = ui::Image::None;
 };
 
 class Window
@@ -69,43 +33,51 @@ public:
     virtual ~Window() = default;
 
     // A number that no other window of this run has had.
-    [[nodiscard]] virtual std::uint64_t Id() const = 0;
-    [[nodiscard]] virtual WindowKind Kind() const = 0;
+    [[nodiscard]] std::uint64_t Id() const noexcept { return m_id; }
+    [[nodiscard]] WindowKind Kind() const noexcept { return m_kind; }
     [[nodiscard]] virtual std::string Title() const = 0;
     // Of a box: its icon, and its text with lines joined by CR LF.
-    [[nodiscard]] virtual ui::Icon Icon() const { return ui::Icon::None; }
-    [[nodiscard]] virtual std::string Text() const { return {}; }
-    // All that can be seen, top to bottom and then left to right; hidden controls are not.
-    [[nodiscard]] virtual std::vector<ControlSeen> Controls() const { return {}; }
-    [[nodiscard]] virtual CellSeen Cell(std::size_t /*grid*/, std::size_t /*row*/, std::size_t /*column*/) const
+    [[nodiscard]] ui::Icon Icon() const noexcept { return m_icon; }
+    [[nodiscard]] const std::string& Text() const noexcept { return m_text; }
+    // The controls of one kind that can be seen, top to bottom and then left to right. Good as long as the window. The
+    // rows of a grid are counted only; thousands are possible, hence `Cell`.
+    template <class Kind>
+    [[nodiscard]] std::vector<Kind*> All() const
     {
-        return {};
+        std::vector<Kind*> all;
+        for (auto* const control : m_controls)
+        {
+            if (auto* const found = ui::As<Kind>(*control); found != nullptr && found->visible)
+            {
+                all.push_back(found);
+            }
+        }
+        return all;
     }
+    [[nodiscard]] virtual ui::Cell Cell(const ui::Grid& grid, std::size_t row, std::size_t column) const = 0;
 
-    // Those of one kind; every number below is a place among these, counted from 0.
-    [[nodiscard]] std::vector<ControlSeen> All(ControlKind kind) const
-    {
-        auto controls = Controls();
-        std::erase_if(controls, [kind](const ControlSeen& control) { return control.kind != kind; });
-        return controls;
-    }
-
-    // Actions. Each is started and may take effect after its return. The player presses only what exists; pressing
-    // something disabled does nothing, as with a real hand. So does what a window of this kind does not have.
-    virtual void Press(std::size_t /*button*/) {}
-    virtual void SelectRow(std::size_t /*grid*/, std::size_t /*row*/) {}
-    virtual void DoubleClickRow(std::size_t /*grid*/, std::size_t /*row*/) {}
+    // Actions, on an enabled control of this window. Each is started and may take effect after its return.
+    // A button, check box or option.
+    virtual void Press(ui::Control& control) = 0;
+    // An entry of a list or a row of a grid.
+    virtual void Select(ui::Control& control, std::size_t place) = 0;
+    virtual void DoubleClick(ui::Grid& grid, std::size_t row) = 0;
     // Replaces the content of a text box, as typing does: the form hears of it.
-    virtual void Type(std::size_t /*textBox*/, const std::string& /*text*/) {}
-    virtual void SetToggle(std::size_t /*toggle*/, bool /*on*/) {}
-    virtual void ChooseEntry(std::size_t /*list*/, std::size_t /*entry*/) {}
+    virtual void Type(ui::TextBox& box, const std::string& text) = 0;
     // One key or combination at the control that has the keyboard: "Tab", "Shift+Tab", "Enter", "Escape", "Space",
     // "Up", "Down", "Home", "End", "Alt+C", or a single character. False where the target has no such key, and then
     // nothing has happened.
-    virtual bool Key(const std::string& /*key*/) { return false; }
+    virtual bool Key(const std::string& key) = 0;
     virtual void CloseByFrame() = 0;
     // In a file dialog: names the file and opens it; "" cancels.
-    virtual void ChooseFile(const std::filesystem::path& /*file*/) {}
+    virtual void ChooseFile(const std::filesystem::path& file) = 0;
+
+protected:
+    std::uint64_t m_id = 0;
+    WindowKind m_kind = WindowKind::Form;
+    ui::Icon m_icon = ui::Icon::None;
+    std::string m_text;
+    std::vector<ui::Control*> m_controls;
 };
 
 // Whoever sits in front of the screen. Nothing escapes from here.

@@ -165,7 +165,7 @@ void ScriptedOperator::Work(Window& window)
 bool ScriptedOperator::OnlyTells(const Window& window)
 {
     return window.Kind() == WindowKind::Box && window.Icon() != ui::Icon::Information &&
-           window.All(ControlKind::Button).size() == 1;
+           window.All<ui::Button>().size() == 1;
 }
 
 void ScriptedOperator::Unexpected(Window& window)
@@ -196,15 +196,15 @@ void ScriptedOperator::Dismiss(Window& window)
         window.CloseByFrame();
         return;
     }
-    const auto buttons = window.All(ControlKind::Button);
-    for (const auto way : {ui::Answer::Cancel, ui::Answer::No, ui::Answer::Ok})
+    for (const std::string way : {"Cancel", "No", "OK"})
     {
-        const auto found = std::find_if(buttons.begin(), buttons.end(),
-                                        [way](const ControlSeen& button) { return button.answer == way; });
-        if (found != buttons.end())
+        for (auto* const button : window.All<ui::Button>())
         {
-            window.Press(static_cast<std::size_t>(found - buttons.begin()));
-            return;
+            if (CaptionOf(*button) == way)
+            {
+                window.Press(*button);
+                return;
+            }
         }
     }
 }

@@ -2,8 +2,6 @@
 #include "player/run.h"
 #include "player/written.h"
 
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 namespace vellumo::player
@@ -50,7 +48,7 @@ void AddExemptions(Run& run, const Node& node)
     for (int n = 1; n <= (node.Has("times") ? node.Number("N") : 1); ++n)
     {
         OpenCitizen(run).esenzioni.push_back(
-            {Numbered(node.Text("CODE"), n), node.Text("FIRSTDAY"), node.Text("LASTDAY")});
+            {Replaced(node.Text("CODE"), "{n}", std::to_string(n)), node.Text("FIRSTDAY"), node.Text("LASTDAY")});
     }
 }
 
@@ -153,13 +151,7 @@ void AnswerFault(Run& run, const Node& node)
 
 void AnswerFile(Run& run, const Node& node)
 {
-    const auto file = FileBeside(node, node.Text("FILE"));
-    std::ifstream in(file, std::ios::binary);
-    if (!in)
-    {
-        throw Differs("the file " + file.string() + " cannot be read");
-    }
-    AnswerWith(run, siss::Verbatim{{std::istreambuf_iterator<char>(in), {}}});
+    AnswerWith(run, siss::Verbatim{FileText(FileBeside(node, node.Text("FILE")))});
 }
 
 void Harm(Run& run, const Node& node)
@@ -201,7 +193,7 @@ const Group sissStatements = {
          [](Run& run, const Node& node) { Network(run).SetOperatorCard(node.Has("inserted")); }},
         {"", "bridge missing", "the bridge is not registered",
          [](Run& run, const Node&) { run.GetStage().RemoveBridge(); }},
-        {"", "reply <which> <reply> [after M ~ms]",
+        {"", "reply <which> <reply> [after M ms]",
          "how a call of the scenario is answered; `after` delays it. The last such line for a call counts", Answer},
         {"reply", "exception <entry>", "an entry of the reply's list", AddEntry},
         {"reply", "warning <entry>", "", AddEntry},
@@ -238,7 +230,7 @@ const Group replyStatements = {
         {"", "empty", "no text", [](Run& run, const Node&) { AnswerWith(run, siss::Verbatim{}); }},
         {"", "lost", "accepted, but the reply never arrives",
          [](Run& run, const Node&) { AnswerWith(run, siss::LostReply{}); }},
-        {"", "without ~outcome", "well-formed, without its outcome",
+        {"", "without outcome", "well-formed, without its outcome",
          [](Run& run, const Node&) { AnswerWith(run, siss::NoOutcome{}); }},
         {"", "data 'TEXT'", "a good outcome with that text as its data",
          [](Run& run, const Node& node) { AnswerWith(run, siss::DataText{node.Text("TEXT")}); }},

@@ -1,11 +1,10 @@
 #include "player/statement.h"
 
+#include "host/text.h"
 #include "player/written.h"
 
 #include <algorithm>
-#include <cctype>
 #include <charconv>
-#include <optional>
 #include <sstream>
 
 namespace vellumo::player
@@ -29,17 +28,6 @@ Part TakePart(Part& wording)
     return part;
 }
 
-std::vector<std::string> Choices(Part part)
-{
-    std::vector<std::string> choices;
-    std::istringstream in{std::string(part.substr(part.find(':') + 1))};
-    for (std::string choice; std::getline(in, choice, '/');)
-    {
-        choices.push_back(choice);
-    }
-    return choices;
-}
-
 bool IsWholeNumber(const std::string& text)
 {
     std::int32_t number = 0;
@@ -51,120 +39,120 @@ bool IsWholeNumber(const std::string& text)
 class Matcher
 {
 public:
-    bool Match(Part wording, Line& line, Node& node)
+    explicit Matcher(const Line& line)
+        : m_line(line)
+    {
+    }
+
+    // The whole line.
+    bool Match(Node& node)
+    {
+        m_at = 0;
+        return MatchAll(node.statement->wording, node) &&
+               (m_at == m_line.words.size() || Missed("the end of the line"));
+    }
+
+    [[noreturn]] void Fail() const
+    {
+        throw SyntaxError(m_line.place, m_reach == 0
+                                            ? "unknown keyword " + m_line.words.front().text
+                                            : "expected " + Joined(m_expected, " or ") +
+                                                  (m_reach == m_line.words.size() ? " at the end of the line"
+                                                                                  : ", found " + m_line.From(m_reach)));
+    }
+
+private:
+    bool MatchAll(Part wording, Node& node)
     {
         while (!wording.empty())
         {
-            if (!MatchPart(TakePart(wording), line, node))
+            if (!MatchPart(TakePart(wording), node))
             {
                 return false;
             }
         }
         return true;
     }
-    bool End(const Line& line) { return line.AtEnd() || Missed(line, "the end of the line"); }
 
-    [[noreturn]] void Fail(Line& line) const
+    // All of it or nothing.
+    bool Try(Part wording, Node& node)
     {
-        const auto read = line.Peek().size() + line.At() - m_reach; // characters that nothing fitted
-        const auto rest = line.Peek().substr(line.Peek().size() - read);
-        line.Fail("expected " + Joined(m_expected, " or ") +
-                  (rest.empty() ? " at the end of the line" : ", found " + rest));
+        const auto at = m_at;
+        Node with = node;
+        const bool fits = MatchAll(wording, with);
+        m_at = fits ? m_at : at;
+        node = fits ? std::move(with) : node;
+        return fits;
     }
 
-private:
-    bool MatchPart(Part part, Line& line, Node& node)
+    bool MatchPart(Part part, Node& node)
     {
-        const auto name = std::string(part.front() == '\'' ? part.substr(1, part.size() - 2) : part);
         constexpr Part rest = "…";
+        const auto inner = part.substr(1, part.size() - 2);
+        const auto isLower = [](char c) { return host::Upper(c) != c; };
         switch (part.front())
         {
         case '[':
-            MatchOptional(part.substr(1, part.size() - 2), line, node);
-            return true;
-        case '~':
-            line.Take(part.substr(1));
+            static_cast<void>(Try(inner, node));
             return true;
         case '<':
-            return MatchGroup(part.substr(1, part.size() - 2), line, node);
+            return MatchGroup(inner, node);
+        case '\'':
+            return MatchText(std::string(inner), node);
         default:
-            break;
+            return std::any_of(part.begin(), part.end(), isLower) ? MatchWord(std::string(part), node)
+                   : part.ends_with(rest) ? MatchRest(std::string(part.substr(0, part.size() - rest.size())), node)
+                                          : MatchText(std::string(part), node);
         }
-        if (part.find('/') != Part::npos)
-        {
-            return MatchChoice(part, line, node);
-        }
-        if (std::any_of(name.begin(), name.end(), [](unsigned char c) { return std::islower(c) != 0; }))
-        {
-            node.values[name] = name;
-            return line.Take(part) || Missed(line, name);
-        }
-        if (part.ends_with(rest))
-        {
-            if (line.AtEnd() && node.block.empty())
-            {
-                return Missed(line, name.substr(0, name.size() - rest.size()));
-            }
-            node.values[name.substr(0, name.size() - rest.size())] = line.Rest();
-            return true;
-        }
-        return MatchText(name, line, node);
     }
 
-    bool MatchText(const std::string& name, Line& line, Node& node)
+    bool MatchWord(const std::string& choices, Node& node)
     {
-        if (line.AtEnd() || (name == "QUOTED" && !line.NextIsQuoted()))
+        const auto word = m_at < m_line.words.size() ? m_line.words[m_at] : Word();
+        if (word.quoted || ('/' + choices + '/').find('/' + word.text + '/') == std::string::npos)
         {
-            return Missed(line, name.size() == 1 ? "a number" : name == "QUOTED" ? "a text in quotes" : name);
+            return Missed(Replaced(choices, "/", " or "));
         }
-        Line behind = line;
-        auto text = behind.Word();
-        if (name.size() == 1 && !IsWholeNumber(text))
-        {
-            return Missed(line, "a number");
-        }
-        line = behind;
-        node.values[name] = std::move(text);
+        node.choice = choices == word.text ? node.choice : word.text;
+        node.values[word.text] = word.text;
+        ++m_at;
         return true;
     }
 
-    void MatchOptional(Part wording, Line& line, Node& node)
+    bool MatchText(const std::string& name, Node& node)
     {
-        Line attempt = line;
-        Node with = node;
-        if (Match(wording, attempt, with))
+        const auto* const word = m_at < m_line.words.size() ? &m_line.words[m_at] : nullptr;
+        const bool isNumber = name.size() == 1;
+        const bool isQuoted = name == "QUOTED";
+        if (word == nullptr || (isQuoted && !word->quoted) || (isNumber && !IsWholeNumber(word->text)))
         {
-            line = attempt;
-            node = std::move(with);
+            return Missed(isNumber ? "a number" : isQuoted ? "a text in quotes" : name);
         }
+        node.values[name] = word->text;
+        ++m_at;
+        return true;
     }
 
-    bool MatchChoice(Part part, Line& line, Node& node)
+    bool MatchRest(const std::string& name, Node& node)
     {
-        for (const auto& choice : Choices(part))
+        if (m_at == m_line.words.size() && m_line.block.empty())
         {
-            if (line.Take(choice))
-            {
-                node.values[choice] = choice;
-                node.values[std::string(part.substr(0, part.find(':')))] = choice;
-                return true;
-            }
-            Missed(line, choice);
+            return Missed(name);
         }
-        return false;
+        node.values[name] = m_line.From(m_at);
+        m_at = m_line.words.size();
+        return true;
     }
 
-    bool MatchGroup(Part name, Line& line, Node& node)
+    bool MatchGroup(Part name, Node& node)
     {
         const auto group =
             std::find_if(Groups().begin(), Groups().end(), [&](const auto* g) { return g->name == name; });
         for (const auto& statement : (*group)->statements)
         {
-            Line attempt = line;
-            Node part{*group, &statement, node.place, line.Peek(), node.block, {}, {}, {}};
-            if (Match(statement.wording, attempt, part))
+            Node part{*group, &statement, node.place, m_line.From(m_at), node.block, {}, {}, {}, {}};
+            if (Try(statement.wording, part))
             {
-                line = attempt;
                 node.parts.push_back(std::move(part));
                 return true;
             }
@@ -173,59 +161,40 @@ private:
     }
 
     // Always false.
-    bool Missed(const Line& line, const std::string& expected)
+    bool Missed(const std::string& expected)
     {
-        if (line.At() > m_reach)
+        if (m_at > m_reach)
         {
-            m_reach = line.At();
+            m_reach = m_at;
             m_expected.clear();
         }
-        if (line.At() == m_reach && std::find(m_expected.begin(), m_expected.end(), expected) == m_expected.end())
+        if (m_at == m_reach && std::find(m_expected.begin(), m_expected.end(), expected) == m_expected.end())
         {
             m_expected.push_back(expected);
         }
         return false;
     }
 
+    const Line& m_line;
+    std::size_t m_at = 0; // the next word
     std::size_t m_reach = 0;
     std::vector<std::string> m_expected;
 };
-
-// Without the marks that only the player needs.
-std::string ForReaders(Part wording)
-{
-    std::string text;
-    for (std::size_t i = 0; i < wording.size(); ++i)
-    {
-        const auto word = wording.substr(i, wording.find_first_of(" ]", i) - i);
-        const bool begins = i == 0 || wording[i - 1] == ' ' || wording[i - 1] == '[';
-        if (begins && word.find('/') != Part::npos && word.find(':') != Part::npos)
-        {
-            i += word.find(':');
-        }
-        else if (wording[i] != '~')
-        {
-            text += wording[i] == '\'' ? '"' : wording[i];
-        }
-    }
-    return text;
-}
 
 std::string Table(const Group& group)
 {
     std::string rows = "| line | meaning |\n|---|---|\n";
     for (const auto& statement : group.statements)
     {
-        const bool joined = statement.meaning.empty();
-        if (joined)
+        const auto written = '`' + Replaced(std::string(statement.wording), "'", "\"") + '`';
+        if (statement.meaning.empty())
         {
-            rows.insert(rows.rfind(" | "), ", `" + ForReaders(statement.wording) + '`');
+            rows.insert(rows.rfind(" | "), ", " + written);
         }
         else
         {
             const auto below = std::string(statement.below);
-            rows += "| `" + ForReaders(statement.wording) + "` | " +
-                    (below.empty() || below == "window" ? "" : "below `" + below + "`: ") +
+            rows += "| " + written + " | " + (below.empty() || below == "window" ? "" : "below `" + below + "`: ") +
                     std::string(statement.meaning) + " |\n";
         }
     }
@@ -254,36 +223,28 @@ std::size_t Node::Count(const std::string& name) const
     return static_cast<std::size_t>(number);
 }
 
-Node ReadNode(Line line)
+const Node* FindLine(const std::vector<Node>& lines, std::string_view keyword)
 {
-    const auto keyword = line.Peek().substr(0, line.Peek().find_first_of(" \t"));
-    Matcher matcher;
-    bool known = false;
+    const auto found =
+        std::find_if(lines.begin(), lines.end(), [=](const Node& line) { return line.Keyword() == keyword; });
+    return found == lines.end() ? nullptr : &*found;
+}
+
+Node ReadNode(const Line& line)
+{
+    Matcher matcher(line);
     for (const auto* const group : Groups())
     {
         for (const auto& statement : group->statements)
         {
-            if (group->role == Role::Part || statement.Keyword() != keyword)
-            {
-                continue;
-            }
-            known = true;
-            Line attempt = line;
-            attempt.Take(keyword);
-            Node node{group, &statement, line.Where(), attempt.Peek(), line.Block(), {}, {}, {}};
-            if (matcher.Match(statement.wording.substr(std::min(keyword.size() + 1, statement.wording.size())), attempt,
-                              node) &&
-                matcher.End(attempt))
+            Node node{group, &statement, line.place, line.From(1), line.block, {}, {}, {}, {}};
+            if (group->role != Role::Part && matcher.Match(node))
             {
                 return node;
             }
         }
     }
-    if (!known)
-    {
-        line.Fail("unknown keyword " + keyword);
-    }
-    matcher.Fail(line);
+    matcher.Fail();
 }
 
 const std::vector<const Group*>& Groups()

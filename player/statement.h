@@ -2,8 +2,8 @@
 // the reading of files and the tables of docs/scenarios.md.
 //
 // How a wording is to be read:
-//   word          stands as it is; ~word may be left out
-//   a/b           one of these words; KIND:a/b gives the choice a name
+//   word          stands as it is
+//   a/b           one of these words
 //   NAME, 'NAME'  in capitals: a word, or a text in double quotes; QUOTED takes it only in quotes
 //   N             a single letter: a whole number
 //   NAME…         all that is left of the line
@@ -62,6 +62,7 @@ struct Node
     std::string behind; // what is written behind the keyword
     std::vector<std::string> block;
     std::map<std::string, std::string> values;
+    std::string choice;      // the one of several words that was written
     std::vector<Node> parts; // for each <group> of the wording
     std::vector<Node> below;
 
@@ -73,14 +74,16 @@ struct Node
     [[nodiscard]] std::int32_t Number(const std::string& name) const { return std::stoi(Text(name)); }
     [[nodiscard]] std::size_t Count(const std::string& name) const;
     // The texts between "|".
-    [[nodiscard]] std::vector<std::string> Cells() const { return Line(place, Text("CELLS")).Cells(); }
+    [[nodiscard]] std::vector<std::string> Cells() const { return CellsOf(place, Text("CELLS")); }
     void Perform(Run& run) const { statement->perform(run, *this); }
 };
 
+// The first with that keyword; null when there is none.
+[[nodiscard]] const Node* FindLine(const std::vector<Node>& lines, std::string_view keyword);
 // All tables.
 [[nodiscard]] const std::vector<const Group*>& Groups();
 // Reads a line by its keyword; a SyntaxError tells what was expected.
-[[nodiscard]] Node ReadNode(Line line);
+[[nodiscard]] Node ReadNode(const Line& line);
 // The document with its tables of statements, each behind a line "<!-- statements: NAME -->", written anew.
 [[nodiscard]] std::string WithStatementTables(const std::string& document);
 

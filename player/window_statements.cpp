@@ -11,23 +11,33 @@ namespace vellumo::player
 namespace
 {
 
-void ExpectEnabled(const std::string& what, const ControlSeen& control, bool enabled)
+void ExpectEnabled(const std::string& what, const ui::Control& control, bool enabled)
 {
     Expect(what, enabled ? "enabled" : "disabled", control.enabled ? "enabled" : "disabled");
 }
 
-void LookAtToggle(Run& run, const Node& node)
+void ExpectState(const Node& node, const ui::Control& control, bool on)
 {
-    const auto caption = node.Text("CAPTION");
-    const auto toggle = Find(run.TheWindow(), ControlKind::Toggle, caption).control;
-    Expect(Quoted(caption), node.Has("on") ? "on" : "off", toggle.on ? "on" : "off");
-    ExpectEnabled(Quoted(caption), toggle, !node.Has("disabled"));
+    Expect(Quoted(node.Text("CAPTION")), node.choice, on ? "on" : "off");
+    ExpectEnabled(Quoted(node.Text("CAPTION")), control, !node.Has("disabled"));
+}
+
+void LookAtCheckBox(Run& run, const Node& node)
+{
+    const auto& box = Find<ui::CheckBox>(run.TheWindow(), node.Text("CAPTION"));
+    ExpectState(node, box, box.checked);
+}
+
+void LookAtOption(Run& run, const Node& node)
+{
+    const auto& option = Find<ui::OptionButton>(run.TheWindow(), node.Text("CAPTION"));
+    ExpectState(node, option, option.selected);
 }
 
 void LookAtButton(Run& run, const Node& node)
 {
     const auto what = "the button " + Quoted(node.Text("CAPTION"));
-    const auto button = Find(run.TheWindow(), ControlKind::Button, node.Text("CAPTION")).control;
+    const auto& button = Find<ui::Button>(run.TheWindow(), node.Text("CAPTION"));
     if (node.Has("default") && !button.isDefault)
     {
         throw Differs(what + " is not the default one");
@@ -38,31 +48,28 @@ void LookAtButton(Run& run, const Node& node)
 void LookAtList(Run& run, const Node& node)
 {
     const auto what = "list " + node.Text("N");
-    const auto list = Find(run.TheWindow(), ControlKind::List, node.Number("N")).control;
+    const auto& list = Find<ui::ComboBox>(run.TheWindow(), node.Count("N"));
     ExpectEnabled(what, list, !node.Has("disabled"));
-    Expect(what, node.Text("ENTRY"), list.selected ? list.entries.at(*list.selected) : "");
+    Expect(what, node.Text("ENTRY"), list.index < 0 ? "" : list.entries.at(static_cast<std::size_t>(list.index)));
 }
 
-Found TheGrid(Run& run, const Node& node, const std::string& number)
+// The first, when the line does not say which.
+template <class Kind>
+Kind& TheOne(Run& run, const Node& node, const std::string& number)
 {
-    return Find(run.TheWindow(), ControlKind::Grid, node.Has(number) ? node.Number(number) : 1);
+    return Find<Kind>(run.TheWindow(), node.Has(number) ? node.Count(number) : 1);
 }
 
 // Counted from 0.
-std::size_t RowOf(const Found& grid, const Node& node, const std::string& number)
+std::size_t RowOf(const ui::Grid& grid, const Node& node, const std::string& number)
 {
-    const auto row = node.Count(number);
-    if (row < 1 || row > grid.control.rowCount)
-    {
-        throw Differs("no row " + node.Text(number) + "; they are counted from 1 to " +
-                      std::to_string(grid.control.rowCount));
-    }
-    return row - 1;
+    static_cast<void>(Numbered(grid.rows, node.Count(number), "row"));
+    return node.Count(number) - 1;
 }
 
-void LookAtRow(Run& run, const Found& grid, std::size_t row, const std::vector<std::string>& cells)
+void LookAtRow(Run& run, const ui::Grid& grid, std::size_t row, const std::vector<std::string>& cells)
 {
-    const auto columns = grid.control.columns.size();
+    const auto columns = grid.columns.size();
     if (cells.size() != columns)
     {
         throw Differs("the grid has " + std::to_string(columns) + " columns, the line " + std::to_string(cells.size()));
@@ -70,49 +77,72 @@ void LookAtRow(Run& run, const Found& grid, std::size_t row, const std::vector<s
     for (std::size_t column = 0; column < columns; ++column)
     {
         ExpectCell("row " + std::to_string(row + 1) + ", column " + std::to_string(column + 1), cells[column],
-                   run.TheWindow().Cell(grid.place, row, column));
+                   run.TheWindow().Cell(grid, row, column));
     }
 }
 
 void LookAtRows(Run& run, const Node& node)
 {
-    const auto grid = TheGrid(run, node, "N");
-    for (std::size_t row = 0; row < std::min(node.block.size(), grid.control.rowCount); ++row)
+    const auto& grid = TheOne<ui::Grid>(run, node, "N");
+    for (std::size_t row = 0; row < std::min(node.block.size(), grid.rows.size()); ++row)
     {
-        LookAtRow(run, grid, row, Line(node.place, node.block[row]).Cells());
+        LookAtRow(run, grid, row, CellsOf(node.place, node.block[row]));
     }
-    Expect("rows", std::to_string(node.block.size()), std::to_string(grid.control.rowCount));
+    Expect("rows", std::to_string(node.block.size()), std::to_string(grid.rows.size()));
+}
+
+void LookAtColumns(Run& run, const Node& node)
+{
+    std::vector<std::string> captions;
+    for (const auto& column : TheOne<ui::Grid>(run, node, "N").columns)
+    {
+        captions.push_back(column.caption);
+    }
+    Expect("columns", Joined(node.Cells(), " | "), Joined(captions, " | "));
 }
 
 void LookAtProgress(Run& run, const Node& node)
 {
-    const auto bar = Find(run.TheWindow(), ControlKind::ProgressBar, 1).control;
-    const auto text = [](auto position, auto maximum)
-    { return std::to_string(static_cast<int>(position)) + " of " + std::to_string(static_cast<int>(maximum)); };
-    Expect("progress", text(node.Number("N"), node.Number("M")), text(bar.position, bar.maximum));
+    const auto& bar = Find<ui::ProgressBar>(run.TheWindow(), 1);
+    Expect("progress", node.Text("N") + " of " + node.Text("M"),
+           std::to_string(static_cast<int>(bar.value)) + " of " + std::to_string(static_cast<int>(bar.maximum)));
 }
 
-void UseRow(Run& run, const Node& node, void (Window::*use)(std::size_t, std::size_t))
+// Does it, unless the control is disabled: then nothing happens, as with a real hand.
+template <class Act, class Control, class... How>
+void Do(Run& run, Act act, Control& control, const How&... how)
 {
-    const auto grid = TheGrid(run, node, "M");
-    (run.TheWindow().*use)(grid.place, RowOf(grid, node, "N"));
+    if (control.enabled)
+    {
+        (run.TheWindow().*act)(control, how...);
+    }
 }
 
-void SetToggle(Run& run, const Node& node)
+template <class Act>
+void UseRow(Run& run, const Node& node, Act act)
 {
-    const auto toggle = Find(run.TheWindow(), ControlKind::Toggle, node.Text("CAPTION"));
-    run.TheWindow().SetToggle(toggle.place, node.Keyword() != "untick");
+    auto& grid = TheOne<ui::Grid>(run, node, "M");
+    Do(run, act, grid, RowOf(grid, node, "N"));
+}
+
+void SetCheckBox(Run& run, const Node& node)
+{
+    auto& box = Find<ui::CheckBox>(run.TheWindow(), node.Text("CAPTION"));
+    if (box.checked != (node.Keyword() == "tick"))
+    {
+        Do(run, &Window::Press, box);
+    }
 }
 
 void ChooseEntry(Run& run, const Node& node)
 {
-    const auto [place, list] = Find(run.TheWindow(), ControlKind::List, node.Has("N") ? node.Number("N") : 1);
+    auto& list = TheOne<ui::ComboBox>(run, node, "N");
     const auto at = std::find(list.entries.begin(), list.entries.end(), node.Text("ENTRY"));
     if (at == list.entries.end())
     {
         throw Differs("no entry " + Quoted(node.Text("ENTRY")) + "; there is: " + Quoted(Joined(list.entries, " / ")));
     }
-    run.TheWindow().ChooseEntry(place, static_cast<std::size_t>(at - list.entries.begin()));
+    Do(run, &Window::Select, list, static_cast<std::size_t>(at - list.entries.begin()));
 }
 
 void PressKey(Run& run, const Node& node)
@@ -130,42 +160,40 @@ const Group lookStatements = {
     Role::Step,
     {
         {"window", "label 'TEXT'", "a label",
-         [](Run& run, const Node& node)
-         { static_cast<void>(Find(run.TheWindow(), ControlKind::Label, node.Text("TEXT"))); }},
+         [](Run& run, const Node& node) { static_cast<void>(Find<ui::Label>(run.TheWindow(), node.Text("TEXT"))); }},
         {"window", "button 'CAPTION' [default] [disabled]", "a button and its state", LookAtButton},
-        {"window", "checkbox 'CAPTION' on/off [disabled]", "a check box", LookAtToggle},
-        {"window", "option 'CAPTION' on/off [disabled]", "an option button", LookAtToggle},
+        {"window", "checkbox 'CAPTION' on/off [disabled]", "a check box", LookAtCheckBox},
+        {"window", "option 'CAPTION' on/off [disabled]", "an option button", LookAtOption},
         {"window", "textbox 'CAPTION' 'TEXT'", "the content of a text box",
          [](Run& run, const Node& node)
          {
              Expect("text box " + Quoted(node.Text("CAPTION")), node.Text("TEXT"),
-                    Find(run.TheWindow(), ControlKind::TextBox, node.Text("CAPTION")).control.value);
+                    Find<ui::TextBox>(run.TheWindow(), node.Text("CAPTION")).value);
          }},
         {"window", "list N 'ENTRY' [disabled]", "the entry that a list shows", LookAtList},
         {"window", "grid N columns CELLS…",
          "the captions of a grid's columns, with `\\|` between them. Grids, lists, rows and columns count from 1",
-         [](Run& run, const Node& node)
-         { Expect("columns", Joined(node.Cells(), " | "), Joined(TheGrid(run, node, "N").control.columns, " | ")); }},
+         LookAtColumns},
         {"window", "grid N row M CELLS…",
          "a row, with `\\|` between its cells: `*` for any text, `\\n` in a text is a line break; `[blue on "
          "#FFEFF6]` "
          "behind a text for its colours, `[plain]` for none; `[error]` or `[warning]` for the picture before it",
          [](Run& run, const Node& node)
          {
-             const auto grid = TheGrid(run, node, "N");
+             const auto& grid = TheOne<ui::Grid>(run, node, "N");
              LookAtRow(run, grid, RowOf(grid, node, "M"), node.Cells());
          }},
-        {"window", "grid N has M ~rows", "how many rows there are",
+        {"window", "grid N has M rows", "how many rows there are",
          [](Run& run, const Node& node)
-         { Expect("rows", node.Text("M"), std::to_string(TheGrid(run, node, "N").control.rowCount)); }},
+         { Expect("rows", node.Text("M"), std::to_string(TheOne<ui::Grid>(run, node, "N").rows.size())); }},
         {"window", "grid N selected M", "the row that is selected",
          [](Run& run, const Node& node)
          {
-             const auto row = TheGrid(run, node, "N").control.selected;
+             const auto row = TheOne<ui::Grid>(run, node, "N").selected;
              Expect("selected row", node.Text("M"), row ? std::to_string(*row + 1) : "none");
          }},
         {"window", "grid N", "all rows, in its block", LookAtRows},
-        {"window", "progress N ~of M", "how far the bar is", LookAtProgress},
+        {"window", "progress N of M", "how far the bar is", LookAtProgress},
     }};
 
 const Group actionStatements = {
@@ -174,23 +202,23 @@ const Group actionStatements = {
     {
         {"window", "press 'BUTTON'", "presses a button; that of a box goes by its answer: `press No`",
          [](Run& run, const Node& node)
-         { run.TheWindow().Press(Find(run.TheWindow(), ControlKind::Button, node.Text("BUTTON")).place); },
+         { Do(run, &Window::Press, Find<ui::Button>(run.TheWindow(), node.Text("BUTTON"))); },
          "preme *"},
-        {"window", "select ~row N [of grid M]", "selects a row",
-         [](Run& run, const Node& node) { UseRow(run, node, &Window::SelectRow); }, "sceglie la riga *"},
-        {"window", "double-click ~row N [of grid M]", "double-clicks a row",
-         [](Run& run, const Node& node) { UseRow(run, node, &Window::DoubleClickRow); }, "doppio clic sulla riga *"},
-        {"window", "type 'TEXT' ~into 'CAPTION'", "types into a text box, in place of what was there",
+        {"window", "select row N [of grid M]", "selects a row",
+         [](Run& run, const Node& node) { UseRow(run, node, &Window::Select); }, "sceglie la riga *"},
+        {"window", "double-click row N [of grid M]", "double-clicks a row",
+         [](Run& run, const Node& node) { UseRow(run, node, &Window::DoubleClick); }, "doppio clic sulla riga *"},
+        {"window", "type 'TEXT' into 'CAPTION'", "types into a text box, in place of what was there",
          [](Run& run, const Node& node)
-         {
-             auto& window = run.TheWindow();
-             window.Type(Find(window, ControlKind::TextBox, node.Text("CAPTION")).place, node.Text("TEXT"));
-         },
+         { Do(run, &Window::Type, Find<ui::TextBox>(run.TheWindow(), node.Text("CAPTION")), node.Text("TEXT")); },
          "scrive *"},
-        {"window", "tick 'CAPTION'", "sets a check box", SetToggle, "spunta *"},
-        {"window", "untick 'CAPTION'", "clears it", SetToggle, "toglie la spunta a *"},
+        {"window", "tick 'CAPTION'", "sets a check box", SetCheckBox, "spunta *"},
+        {"window", "untick 'CAPTION'", "clears it", SetCheckBox, "toglie la spunta a *"},
         {"window", "choose entry 'ENTRY' [of list N]", "chooses an entry of a list", ChooseEntry, "sceglie *"},
-        {"window", "choose 'CAPTION'", "chooses an option", SetToggle, "sceglie *"},
+        {"window", "choose 'CAPTION'", "chooses an option",
+         [](Run& run, const Node& node)
+         { Do(run, &Window::Press, Find<ui::OptionButton>(run.TheWindow(), node.Text("CAPTION"))); },
+         "sceglie *"},
         {"window", "key KEY", "presses a key: `Enter`, `Escape`, `Tab`, `Down`, `Alt+C` …", PressKey, "tasto *"},
         {"window", "close", "closes the window by its frame",
          [](Run& run, const Node&) { run.TheWindow().CloseByFrame(); }, "chiude la finestra"},

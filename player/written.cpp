@@ -4,6 +4,11 @@
 
 #include <algorithm>
 #include <cctype>
+#include <ctime>
+#include <fstream>
+#include <iomanip>
+#include <iterator>
+#include <sstream>
 
 namespace vellumo::player
 {
@@ -12,12 +17,6 @@ namespace
 
 constexpr std::size_t longestQuoted = 1500;
 constexpr double quarterOfAnHour = 1.0 / 96;
-
-std::string Digits(int number, std::size_t width)
-{
-    const auto text = std::to_string(number);
-    return std::string(width - std::min(width, text.size()), '0') + text;
-}
 
 } // namespace
 
@@ -31,12 +30,8 @@ void Expect(const std::string& what, const std::string& expected, const std::str
 
 std::string Quoted(const std::string& text)
 {
-    std::string out = "\"";
-    for (const char c : text.substr(0, longestQuoted))
-    {
-        out += c == '\r' ? "\\r" : c == '\n' ? "\\n" : std::string(1, c);
-    }
-    return out + (text.size() > longestQuoted ? "…\"" : "\"");
+    const auto shown = Replaced(Replaced(text.substr(0, longestQuoted), "\r", "\\r"), "\n", "\\n");
+    return '"' + shown + (text.size() > longestQuoted ? "…\"" : "\"");
 }
 
 std::string Joined(const std::vector<std::string>& parts, std::string_view between)
@@ -49,16 +44,6 @@ std::string Joined(const std::vector<std::string>& parts, std::string_view betwe
     return text;
 }
 
-std::string Numbered(std::string text, int n)
-{
-    constexpr std::string_view placeholder = "{n}";
-    for (auto at = text.find(placeholder); at != std::string::npos; at = text.find(placeholder))
-    {
-        text.replace(at, placeholder.size(), std::to_string(n));
-    }
-    return text;
-}
-
 std::string FileName(std::string title)
 {
     std::replace_if(
@@ -66,20 +51,11 @@ std::string FileName(std::string title)
     return title;
 }
 
-std::string Trimmed(std::string_view text)
+std::string Replaced(std::string text, std::string_view part, std::string_view instead)
 {
-    constexpr std::string_view blanks = " \t\r\n";
-    const auto first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? ""
-                                           : std::string(text.substr(first, text.find_last_not_of(blanks) + 1 - first));
-}
-
-std::string WithoutReturns(std::string text, std::string_view lineBreak)
-{
-    std::erase(text, '\r');
-    for (auto at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + lineBreak.size()))
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + instead.size()))
     {
-        text.replace(at, 1, lineBreak);
+        text.replace(at, part.size(), instead);
     }
     return text;
 }
@@ -89,32 +65,43 @@ std::string BooleanText(bool value)
     return value ? "True" : "False";
 }
 
-std::string DayText(const host::Date& date)
+std::string DateText(const host::Date& date, const char* form)
 {
-    const auto day = date.ToCalendar();
-    return Digits(day.year, 4) + '-' + Digits(day.month, 2) + '-' + Digits(day.day, 2);
+    const auto [year, month, day, hour, minute, second] = date.ToCalendar();
+    std::tm time{};
+    time.tm_year = year - 1900;
+    time.tm_mon = month - 1;
+    time.tm_mday = day;
+    time.tm_hour = hour;
+    time.tm_min = minute;
+    time.tm_sec = second;
+    std::ostringstream text;
+    text << std::put_time(&time, form);
+    return text.str();
 }
 
 std::string ValueText(const host::Value& value)
 {
-    if (value.IsNull())
-    {
-        return "NULL";
-    }
     const auto* const date = std::get_if<host::Date>(&value.Get());
     if (date == nullptr)
     {
-        return value.ToText();
+        return value.IsNull() ? "NULL" : value.ToText();
     }
-    const auto time = date->ToCalendar();
     const auto age = host::SystemClock().Now().ToOle() - date->ToOle();
-    if (time.hour == 0 && time.minute == 0 && time.second == 0)
+    const bool isDay = *date == host::Date::FromOle(date->DayNumber());
+    return isDay                               ? DateText(*date, dayForm)
+           : age >= 0 && age < quarterOfAnHour ? "now"
+                                               : DateText(*date, "%Y-%m-%d %H:%M:%S");
+}
+
+std::string FileText(const std::filesystem::path& file)
+{
+    std::ifstream in(file, std::ios::binary);
+    if (!in)
     {
-        return DayText(*date);
+        throw Differs(file.string() + ": the file cannot be read");
     }
-    return age >= 0 && age < quarterOfAnHour ? "now"
-                                             : DayText(*date) + ' ' + Digits(time.hour, 2) + ':' +
-                                                   Digits(time.minute, 2) + ':' + Digits(time.second, 2);
+    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 } // namespace vellumo::player

@@ -1,276 +1,208 @@
 #include "player/native/form_window.h"
 
-#include "player/controls.h"
+#include "host/fault.h"
+#include "host/text.h"
 
 #include <algorithm>
-#include <cctype>
-#include <variant>
+#include <array>
+#include <list>
+#include <map>
 
 namespace vellumo::player
 {
 namespace
 {
 
-char Upper(char c)
-{
-    return static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-}
+// A window that nothing closes any more would keep the run from ending.
+constexpr int mostLooks = 100000;
+
+const std::map<ui::Buttons, std::vector<ui::Answer>> answersOf = {
+    {ui::Buttons::Ok, {ui::Answer::Ok}},
+    {ui::Buttons::YesNo, {ui::Answer::Yes, ui::Answer::No}},
+    {ui::Buttons::YesNoCancel, {ui::Answer::Yes, ui::Answer::No, ui::Answer::Cancel}},
+    {ui::Buttons::RetryCancel, {ui::Answer::Retry, ui::Answer::Cancel}}};
+
+constexpr std::array answerNames = {"OK", "Cancel", "Retry", "Yes", "No"}; // in the order of ui::Answer
 
 char AccessKey(const std::string& caption)
 {
     const auto mark = caption.find('&');
-    return mark == std::string::npos || mark + 1 == caption.size() ? '\0' : Upper(caption[mark + 1]);
+    return mark == std::string::npos || mark + 1 == caption.size() ? '\0' : host::Upper(caption[mark + 1]);
 }
 
-std::vector<ui::Answer> AnswersOf(ui::Buttons buttons)
+// A message box as a form of buttons. One without a button that takes nothing back has no way out but its buttons.
+class BoxForm final : public ui::Form
 {
-    switch (buttons)
+public:
+    explicit BoxForm(const ui::Prompt& prompt)
+        : Form(prompt.title)
+        , m_answers(answersOf.at(prompt.buttons))
     {
-    case ui::Buttons::Ok:
-        return {ui::Answer::Ok};
-    case ui::Buttons::YesNo:
-        return {ui::Answer::Yes, ui::Answer::No};
-    case ui::Buttons::YesNoCancel:
-        return {ui::Answer::Yes, ui::Answer::No, ui::Answer::Cancel};
-    case ui::Buttons::RetryCancel:
-        return {ui::Answer::Retry, ui::Answer::Cancel};
+        for (const auto answer : m_answers)
+        {
+            auto& button = m_buttons.emplace_back(answerNames.at(static_cast<std::size_t>(answer)));
+            button.isDefault = static_cast<int>(m_buttons.size()) == prompt.defaultButton;
+            button.isCancel = answer == ui::Answer::Ok || answer == ui::Answer::Cancel;
+            m_controls.push_back(&button);
+        }
     }
-    return {};
-}
 
-// What there is to see of each kind of control, besides its caption.
-struct See
-{
-    ControlSeen operator()(const ui::Label*) const { return Of(ControlKind::Label); }
-    ControlSeen operator()(const ui::TextBox* box) const
+    [[nodiscard]] ui::Answer Result() const noexcept { return m_result; }
+
+    void Clicked(ui::Control& control) override
     {
-        ControlSeen seen = Of(ControlKind::TextBox);
-        seen.value = box->value;
-        return seen;
+        const auto place = std::find(m_controls.begin(), m_controls.end(), &control) - m_controls.begin();
+        m_result = m_answers.at(static_cast<std::size_t>(place));
+        Close();
     }
-    ControlSeen operator()(const ui::CheckBox* box) const { return Toggle(box->checked); }
-    ControlSeen operator()(const ui::OptionButton* option) const { return Toggle(option->selected); }
-    ControlSeen operator()(const ui::ComboBox* list) const
+    void FrameClosed() override
     {
-        ControlSeen seen = Of(ControlKind::List);
-        seen.entries = list->entries;
-        seen.selected = list->index < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(list->index));
-        return seen;
-    }
-    ControlSeen operator()(const ui::Grid* grid) const
-    {
-        ControlSeen seen = Of(ControlKind::Grid);
-        std::transform(grid->columns.begin(), grid->columns.end(), std::back_inserter(seen.columns),
-                       [](const ui::Column& column) { return column.caption; });
-        seen.rowCount = grid->rows.size();
-        seen.selected = grid->selected;
-        return seen;
-    }
-    ControlSeen operator()(const ui::ProgressBar* bar) const
-    {
-        ControlSeen seen = Of(ControlKind::ProgressBar);
-        seen.position = bar->value;
-        seen.maximum = bar->maximum;
-        return seen;
-    }
-    ControlSeen operator()(const ui::Button* button) const
-    {
-        ControlSeen seen = Of(ControlKind::Button);
-        seen.isDefault = button->isDefault;
-        return seen;
+        for (auto& button : m_buttons)
+        {
+            if (button.isCancel)
+            {
+                Clicked(button);
+            }
+        }
     }
 
 private:
-    static ControlSeen Of(ControlKind kind)
-    {
-        ControlSeen seen;
-        seen.kind = kind;
-        return seen;
-    }
-    static ControlSeen Toggle(bool on)
-    {
-        ControlSeen seen = Of(ControlKind::Toggle);
-        seen.on = on;
-        return seen;
-    }
+    std::vector<ui::Answer> m_answers;
+    std::list<ui::Button> m_buttons; // controls keep their place
+    ui::Answer m_result = ui::Answer::Cancel;
 };
 
-ControlSeen Seen(ui::Control& control)
+class FileForm final : public ui::Form
 {
-    ControlSeen seen = std::visit(See(), control.Actual());
-    seen.caption = seen.kind == ControlKind::Label ? control.text : WithoutAccessKey(control.text);
-    seen.enabled = control.enabled;
-    return seen;
-}
-
-// The visible control of that kind at that place; null when it is disabled and no hand could use it.
-ui::Control* Usable(const ui::Form& form, ControlKind kind, std::size_t place)
-{
-    for (auto* const control : form.Controls())
+public:
+    explicit FileForm(const std::string& title)
+        : Form(title)
     {
-        if (control->visible && Seen(*control).kind == kind && place-- == 0)
-        {
-            return control->enabled ? control : nullptr;
-        }
     }
-    throw std::out_of_range("the window has no such control");
-}
+    void Choose(const std::filesystem::path& file)
+    {
+        chosen = file.string();
+        Close();
+    }
 
-template <class Kind>
-Kind* Usable(const ui::Form& form, ControlKind kind, std::size_t place)
-{
-    auto* const control = Usable(form, kind, place);
-    return control == nullptr ? nullptr : ui::As<Kind>(*control);
-}
+    std::string chosen; // "" when cancelled
+};
 
 } // namespace
 
-std::vector<ControlSeen> PromptWindow::Controls() const
+FormWindow::FormWindow(Screen& screen, ui::Form& form)
+    : m_screen(screen)
+    , m_form(form)
 {
-    std::vector<ControlSeen> buttons;
-    for (const auto answer : AnswersOf(m_prompt.buttons))
-    {
-        auto& button = buttons.emplace_back();
-        button.kind = ControlKind::Button;
-        button.answer = answer;
-        button.isDefault = static_cast<int>(buttons.size()) == m_prompt.defaultButton;
-    }
-    return buttons;
+    m_id = ++screen.lastId;
+    m_kind = dynamic_cast<FileForm*>(&form) == nullptr ? WindowKind::Form : WindowKind::FileDialog;
+    m_controls = form.Controls();
+    m_screen.windows.push_back(this);
+    m_form.Attach(this);
 }
 
-void PromptWindow::Press(std::size_t button)
+FormWindow::FormWindow(Screen& screen, ui::Form& form, const ui::Prompt& prompt)
+    : FormWindow(screen, form)
 {
-    m_answer = AnswersOf(m_prompt.buttons).at(button);
+    m_kind = WindowKind::Box;
+    m_icon = prompt.icon;
+    m_text = prompt.text;
 }
 
-bool PromptWindow::Key(const std::string& key)
+FormWindow::~FormWindow()
 {
-    if (key == "Enter")
-    {
-        Press(static_cast<std::size_t>(m_prompt.defaultButton) - 1);
-    }
-    else if (key == "Escape")
-    {
-        CloseByFrame();
-    }
-    return key == "Enter" || key == "Escape";
+    m_form.Attach(nullptr);
+    m_screen.windows.pop_back();
 }
 
-// A box without a button that takes nothing back has no way out but its buttons.
-void PromptWindow::CloseByFrame()
+void FormWindow::Show()
 {
-    const auto answers = AnswersOf(m_prompt.buttons);
-    for (const auto way : {ui::Answer::Ok, ui::Answer::Cancel})
+    m_form.Activated();
+    for (int looks = 0; !m_form.IsClosed(); ++looks)
     {
-        if (std::find(answers.begin(), answers.end(), way) != answers.end())
+        if (looks == mostLooks)
         {
-            m_answer = way;
+            throw host::Fault("Nessuno chiude la finestra.");
         }
+        m_screen.anOperator.OnScreen(*m_screen.windows.back());
     }
 }
 
-std::vector<ControlSeen> FormWindow::Controls() const
+ui::Cell FormWindow::Cell(const ui::Grid& grid, std::size_t row, std::size_t column) const
 {
-    std::vector<ControlSeen> seen;
-    for (auto* const control : m_form.Controls())
-    {
-        if (control->visible)
-        {
-            seen.push_back(Seen(*control));
-        }
-    }
-    return seen;
+    return grid.rows.at(row).at(column);
 }
 
-CellSeen FormWindow::Cell(std::size_t grid, std::size_t row, std::size_t column) const
+void FormWindow::Press(ui::Control& control)
 {
-    for (auto* const control : m_form.Controls())
+    if (auto* const box = ui::As<ui::CheckBox>(control))
     {
-        const auto* const found = ui::As<ui::Grid>(*control);
-        if (found != nullptr && found->visible && grid-- == 0)
-        {
-            const auto& cell = found->rows.at(row).at(column);
-            return {cell.text, cell.foreground, cell.background, cell.image};
-        }
+        box->checked = !box->checked;
     }
-    return {};
-}
-
-void FormWindow::Press(std::size_t button)
-{
-    if (auto* const pressed = Usable(m_form, ControlKind::Button, button))
-    {
-        m_form.Clicked(*pressed);
-    }
-}
-
-void FormWindow::SelectRow(std::size_t grid, std::size_t row)
-{
-    if (auto* const chosen = Usable<ui::Grid>(m_form, ControlKind::Grid, grid))
-    {
-        chosen->selected = row;
-        m_form.Changed(*chosen);
-    }
-}
-
-void FormWindow::DoubleClickRow(std::size_t grid, std::size_t row)
-{
-    SelectRow(grid, row);
-    if (auto* const chosen = Usable(m_form, ControlKind::Grid, grid))
-    {
-        m_form.Clicked(*chosen);
-    }
-}
-
-void FormWindow::Type(std::size_t textBox, const std::string& text)
-{
-    if (auto* const box = Usable<ui::TextBox>(m_form, ControlKind::TextBox, textBox))
-    {
-        box->value = text;
-        m_form.Changed(*box);
-    }
-}
-
-void FormWindow::SetToggle(std::size_t toggle, bool on)
-{
-    auto* const box = Usable<ui::CheckBox>(m_form, ControlKind::Toggle, toggle);
-    auto* const option = Usable<ui::OptionButton>(m_form, ControlKind::Toggle, toggle);
-    if (box != nullptr && box->checked != on)
-    {
-        box->checked = on;
-        m_form.Clicked(*box);
-    }
-    if (option != nullptr && on)
+    if (const auto* const option = ui::As<ui::OptionButton>(control))
     {
         m_form.Select(*option);
-        m_form.Clicked(*option);
     }
+    m_form.Clicked(control);
 }
 
-void FormWindow::ChooseEntry(std::size_t list, std::size_t entry)
+void FormWindow::Select(ui::Control& control, std::size_t place)
 {
-    if (auto* const chosen = Usable<ui::ComboBox>(m_form, ControlKind::List, list))
+    if (auto* const grid = ui::As<ui::Grid>(control))
     {
-        chosen->index = static_cast<int>(entry);
-        m_form.Changed(*chosen);
+        grid->selected = place;
     }
+    if (auto* const list = ui::As<ui::ComboBox>(control))
+    {
+        list->index = static_cast<int>(place);
+    }
+    m_form.Changed(control);
+}
+
+void FormWindow::DoubleClick(ui::Grid& grid, std::size_t row)
+{
+    Select(grid, row);
+    m_form.Clicked(grid);
+}
+
+void FormWindow::Type(ui::TextBox& box, const std::string& text)
+{
+    box.value = text;
+    m_form.Changed(box);
 }
 
 bool FormWindow::Key(const std::string& key)
 {
     const bool alt = key.size() == 5 && key.starts_with("Alt+");
-    for (auto* const control : m_form.Controls())
+    for (auto* const button : All<ui::Button>())
     {
-        auto* const button = ui::As<ui::Button>(*control);
-        if (button != nullptr && button->visible && button->enabled &&
-            ((key == "Enter" && button->isDefault) || (key == "Escape" && button->isCancel) ||
-             (alt && AccessKey(button->text) == Upper(key.back()))))
+        if (button->enabled && ((key == "Enter" && button->isDefault) || (key == "Escape" && button->isCancel) ||
+                                (alt && AccessKey(button->text) == host::Upper(key.back()))))
         {
             m_form.Clicked(*button);
             return true;
         }
     }
     return false;
+}
+
+void FormWindow::ChooseFile(const std::filesystem::path& file)
+{
+    dynamic_cast<FileForm&>(m_form).Choose(file);
+}
+
+ui::Answer ScriptedDesktop::ShowBox(const ui::Prompt& prompt)
+{
+    BoxForm form(prompt);
+    FormWindow(m_screen, form, prompt).Show();
+    return form.Result();
+}
+
+std::optional<std::string> ScriptedDesktop::AskFile(const std::string& title, const std::string&)
+{
+    FileForm form(title);
+    FormWindow(m_screen, form).Show();
+    return form.chosen.empty() ? std::nullopt : std::optional(form.chosen);
 }
 
 } // namespace vellumo::player

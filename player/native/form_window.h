@@ -1,98 +1,73 @@
-// Prompts and forms of the library as the windows that the player sees, natively: nothing is drawn, the state behind
-// the window is what there is to see.
+// Windows of the library as the player sees them, natively: nothing is drawn, the state behind the window is what there
+// is to see.
 #pragma once
 
 #include "player/screen.h"
-#include "ui/form.h"
-#include "ui/prompt.h"
+#include "ui/desktop.h"
+
+#include <optional>
 
 namespace vellumo::player
 {
 
-class NativeWindow : public Window
-{
-public:
-    NativeWindow(std::uint64_t id, WindowKind kind, std::string title)
-        : m_id(id)
-        , m_kind(kind)
-        , m_title(std::move(title))
-    {
-    }
-    [[nodiscard]] std::uint64_t Id() const final { return m_id; }
-    [[nodiscard]] WindowKind Kind() const final { return m_kind; }
-    [[nodiscard]] std::string Title() const final { return m_title; }
+class FormWindow;
 
-private:
-    std::uint64_t m_id;
-    WindowKind m_kind;
-    std::string m_title;
+// The windows that are open; the last is on top.
+struct Screen
+{
+    Operator& anOperator;
+    std::vector<FormWindow*> windows;
+    std::uint64_t lastId = 0;
 };
 
-class PromptWindow final : public NativeWindow
+// On the screen from its making to its end.
+class FormWindow final : public Window, private ui::FormView
 {
 public:
-    PromptWindow(std::uint64_t id, const ui::Prompt& prompt)
-        : NativeWindow(id, WindowKind::Box, prompt.title)
-        , m_prompt(prompt)
-    {
-    }
+    FormWindow(Screen& screen, ui::Form& form);
+    // Of a box.
+    FormWindow(Screen& screen, ui::Form& form, const ui::Prompt& prompt);
+    ~FormWindow() override;
+    FormWindow(const FormWindow&) = delete;
+    FormWindow& operator=(const FormWindow&) = delete;
 
-    // Empty as long as nothing has been pressed.
-    [[nodiscard]] std::optional<ui::Answer> Answered() const noexcept { return m_answer; }
+    // Lets the operator at it until the form is closed.
+    void Show();
 
-    [[nodiscard]] ui::Icon Icon() const override { return m_prompt.icon; }
-    [[nodiscard]] std::string Text() const override { return m_prompt.text; }
-    [[nodiscard]] std::vector<ControlSeen> Controls() const override;
-    void Press(std::size_t button) override;
-    bool Key(const std::string& key) override;
-    void CloseByFrame() override;
-
-private:
-    const ui::Prompt& m_prompt;
-    std::optional<ui::Answer> m_answer;
-};
-
-class FileWindow final : public NativeWindow
-{
-public:
-    FileWindow(std::uint64_t id, std::string title)
-        : NativeWindow(id, WindowKind::FileDialog, std::move(title))
-    {
-    }
-
-    // Empty as long as nothing has been chosen; "" when cancelled.
-    [[nodiscard]] const std::optional<std::filesystem::path>& Chosen() const noexcept { return m_chosen; }
-
-    void CloseByFrame() override { m_chosen = std::filesystem::path(); }
-    void ChooseFile(const std::filesystem::path& file) override { m_chosen = file; }
-
-private:
-    std::optional<std::filesystem::path> m_chosen;
-};
-
-class FormWindow final : public NativeWindow
-{
-public:
-    FormWindow(std::uint64_t id, ui::Form& form)
-        : NativeWindow(id, WindowKind::Form, form.Title())
-        , m_form(form)
-    {
-    }
-
-    [[nodiscard]] std::vector<ControlSeen> Controls() const override;
-    [[nodiscard]] CellSeen Cell(std::size_t grid, std::size_t row, std::size_t column) const override;
-    void Press(std::size_t button) override;
-    void SelectRow(std::size_t grid, std::size_t row) override;
-    void DoubleClickRow(std::size_t grid, std::size_t row) override;
-    void Type(std::size_t textBox, const std::string& text) override;
-    void SetToggle(std::size_t toggle, bool on) override;
-    void ChooseEntry(std::size_t list, std::size_t entry) override;
+    [[nodiscard]] std::string Title() const override { return m_form.Title(); }
+    [[nodiscard]] ui::Cell Cell(const ui::Grid& grid, std::size_t row, std::size_t column) const override;
+    void Press(ui::Control& control) override;
+    void Select(ui::Control& control, std::size_t place) override;
+    void DoubleClick(ui::Grid& grid, std::size_t row) override;
+    void Type(ui::TextBox& box, const std::string& text) override;
     // Only the keys that stand for a button: Enter, Escape, Alt and an access key.
     bool Key(const std::string& key) override;
     void CloseByFrame() override { m_form.FrameClosed(); }
+    void ChooseFile(const std::filesystem::path& file) override;
 
 private:
+    void Refresh() override { m_screen.anOperator.OnBusy(*this); }
+    void ProcessMessages() override { m_screen.anOperator.OnBusy(*this); }
+
+    Screen& m_screen;
     ui::Form& m_form;
+};
+
+// Shows them all on the screen.
+class ScriptedDesktop final : public ui::Desktop
+{
+public:
+    explicit ScriptedDesktop(Screen& screen)
+        : m_screen(screen)
+    {
+    }
+
+    ui::Answer ShowBox(const ui::Prompt& prompt) override;
+    void ShowModal(ui::Form& form) override { FormWindow(m_screen, form).Show(); }
+    [[nodiscard]] std::optional<std::string> AskFile(const std::string& title, const std::string& filter) override;
+
+private:
+    Screen& m_screen;
 };
 
 } // namespace vellumo::player

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace vellumo::player
 {
@@ -18,124 +19,97 @@ namespace
 
 using windows::FromWide;
 using windows::Send;
-
-std::wstring ClassOf(HWND window)
-{
-    std::array<wchar_t, 64> name{};
-    GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    return name.data();
-}
+using Read = std::unique_ptr<ui::Control>;
 
 DWORD StyleOf(HWND window)
 {
     return static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE));
 }
 
-// Without the mark of the access key; "&&" is a plain "&".
-std::string CaptionOf(HWND window)
-{
-    const std::string marked = TextOf(window);
-    std::string caption;
-    for (std::size_t i = 0; i < marked.size(); ++i)
-    {
-        i += marked[i] == '&' && i + 1 < marked.size() ? 1u : 0u;
-        caption += marked[i];
-    }
-    return caption;
-}
-
-std::optional<ControlKind> KindOfButton(DWORD type)
-{
-    switch (type)
-    {
-    case BS_PUSHBUTTON:
-    case BS_DEFPUSHBUTTON:
-        return ControlKind::Button;
-    case BS_AUTOCHECKBOX:
-    case BS_AUTORADIOBUTTON:
-        return ControlKind::Toggle;
-    default:
-        return std::nullopt;
-    }
-}
-
 // A text of its own is a label; one that names the control behind it has an access key.
 bool NamesControl(HWND window)
 {
-    return HasClass(window, L"Static") && (StyleOf(window) & SS_TYPEMASK) != SS_ICON &&
-           (StyleOf(window) & SS_NOPREFIX) == 0;
+    return HasClass(window, L"Static") && IconOf(window) == nullptr && (StyleOf(window) & SS_NOPREFIX) == 0;
 }
 
-std::optional<ControlKind> KindOf(HWND window)
+// Of a control that is named by the text before it.
+std::string NameBefore(HWND window)
 {
-    if (HasClass(window, L"Button"))
-    {
-        return KindOfButton(StyleOf(window) & BS_TYPEMASK);
-    }
-    if (HasClass(window, L"Static"))
-    {
-        const bool isIcon = (StyleOf(window) & SS_TYPEMASK) == SS_ICON;
-        return isIcon || NamesControl(window) ? std::nullopt : std::optional(ControlKind::Label);
-    }
-    struct Class
-    {
-        const wchar_t* name;
-        ControlKind kind;
-    };
-    constexpr std::array classes = {Class{L"Edit", ControlKind::TextBox}, Class{L"ComboBox", ControlKind::List},
-                                    Class{PROGRESS_CLASSW, ControlKind::ProgressBar},
-                                    Class{WC_LISTVIEWW, ControlKind::Grid},
-                                    Class{windows::WrappedGridClass::name, ControlKind::Grid}};
-    const auto* const found =
-        std::find_if(classes.begin(), classes.end(), [=](const Class& each) { return HasClass(window, each.name); });
-    return found == classes.end() ? std::nullopt : std::optional(found->kind);
+    const HWND before = GetWindow(window, GW_HWNDPREV);
+    return before != nullptr && NamesControl(before) ? TextOf(before) : "";
 }
 
-struct StandardButton
+Read ReadStatic(HWND window)
 {
-    int id;
-    ui::Answer answer;
-};
-
-constexpr std::array standardButtons = {StandardButton{IDOK, ui::Answer::Ok},
-                                        StandardButton{IDCANCEL, ui::Answer::Cancel},
-                                        StandardButton{IDRETRY, ui::Answer::Retry},
-                                        StandardButton{IDYES, ui::Answer::Yes}, StandardButton{IDNO, ui::Answer::No}};
-
-// A box is told by its buttons, which have the system's own identifiers, whatever they read.
-std::optional<ui::Answer> StandardAnswer(HWND button)
-{
-    const auto* const found = std::find_if(standardButtons.begin(), standardButtons.end(),
-                                           [&](const StandardButton& each) { return each.id == GetDlgCtrlID(button); });
-    return found == standardButtons.end() ? std::nullopt : std::optional(found->answer);
+    return IconOf(window) != nullptr || NamesControl(window) ? nullptr : std::make_unique<ui::Label>(TextOf(window));
 }
 
-void ReadButton(HWND button, ControlSeen& seen)
+Read ReadPushButton(HWND window, bool looksDefault)
 {
+    const char* const answer = AnswerOf(window);
+    auto button = std::make_unique<ui::Button>(answer != nullptr ? answer : TextOf(window));
     // In a form another button shows itself as default while it has the keyboard; the window remembers its own.
-    const LRESULT defaultId = Send(GetParent(button), DM_GETDEFID);
-    seen.answer = StandardAnswer(button);
-    seen.isDefault = seen.answer ? (StyleOf(button) & BS_TYPEMASK) == BS_DEFPUSHBUTTON
-                                 : HIWORD(defaultId) == DC_HASDEFID && LOWORD(defaultId) == GetDlgCtrlID(button);
+    const LRESULT defaultId = Send(GetParent(window), DM_GETDEFID);
+    button->isDefault = answer != nullptr
+                            ? looksDefault
+                            : HIWORD(defaultId) == DC_HASDEFID && LOWORD(defaultId) == GetDlgCtrlID(window);
+    return button;
 }
 
-void ReadList(HWND list, ControlSeen& seen)
+Read ReadButton(HWND window)
 {
-    const LRESULT count = Send(list, CB_GETCOUNT);
+    const auto type = StyleOf(window) & BS_TYPEMASK;
+    const bool isOn = Send(window, BM_GETCHECK) == BST_CHECKED;
+    if (type == BS_AUTOCHECKBOX)
+    {
+        auto box = std::make_unique<ui::CheckBox>(TextOf(window));
+        box->checked = isOn;
+        return box;
+    }
+    if (type == BS_AUTORADIOBUTTON)
+    {
+        auto option = std::make_unique<ui::OptionButton>(TextOf(window));
+        option->selected = isOn;
+        return option;
+    }
+    return type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON ? ReadPushButton(window, type == BS_DEFPUSHBUTTON)
+                                                             : nullptr;
+}
+
+Read ReadTextBox(HWND window)
+{
+    auto box = std::make_unique<ui::TextBox>(NameBefore(window));
+    box->value = TextOf(window);
+    return box;
+}
+
+Read ReadList(HWND window)
+{
+    auto list = std::make_unique<ui::ComboBox>();
+    const LRESULT count = Send(window, CB_GETCOUNT);
     for (LRESULT i = 0; i < count; ++i)
     {
         const auto entry = static_cast<WPARAM>(i);
-        std::wstring text(static_cast<std::size_t>(Send(list, CB_GETLBTEXTLEN, entry)), L'\0');
-        Send(list, CB_GETLBTEXT, entry, reinterpret_cast<LPARAM>(text.data()));
-        seen.entries.push_back(FromWide(text));
+        std::wstring text(static_cast<std::size_t>(Send(window, CB_GETLBTEXTLEN, entry)), L'\0');
+        Send(window, CB_GETLBTEXT, entry, reinterpret_cast<LPARAM>(text.data()));
+        list->entries.push_back(FromWide(text));
     }
-    const LRESULT selected = Send(list, CB_GETCURSEL);
-    seen.selected = selected < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(selected));
+    list->index = static_cast<int>(Send(window, CB_GETCURSEL));
+    return list;
 }
 
-void ReadGrid(HWND grid, ControlSeen& seen)
+Read ReadBar(HWND window)
 {
-    const auto header = reinterpret_cast<HWND>(Send(grid, LVM_GETHEADER));
+    auto bar = std::make_unique<ui::ProgressBar>();
+    bar->value = static_cast<float>(Send(window, PBM_GETPOS));
+    bar->maximum = static_cast<float>(Send(window, PBM_GETRANGE, FALSE));
+    return bar;
+}
+
+Read ReadGrid(HWND window)
+{
+    auto grid = std::make_unique<ui::Grid>(NameBefore(window));
+    const auto header = reinterpret_cast<HWND>(Send(window, LVM_GETHEADER));
     std::array<wchar_t, 256> text{};
     HDITEMW column{};
     column.mask = HDI_TEXT;
@@ -143,33 +117,35 @@ void ReadGrid(HWND grid, ControlSeen& seen)
     column.cchTextMax = static_cast<int>(text.size());
     for (WPARAM i = 0; Send(header, HDM_GETITEMW, i, reinterpret_cast<LPARAM>(&column)) != FALSE; ++i)
     {
-        seen.columns.push_back(FromWide(text.data()));
+        grid->columns.push_back({"", FromWide(text.data())});
     }
-    seen.rowCount = static_cast<std::size_t>(Send(grid, LVM_GETITEMCOUNT));
-    const LRESULT selected = Send(grid, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
-    seen.selected = selected < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(selected));
+    grid->rows.resize(static_cast<std::size_t>(Send(window, LVM_GETITEMCOUNT)));
+    const LRESULT selected = Send(window, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
+    grid->selected = selected < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(selected));
+    return grid;
 }
+
+struct Class
+{
+    const wchar_t* name;
+    Read (*read)(HWND window);
+};
+
+constexpr std::array classes = {Class{L"Static", ReadStatic},
+                                Class{L"Button", ReadButton},
+                                Class{L"Edit", ReadTextBox},
+                                Class{L"ComboBox", ReadList},
+                                Class{PROGRESS_CLASSW, ReadBar},
+                                Class{WC_LISTVIEWW, ReadGrid},
+                                Class{windows::WrappedGridClass::name, ReadGrid}};
 
 } // namespace
 
 bool HasClass(HWND window, const wchar_t* name)
 {
-    return CompareStringOrdinal(ClassOf(window).c_str(), -1, name, -1, TRUE) == CSTR_EQUAL;
-}
-
-bool IsShown(HWND window)
-{
-    return (StyleOf(window) & WS_VISIBLE) != 0;
-}
-
-bool TakesInput(HWND window)
-{
-    return IsShown(window) && IsWindowEnabled(window) != FALSE && (StyleOf(window) & WS_TABSTOP) != 0;
-}
-
-bool IsIcon(HWND window)
-{
-    return HasClass(window, L"Static") && (StyleOf(window) & SS_TYPEMASK) == SS_ICON;
+    std::array<wchar_t, 64> own{};
+    GetClassNameW(window, own.data(), static_cast<int>(own.size()));
+    return CompareStringOrdinal(own.data(), -1, name, -1, TRUE) == CSTR_EQUAL;
 }
 
 std::string TextOf(HWND window)
@@ -179,46 +155,51 @@ std::string TextOf(HWND window)
     return FromWide(text);
 }
 
-std::optional<ControlSeen> ReadControl(HWND window)
+bool TakesInput(HWND window)
 {
-    const auto kind = KindOf(window);
-    if (!kind || !IsShown(window))
+    const DWORD both = WS_VISIBLE | WS_TABSTOP;
+    return (StyleOf(window) & both) == both && IsWindowEnabled(window) != FALSE;
+}
+
+HICON IconOf(HWND window)
+{
+    const bool isIcon = HasClass(window, L"Static") && (StyleOf(window) & SS_TYPEMASK) == SS_ICON;
+    return isIcon ? reinterpret_cast<HICON>(Send(window, STM_GETICON)) : nullptr;
+}
+
+const char* AnswerOf(HWND button)
+{
+    switch (HasClass(button, L"Button") ? GetDlgCtrlID(button) : 0)
     {
-        return std::nullopt;
+    case IDOK:
+        return "OK";
+    case IDCANCEL:
+        return "Cancel";
+    case IDRETRY:
+        return "Retry";
+    case IDYES:
+        return "Yes";
+    case IDNO:
+        return "No";
+    default:
+        return nullptr;
     }
-    ControlSeen seen;
-    seen.kind = *kind;
-    seen.enabled = IsWindowEnabled(window) != FALSE;
-    const HWND before = GetWindow(window, GW_HWNDPREV);
-    switch (*kind)
+}
+
+Read ReadControl(HWND window)
+{
+    const auto* const found =
+        std::find_if(classes.begin(), classes.end(), [=](const Class& each) { return HasClass(window, each.name); });
+    if (found == classes.end() || (StyleOf(window) & WS_VISIBLE) == 0)
     {
-    case ControlKind::Label:
-        seen.caption = TextOf(window);
-        break;
-    case ControlKind::Button:
-        seen.caption = CaptionOf(window);
-        ReadButton(window, seen);
-        break;
-    case ControlKind::Toggle:
-        seen.caption = CaptionOf(window);
-        seen.on = Send(window, BM_GETCHECK) == BST_CHECKED;
-        break;
-    case ControlKind::TextBox:
-        seen.caption = before != nullptr && NamesControl(before) ? CaptionOf(before) : "";
-        seen.value = TextOf(window);
-        break;
-    case ControlKind::List:
-        ReadList(window, seen);
-        break;
-    case ControlKind::ProgressBar:
-        seen.position = static_cast<double>(Send(window, PBM_GETPOS));
-        seen.maximum = static_cast<double>(Send(window, PBM_GETRANGE, FALSE));
-        break;
-    case ControlKind::Grid:
-        ReadGrid(window, seen);
-        break;
+        return nullptr;
     }
-    return seen;
+    auto control = found->read(window);
+    if (control)
+    {
+        control->enabled = IsWindowEnabled(window) != FALSE;
+    }
+    return control;
 }
 
 } // namespace vellumo::player

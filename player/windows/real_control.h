@@ -1,11 +1,11 @@
 // A control of a window on the screen, read from Windows, with no knowledge of the form behind it.
 #pragma once
 
-#include "player/screen.h"
+#include "ui/controls.h"
 
 #include <windows.h>
 
-#include <optional>
+#include <memory>
 #include <string>
 
 namespace vellumo::player
@@ -13,12 +13,14 @@ namespace vellumo::player
 
 [[nodiscard]] bool HasClass(HWND window, const wchar_t* name);
 [[nodiscard]] std::string TextOf(HWND window);
-// Its own state, whether or not its window is on the screen.
-[[nodiscard]] bool IsShown(HWND window);
 // Whether the operator could press it or fill it in.
 [[nodiscard]] bool TakesInput(HWND window);
-[[nodiscard]] bool IsIcon(HWND window);
-// Empty when it is hidden, or none that the operator would name.
-[[nodiscard]] std::optional<ControlSeen> ReadControl(HWND window);
+// Of a box: null for what is no icon.
+[[nodiscard]] HICON IconOf(HWND window);
+// The button of a box, which has the system's own identifier: "Yes", "No" …, whatever it reads. Null for any other.
+[[nodiscard]] const char* AnswerOf(HWND button);
+// What it says as a control of our own, rows of a grid without their cells. Null when it is hidden, or none that the
+// operator would name.
+[[nodiscard]] std::unique_ptr<ui::Control> ReadControl(HWND window);
 
 } // namespace vellumo::player

@@ -18,20 +18,8 @@ namespace vellumo::player
 namespace
 {
 
-using windows::FromWide;
 using windows::Send;
 using windows::ToWide;
-
-// The controls of a window, in its order.
-std::vector<HWND> ChildrenOf(HWND window)
-{
-    std::vector<HWND> children;
-    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
-    {
-        children.push_back(child);
-    }
-    return children;
-}
 
 // The first inside the window, however deep, that a visible control of this class is; null when there is none.
 struct Search
@@ -58,76 +46,68 @@ HWND FindInside(HWND window, const wchar_t* name)
     return search.found;
 }
 
-// A text or the icon of a box; null when there is none.
-HWND FindStatic(HWND window, bool isIcon)
+// Window handles are used again, so each window gets a number when it is first asked.
+std::uint64_t NumberOf(HWND window)
 {
-    for (const HWND child : ChildrenOf(window))
+    static INT_PTR last = 0;
+    constexpr const wchar_t* property = L"ScenarioWindow";
+    if (GetPropW(window, property) == nullptr)
     {
-        if (IsShown(child) && HasClass(child, L"Static") && IsIcon(child) == isIcon)
-        {
-            return child;
-        }
+        SetPropW(window, property, reinterpret_cast<HANDLE>(++last));
     }
-    return nullptr;
+    return static_cast<std::uint64_t>(reinterpret_cast<INT_PTR>(GetPropW(window, property)));
 }
 
-// That of the kind at this place, wherever the operator may use it; null when it is disabled.
-HWND Usable(HWND window, ControlKind kind, std::size_t place, bool evenDisabled = false)
+ui::Icon Named(HICON icon)
 {
-    for (const HWND child : ChildrenOf(window))
-    {
-        const auto control = ReadControl(child);
-        if (control && control->kind == kind && place-- == 0)
-        {
-            return control->enabled || evenDisabled ? child : nullptr;
-        }
-    }
-    throw std::out_of_range("the window has no such control");
+    return icon == LoadIconW(nullptr, IDI_ERROR)         ? ui::Icon::Critical
+           : icon == LoadIconW(nullptr, IDI_EXCLAMATION) ? ui::Icon::Exclamation
+           : icon == LoadIconW(nullptr, IDI_ASTERISK)    ? ui::Icon::Information
+                                                         : ui::Icon::None;
 }
 
 } // namespace
 
+RealWindow::RealWindow(HWND window)
+    : m_window(window)
+{
+    m_id = NumberOf(window);
+    HICON icon = nullptr;
+    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+    {
+        m_waits = m_waits || TakesInput(child);
+        if (icon == nullptr)
+        {
+            icon = IconOf(child);
+        }
+        if (AnswerOf(child) != nullptr)
+        {
+            m_kind = WindowKind::Box;
+        }
+        if (auto control = ReadControl(child))
+        {
+            m_handles[control.get()] = child;
+            m_controls.push_back(control.get());
+            m_read.push_back(std::move(control));
+        }
+    }
+    // A file dialog shows its files in a view that no other dialog has.
+    if (FindInside(window, L"SHELLDLL_DefView") != nullptr)
+    {
+        m_kind = WindowKind::FileDialog;
+    }
+    if (m_kind == WindowKind::Box)
+    {
+        const auto labels = All<ui::Label>();
+        m_text = labels.empty() ? "" : labels.front()->text;
+        m_icon = Named(icon);
+        std::erase_if(m_controls, [](ui::Control* each) { return ui::As<ui::Label>(*each) != nullptr; });
+    }
+}
+
 bool RealWindow::IsLibraryWindow(HWND window)
 {
     return HasClass(window, L"#32770") && IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE;
-}
-
-bool RealWindow::IsWaiting() const
-{
-    const auto children = ChildrenOf(m_window);
-    return std::any_of(children.begin(), children.end(), TakesInput);
-}
-
-// Window handles are used again, so each window gets a number when it is first asked.
-std::uint64_t RealWindow::Id() const
-{
-    static INT_PTR last = 0;
-    constexpr const wchar_t* property = L"ScenarioWindow";
-    const HANDLE known = GetPropW(m_window, property);
-    if (known != nullptr)
-    {
-        return static_cast<std::uint64_t>(reinterpret_cast<INT_PTR>(known));
-    }
-    SetPropW(m_window, property, reinterpret_cast<HANDLE>(++last));
-    return static_cast<std::uint64_t>(last);
-}
-
-// A file dialog shows its files in a view that no other dialog has. A box is told by its buttons, which have the
-// system's own identifiers, whatever they read.
-WindowKind RealWindow::Kind() const
-{
-    if (FindInside(m_window, L"SHELLDLL_DefView") != nullptr)
-    {
-        return WindowKind::FileDialog;
-    }
-    const auto children = ChildrenOf(m_window);
-    const bool isBox = std::any_of(children.begin(), children.end(),
-                                   [](HWND child)
-                                   {
-                                       const auto control = ReadControl(child);
-                                       return control && control->answer;
-                                   });
-    return isBox ? WindowKind::Box : WindowKind::Form;
 }
 
 std::string RealWindow::Title() const
@@ -135,121 +115,48 @@ std::string RealWindow::Title() const
     return TextOf(m_window);
 }
 
-ui::Icon RealWindow::Icon() const
+ui::Cell RealWindow::Cell(const ui::Grid& grid, std::size_t row, std::size_t column) const
 {
-    const HWND icon = FindStatic(m_window, true);
-    if (Kind() != WindowKind::Box || icon == nullptr)
-    {
-        return ui::Icon::None;
-    }
-    const auto shown = reinterpret_cast<HICON>(Send(icon, STM_GETICON));
-    if (shown == LoadIconW(nullptr, IDI_ERROR))
-    {
-        return ui::Icon::Critical;
-    }
-    if (shown == LoadIconW(nullptr, IDI_EXCLAMATION))
-    {
-        return ui::Icon::Exclamation;
-    }
-    return shown == LoadIconW(nullptr, IDI_ASTERISK) ? ui::Icon::Information : ui::Icon::None;
+    return ReadCell(m_handles.at(&grid), static_cast<int>(row), static_cast<int>(column));
 }
 
-std::string RealWindow::Text() const
+void RealWindow::Press(ui::Control& control)
 {
-    const HWND text = FindStatic(m_window, false);
-    return Kind() == WindowKind::Box && text != nullptr ? TextOf(text) : "";
+    PostMessageW(m_handles.at(&control), BM_CLICK, 0, 0);
 }
 
-std::vector<ControlSeen> RealWindow::Controls() const
+void RealWindow::Select(ui::Control& control, std::size_t place)
 {
-    const bool isForm = Kind() == WindowKind::Form;
-    std::vector<ControlSeen> controls;
-    for (const HWND child : ChildrenOf(m_window))
+    const HWND handle = m_handles.at(&control);
+    if (ui::As<ui::ComboBox>(control) != nullptr)
     {
-        auto control = ReadControl(child);
-        if (control && (isForm || control->kind != ControlKind::Label)) // the text of a box is no label
-        {
-            controls.push_back(std::move(*control));
-        }
-    }
-    return controls;
-}
-
-CellSeen RealWindow::Cell(std::size_t grid, std::size_t row, std::size_t column) const
-{
-    const HWND list = Usable(m_window, ControlKind::Grid, grid, true);
-    std::wstring text(4096, L'\0');
-    LVITEMW item{};
-    item.iSubItem = static_cast<int>(column);
-    item.pszText = text.data();
-    item.cchTextMax = static_cast<int>(text.size());
-    const LRESULT length = Send(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(&item));
-    const CellLooks looks = ReadCellLooks(list, static_cast<int>(row), static_cast<int>(column));
-    // A list view that holds no texts may answer through a buffer of its own.
-    return {FromWide(std::wstring_view(item.pszText, static_cast<std::size_t>(length))), looks.foreground,
-            looks.background, looks.image};
-}
-
-void RealWindow::Press(std::size_t button)
-{
-    if (const HWND pressed = Usable(m_window, ControlKind::Button, button); pressed != nullptr)
-    {
-        PostMessageW(pressed, BM_CLICK, 0, 0);
-    }
-}
-
-void RealWindow::SelectRow(std::size_t grid, std::size_t row)
-{
-    const HWND list = Usable(m_window, ControlKind::Grid, grid);
-    if (list == nullptr)
-    {
+        Send(handle, CB_SETCURSEL, place);
+        PostMessageW(m_window, WM_COMMAND, static_cast<WPARAM>(MAKELONG(GetDlgCtrlID(handle), CBN_SELCHANGE)),
+                     reinterpret_cast<LPARAM>(handle));
         return;
     }
     LVITEMW item{};
     item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    Send(list, LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
-    Send(list, LVM_ENSUREVISIBLE, row, FALSE);
+    Send(handle, LVM_SETITEMSTATE, place, reinterpret_cast<LPARAM>(&item));
+    Send(handle, LVM_ENSUREVISIBLE, place, FALSE);
 }
 
-void RealWindow::DoubleClickRow(std::size_t grid, std::size_t row)
+void RealWindow::DoubleClick(ui::Grid& grid, std::size_t row)
 {
-    SelectRow(grid, row);
-    const HWND list = Usable(m_window, ControlKind::Grid, grid, true);
+    Select(grid, row);
+    const HWND list = m_handles.at(&grid);
     const RECT cell = CellArea(list, static_cast<int>(row), 0);
     const LPARAM point = MAKELPARAM(cell.left + 8, (cell.top + cell.bottom) / 2);
     PostMessageW(list, WM_LBUTTONDBLCLK, MK_LBUTTON, point);
     PostMessageW(list, WM_LBUTTONUP, 0, point);
 }
 
-void RealWindow::Type(std::size_t textBox, const std::string& text)
+void RealWindow::Type(ui::TextBox& box, const std::string& text)
 {
-    const HWND box = Usable(m_window, ControlKind::TextBox, textBox);
-    if (box != nullptr)
-    {
-        SetFocus(box);
-        Send(box, EM_SETSEL, 0, -1);
-        Send(box, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(ToWide(text).c_str()));
-    }
-}
-
-void RealWindow::SetToggle(std::size_t toggle, bool on)
-{
-    const HWND box = Usable(m_window, ControlKind::Toggle, toggle);
-    if (box != nullptr && (Send(box, BM_GETCHECK) == BST_CHECKED) != on)
-    {
-        PostMessageW(box, BM_CLICK, 0, 0);
-    }
-}
-
-void RealWindow::ChooseEntry(std::size_t list, std::size_t entry)
-{
-    const HWND chosen = Usable(m_window, ControlKind::List, list);
-    if (chosen != nullptr)
-    {
-        Send(chosen, CB_SETCURSEL, static_cast<WPARAM>(entry));
-        PostMessageW(m_window, WM_COMMAND, static_cast<WPARAM>(MAKELONG(GetDlgCtrlID(chosen), CBN_SELCHANGE)),
-                     reinterpret_cast<LPARAM>(chosen));
-    }
+    const HWND handle = m_handles.at(&box);
+    SetFocus(handle);
+    Send(handle, EM_SETSEL, 0, -1);
+    Send(handle, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(ToWide(text).c_str()));
 }
 
 bool RealWindow::Key(const std::string& key)

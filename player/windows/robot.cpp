@@ -68,7 +68,7 @@ void CALLBACK Robot::OnTimer(HWND, UINT, UINT_PTR, DWORD) noexcept
         theRobot->m_operator.OnScreen(window);
         theRobot->m_atWork = false;
     }
-    else if (!window.All(ControlKind::ProgressBar).empty())
+    else if (!window.All<ui::ProgressBar>().empty())
     {
         theRobot->m_operator.OnBusy(window);
     }

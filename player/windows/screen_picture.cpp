@@ -1,25 +1,15 @@
 #include "player/windows/screen_picture.h"
 
-#include "platform/windows/adapters/com_ptr.h"
-
 #include <windows.h>
-// After windows.h.
-#include <wincodec.h>
-
-#include <memory>
+// After windows.h, and this before gdiplus.h.
+#include <propidl.h>
+// Last.
+#include <gdiplus.h>
 
 namespace vellumo::player
 {
 namespace
 {
-
-using windows::ComPtr;
-
-struct DeleteBitmap
-{
-    void operator()(HBITMAP bitmap) const noexcept { DeleteObject(bitmap); }
-};
-using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteBitmap>;
 
 BOOL CALLBACK AddOwnWindow(HWND window, LPARAM around) noexcept
 {
@@ -60,70 +50,37 @@ void LetScreenSettle()
     Sleep(pause);
 }
 
-// Copies the screen as it is: what covers what, frames, everything.
-Bitmap CopyScreen(const RECT& area)
+// Until the process ends.
+bool StartDrawing()
 {
-    const int width = area.right - area.left;
-    const int height = area.bottom - area.top;
-    const HDC screen = GetDC(nullptr);
-    const HDC copy = CreateCompatibleDC(screen);
-    Bitmap bitmap(CreateCompatibleBitmap(screen, width, height));
-    const HGDIOBJ before = SelectObject(copy, bitmap.get());
-    const BOOL copied = BitBlt(copy, 0, 0, width, height, screen, area.left, area.top, SRCCOPY | CAPTUREBLT);
-    SelectObject(copy, before);
-    DeleteDC(copy);
-    ReleaseDC(nullptr, screen);
-    return copied != FALSE ? std::move(bitmap) : Bitmap();
-}
-
-template <class Interface, class Call>
-ComPtr<Interface> Made(Call&& call)
-{
-    Interface* made = nullptr;
-    return SUCCEEDED(call(&made)) ? ComPtr<Interface>::Attach(made) : ComPtr<Interface>();
-}
-
-bool WriteFrame(IWICBitmapEncoder& encoder, IWICBitmapSource& picture)
-{
-    const auto frame = Made<IWICBitmapFrameEncode>([&](auto made) { return encoder.CreateNewFrame(made, nullptr); });
-    return frame && SUCCEEDED(frame->Initialize(nullptr)) && SUCCEEDED(frame->WriteSource(&picture, nullptr)) &&
-           SUCCEEDED(frame->Commit()) && SUCCEEDED(encoder.Commit());
-}
-
-bool WritePng(HBITMAP bitmap, const std::filesystem::path& file)
-{
-    const auto factory = Made<IWICImagingFactory>(
-        [](auto made)
-        {
-            return CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
-                                    reinterpret_cast<void**>(made));
-        });
-    if (!factory)
-    {
-        return false;
-    }
-    const auto picture = Made<IWICBitmap>(
-        [&](auto made) { return factory->CreateBitmapFromHBITMAP(bitmap, nullptr, WICBitmapIgnoreAlpha, made); });
-    const auto stream = Made<IWICStream>([&](auto made) { return factory->CreateStream(made); });
-    const auto encoder = Made<IWICBitmapEncoder>(
-        [&](auto made) { return factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, made); });
-    return picture && stream && encoder &&
-           SUCCEEDED(stream->InitializeFromFilename(file.wstring().c_str(), GENERIC_WRITE)) &&
-           SUCCEEDED(encoder->Initialize(stream.Get(), WICBitmapEncoderNoCache)) && WriteFrame(*encoder, *picture);
+    const Gdiplus::GdiplusStartupInput input;
+    ULONG_PTR session = 0;
+    return Gdiplus::GdiplusStartup(&session, &input, nullptr) == Gdiplus::Ok;
 }
 
 } // namespace
 
 bool SaveScreenPicture(const std::filesystem::path& file)
 {
+    static const bool canDraw = StartDrawing();
     const RECT area = AroundOwnWindows();
-    if (IsRectEmpty(&area) != FALSE)
+    if (!canDraw || IsRectEmpty(&area) != FALSE)
     {
         return false;
     }
     LetScreenSettle();
-    const Bitmap bitmap = CopyScreen(area);
-    return bitmap && WritePng(bitmap.get(), file);
+    // The screen as it is: what covers what, frames, everything.
+    const int width = area.right - area.left;
+    const int height = area.bottom - area.top;
+    Gdiplus::Bitmap picture(width, height, PixelFormat24bppRGB);
+    Gdiplus::Graphics graphics(&picture);
+    const HDC screen = GetDC(nullptr);
+    const HDC copy = graphics.GetHDC();
+    const BOOL copied = BitBlt(copy, 0, 0, width, height, screen, area.left, area.top, SRCCOPY | CAPTUREBLT);
+    graphics.ReleaseHDC(copy);
+    ReleaseDC(nullptr, screen);
+    constexpr CLSID png = {0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
+    return copied != FALSE && picture.Save(file.c_str(), &png, nullptr) == Gdiplus::Ok;
 }
 
 } // namespace vellumo::player

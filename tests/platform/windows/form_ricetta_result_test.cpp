@@ -13,6 +13,7 @@
 
 using namespace vellumo;
 using namespace vellumo::ui;
+using player::CellOf;
 using player::Key;
 using player::Robot;
 using player::Steps;
@@ -87,7 +88,7 @@ Steps::Step OnRow(std::size_t row)
 {
     return [row](Window& window)
     {
-        CHECK(window.All(player::ControlKind::Grid).at(0).selected == row);
+        CHECK(window.All<Grid>().at(0)->selected == row);
         RECT inner{};
         GetClientRect(GridOnScreen(), &inner);
         CHECK(BottomOf(static_cast<int>(row)) > 0);
@@ -105,19 +106,22 @@ TEST_SUITE("results of the registration on screen")
         const auto result =
             Run({[&](Window& window)
                  {
-                     const auto grid = window.All(player::ControlKind::Grid).at(0);
-                     CHECK(grid.columns == std::vector<std::string>{"", "Descrizione", "Prescrizioni"});
-                     CHECK(grid.rowCount == 200);
+                     const auto& grid = *window.All<Grid>().at(0);
+                     REQUIRE(grid.columns.size() == 3);
+                     CHECK(grid.columns[0].caption.empty());
+                     CHECK(grid.columns[1].caption == "Descrizione");
+                     CHECK(grid.columns[2].caption == "Prescrizioni");
+                     CHECK(grid.rows.size() == 200);
                      CHECK_FALSE(grid.selected);
-                     CHECK(window.All(player::ControlKind::Label).size() == 3);
-                     CHECK(window.Cell(0, 0, 0).image == Image::Error);
-                     CHECK(window.Cell(0, 1, 0).image == Image::Warning);
-                     CHECK(window.Cell(0, 1, 1).image == Image::None);
-                     CHECK_FALSE(window.Cell(0, 0, 0).foreground);
-                     CHECK_FALSE(window.Cell(0, 1, 1).foreground);
-                     CHECK(window.Cell(0, 4, 1).text == results[4].descrizione);
-                     CHECK(window.Cell(0, 199, 2).text == results[199].prescrizioni);
-                     CHECK(window.Cell(0, 199, 0).image == Image::Warning);
+                     CHECK(window.All<Label>().size() == 3);
+                     CHECK(CellOf(window, 0, 0).image == Image::Error);
+                     CHECK(CellOf(window, 1, 0).image == Image::Warning);
+                     CHECK(CellOf(window, 1, 1).image == Image::None);
+                     CHECK_FALSE(CellOf(window, 0, 0).foreground);
+                     CHECK_FALSE(CellOf(window, 1, 1).foreground);
+                     CHECK(CellOf(window, 4, 1).text == results[4].descrizione);
+                     CHECK(CellOf(window, 199, 2).text == results[199].prescrizioni);
+                     CHECK(CellOf(window, 199, 0).image == Image::Warning);
 
                      const int twoLines = RowHeight(0);
                      const int line = RowHeight(4) / 60;
@@ -173,11 +177,10 @@ TEST_SUITE("results of the registration on screen")
 
     TEST_CASE("Escape does nothing, Enter goes on; an empty list starts on the button that goes on")
     {
-        const auto stillOpen = [](Window& window) { CHECK(window.All(player::ControlKind::Button).at(1).isDefault); };
+        const auto stillOpen = [](Window& window) { CHECK(window.All<Button>().at(1)->isDefault); };
         CHECK(Run({Key("Escape"), stillOpen, Key("Enter")}, ManyResults()) ==
               FormRicettaResult::Decision::CancelRefused);
-        CHECK(Run({[](Window& window) { CHECK(window.All(player::ControlKind::Grid).at(0).rowCount == 0); }, Key("Tab"),
-                   Key("Space")},
+        CHECK(Run({[](Window& window) { CHECK(window.All<Grid>().at(0)->rows.size() == 0); }, Key("Tab"), Key("Space")},
                   {}) == FormRicettaResult::Decision::CancelAll);
     }
 }

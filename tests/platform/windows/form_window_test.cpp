@@ -19,6 +19,7 @@
 
 using namespace vellumo;
 using namespace vellumo::ui;
+using player::CellOf;
 using player::Key;
 using player::Keys;
 using player::Robot;
@@ -110,13 +111,13 @@ TEST_SUITE("windows on screen")
         FormEsenzioni form(esenzioni, database, desktop);
         std::vector<Steps::Step> steps = {[](Window& window)
                                           {
-                                              CHECK(window.All(player::ControlKind::Grid).at(0).selected == 0);
-                                              CHECK(window.Cell(0, 0, 2).text == "Assegna esenzione");
-                                              CHECK(window.Cell(0, 0, 2).foreground == 0x0000FF);
-                                              CHECK(window.Cell(0, 0, 2).background == 0xFFEFF6);
-                                              CHECK_FALSE(window.Cell(0, 1, 2).background);
-                                              CHECK(window.All(player::ControlKind::Grid).at(1).rowCount == 6);
-                                              CHECK_FALSE(window.All(player::ControlKind::Button).at(0).enabled);
+                                              CHECK(window.All<Grid>().at(0)->selected == 0);
+                                              CHECK(CellOf(window, 0, 2).text == "Assegna esenzione");
+                                              CHECK(CellOf(window, 0, 2).foreground == 0x0000FF);
+                                              CHECK(CellOf(window, 0, 2).background == 0xFFEFF6);
+                                              CHECK_FALSE(CellOf(window, 1, 2).background);
+                                              CHECK(window.All<Grid>().at(1)->rows.size() == 6);
+                                              CHECK_FALSE(window.All<Button>().at(0)->enabled);
                                           }};
         for (const char* key : {"i", "n", "v", "à"}) // accents do not matter
         {
@@ -125,10 +126,10 @@ TEST_SUITE("windows on screen")
         steps.push_back(
             [](Window& window)
             {
-                CHECK(window.All(player::ControlKind::TextBox).at(0).value == "invà");
-                CHECK(window.All(player::ControlKind::Grid).at(1).rowCount == 2);
-                CHECK(window.All(player::ControlKind::Grid).at(1).selected == 0);
-                CHECK(window.All(player::ControlKind::Button).at(0).enabled);
+                CHECK(window.All<TextBox>().at(0)->value == "invà");
+                CHECK(window.All<Grid>().at(1)->rows.size() == 2);
+                CHECK(window.All<Grid>().at(1)->selected == 0);
+                CHECK(window.All<Button>().at(0)->enabled);
             });
         // The second match, from the search box; the next row; a second Enter by mistake; a row of the list; then back.
         for (const char* key : {"Down", "Enter", "Enter", "Alt+L", "Down", "Down", "Enter", "Alt+C"})
@@ -160,26 +161,26 @@ TEST_SUITE("windows on screen")
                 CHECK(window.Icon() == Icon::Exclamation);
                 CHECK(window.Text() == "Sono stati rilevati cambiamenti a dati anagrafici del paziente.\r\n"
                                        "Si vuole acquisire l'elemento come NUOVO paziente?");
-                const auto buttons = window.All(player::ControlKind::Button);
+                const auto buttons = window.All<Button>();
                 REQUIRE(buttons.size() == 3);
-                CHECK(buttons[0].answer == Answer::Yes);
-                CHECK(buttons[1].answer == Answer::No);
-                CHECK(buttons[2].answer == Answer::Cancel);
-                CHECK(buttons[2].isDefault);
+                CHECK(buttons[0]->text == "Yes");
+                CHECK(buttons[1]->text == "No");
+                CHECK(buttons[2]->text == "Cancel");
+                CHECK(buttons[2]->isDefault);
                 CHECK(window.Key("Enter")); // the default leaves the window open
             });
         steps.push_back(
             [](Window& window)
             {
                 CHECK(window.Kind() == WindowKind::Form);
-                const auto toggles = window.All(player::ControlKind::Toggle);
-                REQUIRE(toggles.size() == 3);
-                CHECK(toggles[0].on);
-                CHECK_FALSE(toggles[1].on); // Shift+Tab led to it from the box that Alt+R ticked
-                CHECK(toggles[2].on);
-                CHECK_FALSE(toggles[2].enabled);
-                CHECK(window.Cell(0, 1, 1).background == 0xFFF2CC);
-                CHECK_FALSE(window.Cell(0, 0, 1).background);
+                const auto boxes = window.All<CheckBox>();
+                REQUIRE(boxes.size() == 3);
+                CHECK(boxes[0]->checked);
+                CHECK_FALSE(boxes[1]->checked); // Shift+Tab led to it from the box that Alt+R ticked
+                CHECK(boxes[2]->checked);
+                CHECK_FALSE(boxes[2]->enabled);
+                CHECK(CellOf(window, 1, 1).background == 0xFFF2CC);
+                CHECK_FALSE(CellOf(window, 0, 1).background);
                 CHECK(window.Key("Alt+C"));
             });
         steps.push_back(Key("Alt+N"));
@@ -201,20 +202,20 @@ TEST_SUITE("windows on screen")
         FormStampa form(opzioni);
         std::vector<Steps::Step> steps = {[](Window& window)
                                           {
-                                              CHECK(window.All(player::ControlKind::Toggle).at(0).on);
-                                              const auto lists = window.All(player::ControlKind::List);
+                                              CHECK(window.All<OptionButton>().at(0)->selected);
+                                              const auto lists = window.All<ComboBox>();
                                               REQUIRE(lists.size() == 2);
-                                              CHECK(lists[0].enabled);
-                                              CHECK(lists[0].selected == 1);
-                                              CHECK_FALSE(lists[1].enabled);
+                                              CHECK(lists[0]->enabled);
+                                              CHECK(lists[0]->index == 1);
+                                              CHECK_FALSE(lists[1]->enabled);
                                               CHECK(window.Key("Down")); // to the other option, past the list
                                           },
                                           [](Window& window)
                                           {
-                                              CHECK_FALSE(window.All(player::ControlKind::Toggle).at(0).on);
-                                              CHECK(window.All(player::ControlKind::Toggle).at(1).on);
-                                              CHECK_FALSE(window.All(player::ControlKind::List).at(0).enabled);
-                                              CHECK(window.All(player::ControlKind::List).at(1).enabled);
+                                              CHECK_FALSE(window.All<OptionButton>().at(0)->selected);
+                                              CHECK(window.All<OptionButton>().at(1)->selected);
+                                              CHECK_FALSE(window.All<ComboBox>().at(0)->enabled);
+                                              CHECK(window.All<ComboBox>().at(1)->enabled);
                                               CHECK(window.Key("Tab"));
                                           }};
         for (const char* key : {"Down", "Enter"})
@@ -240,10 +241,10 @@ TEST_SUITE("windows on screen")
         for (const bool byFrame : {false, true})
         {
             FormEsenzioni form(esenzioni, database, desktop);
-            Steps steps({[](Window& window) { window.DoubleClickRow(1, 2); },
+            Steps steps({[](Window& window) { window.DoubleClick(*window.All<Grid>().at(1), 2); },
                          [&](Window& window)
                          {
-                             CHECK(window.Cell(0, 0, 2).text == "C01 - Invalidità civile 100%");
+                             CHECK(CellOf(window, 0, 2).text == "C01 - Invalidità civile 100%");
                              if (byFrame)
                              {
                                  window.CloseByFrame();
@@ -272,7 +273,7 @@ TEST_SUITE("windows on screen")
         Steps pressing({[&](Window& window)
                         {
                             CHECK(disabled());
-                            window.Press(0);
+                            window.Press(*window.All<Button>().at(0));
                         }});
         {
             const Robot robot(pressing);
@@ -300,8 +301,8 @@ TEST_SUITE("windows on screen")
         Steps steps({Key("Enter"), // the first button has the keyboard
                      [](Window& window)
                      {
-                         CHECK_FALSE(window.All(player::ControlKind::Button).at(0).enabled);
-                         CHECK(window.All(player::ControlKind::Button).at(1).enabled);
+                         CHECK_FALSE(window.All<Button>().at(0)->enabled);
+                         CHECK(window.All<Button>().at(1)->enabled);
                          CHECK(IsWindowEnabled(GetFocus()) != FALSE);
                          window.CloseByFrame();
                      }});
@@ -334,7 +335,7 @@ TEST_SUITE("windows on screen")
         wait.OnActivate = [&](FormWait& sender, const std::any&, std::any& result)
         {
             sender.SetOperazione("!" + emoji);
-            result = Robot::Topmost()->All(player::ControlKind::Label).at(0).caption;
+            result = Robot::Topmost()->All<Label>().at(0)->text;
         };
         desktop.ShowModal(wait);
         CHECK(std::any_cast<std::string>(wait.Result()) == "!" + emoji.substr(0, std::size_t{4} * 2499) + "…");
@@ -342,7 +343,7 @@ TEST_SUITE("windows on screen")
         Steps steps({[&](Window& box)
                      {
                          CHECK(box.Text() == emoji.substr(0, std::size_t{4} * 1999) + "…");
-                         box.Press(0);
+                         box.Press(*box.All<Button>().at(0));
                      }});
         const Robot robot(steps);
         desktop.Show({emoji, "Errore", Icon::Critical, Buttons::Ok, 1});
@@ -385,11 +386,11 @@ TEST_SUITE("windows on screen")
             const auto top = Robot::Topmost();
             REQUIRE(top);
             CHECK(top->Title() == "SISS Lombardia");
-            const auto labels = top->All(player::ControlKind::Label);
+            const auto labels = top->All<Label>();
             REQUIRE(labels.size() == 3);
-            CHECK(labels[0].caption == "Identificazione cittadino");
-            CHECK(labels[1].caption == "Attendere...");
-            CHECK(labels[2].caption == "Trasmissione/Ricezione dati in corso...");
+            CHECK(labels[0]->text == "Identificazione cittadino");
+            CHECK(labels[1]->text == "Attendere...");
+            CHECK(labels[2]->text == "Trasmissione/Ricezione dati in corso...");
             seen = true;
             result = 1;
         };
@@ -405,17 +406,17 @@ TEST_SUITE("windows on screen")
             sender.SetProgressValue(3, 10);
             CHECK(IsIconic(host.Get()) != FALSE);
             desktop.Show({"Si vuole continuare?", "Attenzione!!", Icon::None, Buttons::Ok, 1});
-            const auto bars =
-                Robot::Topmost()->All(player::ControlKind::ProgressBar); // drawn at the latest before the box
+            const auto top = Robot::Topmost(); // drawn at the latest before the box
+            const auto bars = top->All<ProgressBar>();
             REQUIRE(bars.size() == 1);
-            CHECK(bars[0].position == 3);
-            CHECK(bars[0].maximum == 10);
+            CHECK(bars[0]->value == 3);
+            CHECK(bars[0]->maximum == 10);
             result = 1;
         };
         Steps steps({[](Window& box)
                      {
                          CHECK(box.Kind() == WindowKind::Box);
-                         box.Press(0);
+                         box.Press(*box.All<Button>().at(0));
                      }});
         const Robot robot(steps);
         desktop.ShowModal(progress);

@@ -60,4 +60,10 @@ inline std::vector<Steps::Step> Keys(const std::vector<std::string>& keys)
     return steps;
 }
 
+// Of the first grid.
+inline ui::Cell CellOf(const Window& window, std::size_t row, std::size_t column)
+{
+    return window.Cell(*window.All<ui::Grid>().at(0), row, column);
+}
+
 } // namespace vellumo::player

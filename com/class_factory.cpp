@@ -22,7 +22,7 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** result)
 
 HRESULT ClassFactory::LockServer(BOOL lock)
 {
-    LockModule(lock != FALSE);
+    windows::LockModule(lock != FALSE);
     return S_OK;
 }
 

@@ -1,8 +1,8 @@
 // Creates the objects of one class for COM. Aggregation is refused.
 #pragma once
 
-#include "com/module.h"
-#include "platform/windows/adapters/counted.h"
+#include "platform/windows/system/counted.h"
+#include "platform/windows/system/module_lock.h"
 
 #include <unknwn.h>
 
@@ -27,7 +27,7 @@ private:
     ~ClassFactory() override = default;
     [[nodiscard]] void* Find(REFIID iid) noexcept override;
 
-    ModuleLock m_moduleLock;
+    windows::ModuleLock m_moduleLock;
     Creator m_creator;
 };
 

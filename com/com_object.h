@@ -8,7 +8,8 @@
 
 #include "com/faults.h"
 #include "com/module.h"
-#include "platform/windows/adapters/counted.h"
+#include "platform/windows/system/counted.h"
+#include "platform/windows/system/module_lock.h"
 
 #include <ocidl.h>
 #include <oleauto.h>
@@ -125,7 +126,7 @@ private:
 
     [[nodiscard]] IUnknown* Identity() noexcept { return static_cast<typename Default::Interface*>(this); }
 
-    ModuleLock m_moduleLock;
+    windows::ModuleLock m_moduleLock;
 };
 
 } // namespace vellumo::com

@@ -1,9 +1,9 @@
 // The DLL's four entry points for COM.
 #include "com/class_factory.h"
 #include "com/faults.h"
-#include "com/module.h"
 #include "com/provider_face.h"
 #include "com/registration.h"
+#include "platform/windows/system/module_lock.h"
 
 STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** result)
 {
@@ -28,7 +28,7 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** result)
 
 STDAPI DllCanUnloadNow()
 {
-    return vellumo::com::IsModuleInUse() ? S_FALSE : S_OK;
+    return vellumo::windows::IsModuleInUse() ? S_FALSE : S_OK;
 }
 
 STDAPI DllRegisterServer()

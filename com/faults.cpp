@@ -1,7 +1,7 @@
 #include "com/faults.h"
 
 #include "host/fault.h"
-#include "platform/windows/adapters/bstr.h"
+#include "platform/windows/system/bstr.h"
 
 #include <new>
 #include <string>

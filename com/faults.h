@@ -3,7 +3,7 @@
 // a host that asks after a failure must not read about another one.
 #pragma once
 
-#include "platform/windows/adapters/com_ptr.h"
+#include "platform/windows/system/com_ptr.h"
 
 #include <oaidl.h>
 

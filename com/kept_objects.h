@@ -3,10 +3,10 @@
 // recognised by an interface that no other program knows, and stands for the very object that went out.
 #pragma once
 
-#include "com/module.h"
 #include "host/kept_object.h"
-#include "platform/windows/adapters/counted.h"
 #include "platform/windows/adapters/dispatch_prescriptions.h"
+#include "platform/windows/system/counted.h"
+#include "platform/windows/system/module_lock.h"
 
 #include <memory>
 
@@ -47,7 +47,7 @@ private:
     ~OpaqueObject() override = default;
     [[nodiscard]] void* Find(REFIID iid) noexcept override;
 
-    ModuleLock m_moduleLock;
+    windows::ModuleLock m_moduleLock;
     std::shared_ptr<host::KeptObject> m_kept;
 };
 

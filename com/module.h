@@ -1,7 +1,7 @@
-// The DLL as a COM module: whether anything of it is still in use, and the type libraries that it carries.
+// The DLL as a COM module: where it lies, and the type libraries that it carries.
 #pragma once
 
-#include "platform/windows/adapters/com_ptr.h"
+#include "platform/windows/system/com_ptr.h"
 
 #include <oaidl.h>
 
@@ -9,20 +9,6 @@
 
 namespace vellumo::com
 {
-
-// Keeps the DLL loaded as long as it lives. Every COM object has one; so has a host that locked the server.
-class ModuleLock
-{
-public:
-    ModuleLock() noexcept;
-    ~ModuleLock();
-    ModuleLock(const ModuleLock&) = delete;
-    ModuleLock& operator=(const ModuleLock&) = delete;
-};
-
-// For IClassFactory::LockServer, whose locks have no owner.
-void LockModule(bool lock) noexcept;
-[[nodiscard]] bool IsModuleInUse() noexcept;
 
 // The type libraries by their resource number in the DLL.
 enum class Library

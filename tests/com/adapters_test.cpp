@@ -1,11 +1,11 @@
 // The library's way to objects of the host that it knows only by the names of their members.
 #include "host/fault.h"
 #include "platform/windows/adapters/ado.h"
-#include "platform/windows/adapters/bstr.h"
 #include "platform/windows/adapters/dispatch_records.h"
 #include "platform/windows/adapters/dispatch_services.h"
 #include "platform/windows/adapters/host_fault.h"
 #include "platform/windows/adapters/host_names.h"
+#include "platform/windows/system/bstr.h"
 #include "simulator/norda/windows/dispatch_face.h"
 #include "simulator/norda/windows/faces.h"
 #include "tests/com/fake_outside.h"

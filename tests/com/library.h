@@ -1,8 +1,8 @@
 // The built DLL, loaded from the folder of the test program as COM would load it, without any registration.
 #pragma once
 
-#include "platform/windows/adapters/bstr.h"
-#include "platform/windows/adapters/com_ptr.h"
+#include "platform/windows/system/bstr.h"
+#include "platform/windows/system/com_ptr.h"
 
 #include <kelnordaccelib.h>
 #include <vellumo.h>

@@ -1,6 +1,6 @@
 #include "platform/windows/adapters/host_fault.h"
 
-#include "platform/windows/adapters/bstr.h"
+#include "platform/windows/system/bstr.h"
 
 #include <array>
 #include <cstdio>

@@ -5,8 +5,8 @@
 // that the object reported.
 #pragma once
 
-#include "platform/windows/adapters/com_ptr.h"
 #include "platform/windows/adapters/variant.h"
+#include "platform/windows/system/com_ptr.h"
 
 #include <array>
 #include <span>

@@ -4,8 +4,8 @@
 // The text goes in as a BSTR without its XML declaration: it has been decoded already, whatever encoding it declares.
 #include "xml/engine.h"
 
-#include "platform/windows/adapters/com_ptr.h"
 #include "platform/windows/adapters/variant.h"
+#include "platform/windows/system/com_ptr.h"
 #include "platform/windows/system/text.h"
 
 #include <msxml2.h>

@@ -1,8 +1,8 @@
 #include "platform/windows/adapters/variant.h"
 
 #include "host/fault.h"
-#include "platform/windows/adapters/bstr.h"
 #include "platform/windows/adapters/host_fault.h"
+#include "platform/windows/system/bstr.h"
 
 #include <array>
 #include <charconv>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/value.h"
-#include "platform/windows/adapters/com_ptr.h"
+#include "platform/windows/system/com_ptr.h"
 
 #include <windows.h> // before the header below, which does not stand alone
 

@@ -1,10 +1,10 @@
 #include "simulator/norda/windows/class_objects.h"
 
 #include "host/fault.h"
-#include "platform/windows/adapters/counted.h"
 #include "platform/windows/adapters/host_fault.h"
 #include "platform/windows/adapters/host_names.h"
 #include "platform/windows/adapters/registry_key.h"
+#include "platform/windows/system/counted.h"
 #include "platform/windows/system/text.h"
 #include "simulator/norda/windows/faces.h"
 

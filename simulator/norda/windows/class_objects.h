@@ -3,7 +3,7 @@
 // time may offer the classes, since the ProgIDs are the same for all.
 #pragma once
 
-#include "platform/windows/adapters/com_ptr.h"
+#include "platform/windows/system/com_ptr.h"
 #include "simulator/norda/provider_client.h"
 
 #include <oaidl.h>

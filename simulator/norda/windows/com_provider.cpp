@@ -1,11 +1,11 @@
 #include "simulator/norda/windows/com_provider.h"
 
 #include "host/fault.h"
-#include "platform/windows/adapters/bstr.h"
 #include "platform/windows/adapters/host_fault.h"
 #include "platform/windows/adapters/registry_key.h"
 #include "platform/windows/adapters/registry_settings_store.h"
 #include "platform/windows/adapters/variant.h"
+#include "platform/windows/system/bstr.h"
 #include "simulator/norda/windows/class_objects.h"
 #include "simulator/norda/windows/dispatch_face.h"
 #include "simulator/norda/windows/faces.h"

@@ -1,7 +1,7 @@
 #include "simulator/norda/windows/dispatch_face.h"
 
 #include "host/fault.h"
-#include "platform/windows/adapters/bstr.h"
+#include "platform/windows/system/bstr.h"
 #include "platform/windows/system/text.h"
 
 #include <algorithm>

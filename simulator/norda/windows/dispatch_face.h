@@ -4,9 +4,9 @@
 // A fault in a member reaches the caller as an exception of IDispatch with the fault's description and number.
 #pragma once
 
-#include "platform/windows/adapters/com_ptr.h"
-#include "platform/windows/adapters/counted.h"
 #include "platform/windows/adapters/variant.h"
+#include "platform/windows/system/com_ptr.h"
+#include "platform/windows/system/counted.h"
 
 #include <functional>
 #include <span>

@@ -7,7 +7,7 @@
 #include "host/lock_srv.h"
 #include "host/records.h"
 #include "host/utils.h"
-#include "platform/windows/adapters/com_ptr.h"
+#include "platform/windows/system/com_ptr.h"
 #include "simulator/norda/prescriptions.h"
 
 #include <memory>

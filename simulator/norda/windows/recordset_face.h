@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/connection.h"
-#include "platform/windows/adapters/com_ptr.h"
+#include "platform/windows/system/com_ptr.h"
 
 #include <memory>
 

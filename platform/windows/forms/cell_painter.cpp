@@ -2,6 +2,7 @@
 
 #include "platform/windows/forms/abridged.h"
 #include "platform/windows/forms/drawing.h"
+#include "platform/windows/forms/system_look.h"
 
 #include <algorithm>
 
@@ -35,6 +36,35 @@ void Fill(HDC context, const RECT& area, COLORREF colour)
     ExtTextOutW(context, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
 }
 
+struct CellColours
+{
+    COLORREF background;
+    COLORREF text;
+};
+
+// Ours or the system's, never one of each: they would not be made for each other. The selected row stands out also
+// while the keyboard is elsewhere: it is the one that the next button works on. A coloured text keeps its colours
+// there.
+CellColours ColoursOf(const ui::Cell& cell, const CellLook& look)
+{
+    constexpr ui::Colour white = 0xFFFFFF;
+    constexpr ui::Colour black = 0x000000;
+    const bool ownFit = OwnColoursFit();
+    if (look.selected && look.keyboardHere && !(ownFit && cell.foreground))
+    {
+        return {GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_HIGHLIGHTTEXT)};
+    }
+    if (ownFit && (cell.foreground || cell.background))
+    {
+        return {ToColorRef(cell.background.value_or(white)), ToColorRef(cell.foreground.value_or(black))};
+    }
+    if (ownFit && look.selected)
+    {
+        return {Mixed(GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_WINDOW)), ToColorRef(black)};
+    }
+    return {GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT)};
+}
+
 // Line ends at the end would make the row higher for nothing.
 std::wstring WithoutLastLineEnds(std::wstring text)
 {
@@ -57,35 +87,30 @@ int CellPainter::WrappedHeight(const ui::Cell& cell, int width) const
     return std::max({text, image, m_surface.LineHeight()}) + 2 * m_surface.Pixels(paddingAbove) + gridLine;
 }
 
-// The selected row stands out also while the keyboard is elsewhere: it is the one that the next button works on. A
-// coloured cell keeps its colours there and gets lines in the colour of the selection, above and below.
+// The selected row has lines in the colour of the selection, above and below.
 void CellPainter::Draw(HDC context, const ui::Cell& cell, RECT area, const CellLook& look) const
 {
-    const COLORREF window = GetSysColor(COLOR_WINDOW);
-    const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
-    const bool coloured = cell.foreground || cell.background;
-    COLORREF background = cell.background ? ToColorRef(*cell.background) : window;
-    COLORREF text = cell.foreground ? ToColorRef(*cell.foreground) : GetSysColor(COLOR_WINDOWTEXT);
-    if (look.selected && !coloured)
-    {
-        background = look.keyboardHere ? highlight : Mixed(highlight, window);
-        text = look.keyboardHere ? GetSysColor(COLOR_HIGHLIGHTTEXT) : text;
-    }
-
-    area.bottom -= gridLine;
+    const CellColours colours = ColoursOf(cell, look);
     const SavedContext saved(context);
-    Fill(context, area, background);
+    Fill(context, {area.left, area.bottom - gridLine, area.right, area.bottom}, GridLineColour());
+    area.bottom -= gridLine;
+    Fill(context, area, colours.background);
     if (look.selected)
     {
+        const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
         const int line = m_surface.Pixels(1);
         Fill(context, {area.left, area.top, area.right, area.top + line}, highlight);
         Fill(context, {area.left, area.bottom - line, area.right, area.bottom}, highlight);
+    }
+    else
+    {
+        Fill(context, {area.right - gridLine, area.top, area.right, area.bottom}, GridLineColour());
     }
     InflateRect(&area, -m_surface.Pixels(paddingAcross), look.wraps ? -m_surface.Pixels(paddingAbove) : 0);
     DrawImage(context, cell.image, area, look.wraps);
     area.left += ImageRoom(cell);
     SelectObject(context, m_surface.FontFor(cell.strong));
-    SetTextColor(context, text);
+    SetTextColor(context, colours.text);
     SetBkMode(context, TRANSPARENT);
     const std::wstring wide = look.wraps ? WithoutLastLineEnds(Abridged(cell.text)) : Abridged(cell.text);
     DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &area, look.wraps ? wrapped : onOneLine);

@@ -24,7 +24,7 @@ public:
 
     // What a cell of that width needs when its text is wrapped.
     [[nodiscard]] int WrappedHeight(const ui::Cell& cell, int width) const;
-    // The area includes the grid line at its bottom, which is left as it is.
+    // The area includes the grid lines at its bottom and right.
     void Draw(HDC context, const ui::Cell& cell, RECT area, const CellLook& look) const;
 
 private:

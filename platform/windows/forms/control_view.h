@@ -35,9 +35,14 @@ public:
     // The Windows control that takes the operator's input; null for one that only shows something.
     [[nodiscard]] virtual HWND Input() const noexcept { return nullptr; }
 
+    // The Windows control that is this one to screen readers.
+    [[nodiscard]] virtual HWND Window() const noexcept { return Input(); }
+
     // What it needs for its present texts.
     [[nodiscard]] virtual LayoutItem Needs() const = 0;
     virtual void Place(const RECT& place) = 0;
+    // The window's density has changed, and with it the surface; all will be placed again.
+    virtual void Rescale() {}
     // Shows what has changed in the control.
     virtual void Update() = 0;
 

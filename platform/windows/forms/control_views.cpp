@@ -60,6 +60,14 @@ public:
             SetWindowPos(m_image, nullptr, place.left, place.top, size, size, SWP_NOZORDER | SWP_NOACTIVATE);
         }
     }
+    [[nodiscard]] HWND Window() const noexcept override { return m_window.Get(); }
+    void Rescale() override
+    {
+        if (m_image != nullptr)
+        {
+            Send(m_image, STM_SETICON, reinterpret_cast<WPARAM>(m_surface.IconFor(m_label.image)));
+        }
+    }
     void Update() override { m_window.Update(m_label); }
 
 private:
@@ -250,16 +258,19 @@ public:
         {
             const std::wstring text = ToWide(entry);
             Send(m_window.Get(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
-            m_widest = std::max(m_widest, surface.TextWidth(text, false, false));
         }
     }
     [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
     [[nodiscard]] LayoutItem Needs() const override
     {
-        return {
-            .size = {m_widest + GetSystemMetrics(SM_CXVSCROLL) + m_surface.Pixels(16), m_surface.Pixels(editHeight)},
-            .sameLine = m_list.sameLine,
-            .stretches = true};
+        int widest = 0;
+        for (const std::string& entry : m_list.entries)
+        {
+            widest = std::max(widest, m_surface.TextWidth(ToWide(entry), false, false));
+        }
+        return {.size = {widest + m_surface.Metric(SM_CXVSCROLL) + m_surface.Pixels(16), m_surface.Pixels(editHeight)},
+                .sameLine = m_list.sameLine,
+                .stretches = true};
     }
     // The height that Windows wants is the one with the list dropped down.
     void Place(const RECT& place) override
@@ -290,7 +301,6 @@ private:
     ui::ComboBox& m_list;
     const Surface& m_surface;
     TextWindow m_window;
-    int m_widest = 0;
 };
 
 class ButtonView final : public ControlView
@@ -333,6 +343,7 @@ public:
     {
         m_window = TextWindow(surface.MakeChild(PROGRESS_CLASSW, L"", 0, 0, -1));
     }
+    [[nodiscard]] HWND Window() const noexcept override { return m_window.Get(); }
     [[nodiscard]] LayoutItem Needs() const override
     {
         return {.size = {m_surface.Pixels(100), m_surface.Pixels(barHeight)},

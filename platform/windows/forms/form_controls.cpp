@@ -1,5 +1,7 @@
 #include "platform/windows/forms/form_controls.h"
 
+#include "platform/windows/forms/accessible_control.h"
+#include "platform/windows/forms/accessible_grid.h"
 #include "platform/windows/forms/window_message.h"
 
 #include <algorithm>
@@ -36,6 +38,22 @@ std::vector<std::size_t> OrderOfMaking(const std::vector<ui::Control*>& controls
     return order;
 }
 
+// The control itself, or the last one before it that has a text.
+const ui::Control& NamedBy(const std::vector<ui::Control*>& controls, std::size_t at)
+{
+    std::size_t named = at;
+    while (named > 0 && controls[named]->text.empty())
+    {
+        --named;
+    }
+    return *controls[named];
+}
+
+ComPtr<Accessible> Owned(Accessible* made)
+{
+    return ComPtr<Accessible>::Attach(made);
+}
+
 } // namespace
 
 FormControls::FormControls(const ui::Form& form, const Surface& surface)
@@ -53,6 +71,36 @@ FormControls::FormControls(const ui::Form& form, const Surface& surface)
         if (button != nullptr && button->isDefault)
         {
             Send(surface.Window(), DM_SETDEFID, static_cast<WPARAM>(id));
+        }
+    }
+    AnswerReaders(form, surface);
+}
+
+// Also the captions and pictures that stand beside the controls.
+void FormControls::AnswerReaders(const ui::Form& form, const Surface& surface)
+{
+    std::vector<HWND> answering;
+    for (std::size_t i = 0; i < m_views.size(); ++i)
+    {
+        ui::Control& control = *form.Controls()[i];
+        const ui::Control& namedBy = NamedBy(form.Controls(), i);
+        const HWND window = m_views[i]->Window();
+        const auto* const grid = ui::As<ui::Grid>(control);
+        const auto make = [=, &control, &namedBy]() -> ComPtr<Accessible>
+        {
+            return grid != nullptr ? Owned(new AccessibleGrid(window, *grid, namedBy))
+                                   : Owned(new AccessibleControl(window, control, namedBy));
+        };
+        m_accessible.push_back(std::make_unique<AccessibleWindow>(window, make));
+        answering.push_back(window);
+    }
+    for (HWND child = GetWindow(surface.Window(), GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+    {
+        if (std::find(answering.begin(), answering.end(), child) == answering.end())
+        {
+            const ui::Image image = surface.ImageOf(reinterpret_cast<HICON>(Send(child, STM_GETICON)));
+            const auto make = [=] { return Owned(new AccessibleStatic(child, image)); };
+            m_accessible.push_back(std::make_unique<AccessibleWindow>(child, make));
         }
     }
 }

@@ -2,6 +2,7 @@
 // control. Lives as long as the window, which owns the Windows controls.
 #pragma once
 
+#include "platform/windows/forms/accessible_window.h"
 #include "platform/windows/forms/control_view.h"
 #include "platform/windows/forms/surface.h"
 #include "ui/form.h"
@@ -26,7 +27,10 @@ public:
     [[nodiscard]] ControlView* ViewOfId(WORD id) const;
 
 private:
+    void AnswerReaders(const ui::Form& form, const Surface& surface);
+
     std::vector<std::unique_ptr<ControlView>> m_views;
+    std::vector<std::unique_ptr<AccessibleWindow>> m_accessible;
 };
 
 } // namespace vellumo::windows

@@ -30,12 +30,8 @@ FormLayout LayOut(const std::vector<ControlView*>& views, const Surface& surface
 SIZE FormPlacement::NeededFrame() const
 {
     const SIZE needed = LayOut(m_controls.Visible(), m_surface).NeededSize();
-    RECT frame{0, 0, std::max<LONG>(needed.cx, m_surface.PixelsOfTwips(m_form.DesignSize().width)),
-               std::max<LONG>(needed.cy, m_surface.PixelsOfTwips(m_form.DesignSize().height))};
-    const HWND window = m_surface.Window();
-    AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)), FALSE,
-                       static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)));
-    return {frame.right - frame.left, frame.bottom - frame.top};
+    return m_surface.FrameAround({std::max<LONG>(needed.cx, m_surface.PixelsOfTwips(m_form.DesignSize().width)),
+                                  std::max<LONG>(needed.cy, m_surface.PixelsOfTwips(m_form.DesignSize().height))});
 }
 
 void FormPlacement::PlaceWindow(HWND owner) const
@@ -54,6 +50,21 @@ void FormPlacement::PlaceWindow(HWND owner) const
     const LONG height = std::min(frame.cy, work.bottom - work.top);
     const LONG left = std::clamp((around.left + around.right - width) / 2, work.left, work.right - width);
     const LONG top = std::clamp((around.top + around.bottom - height) / 2, work.top, work.bottom - height);
+    SetWindowPos(m_surface.Window(), nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    PlaceControls();
+}
+
+void FormPlacement::MoveTo(const RECT& suggested) const
+{
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromRect(&suggested, MONITOR_DEFAULTTONEAREST), &monitor);
+    const RECT& work = monitor.rcWork;
+    const SIZE frame = NeededFrame();
+    const LONG width = std::min(std::max(frame.cx, suggested.right - suggested.left), work.right - work.left);
+    const LONG height = std::min(std::max(frame.cy, suggested.bottom - suggested.top), work.bottom - work.top);
+    const LONG left = std::clamp(suggested.left, work.left, work.right - width);
+    const LONG top = std::clamp(suggested.top, work.top, work.bottom - height);
     SetWindowPos(m_surface.Window(), nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
     PlaceControls();
 }

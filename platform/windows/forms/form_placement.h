@@ -24,6 +24,8 @@ public:
 
     // In the middle of the owner, or of its screen, and never beyond the edge. `owner` may be null.
     void PlaceWindow(HWND owner) const;
+    // At another density: where the system suggests, but no smaller than everything needs.
+    void MoveTo(const RECT& suggested) const;
     // In the window's present size.
     void PlaceControls() const;
     // The window may not get smaller than everything needs, as far as the screen allows it.

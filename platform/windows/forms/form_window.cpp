@@ -44,6 +44,12 @@ EmptyDialog DialogFor(const ui::Form& form, bool owned)
     return dialog;
 }
 
+BOOL CALLBACK TellColourChange(HWND child, LPARAM) noexcept
+{
+    Send(child, WM_SYSCOLORCHANGE);
+    return TRUE;
+}
+
 } // namespace
 
 FormWindow::FormWindow(ui::Form& form)
@@ -145,6 +151,13 @@ INT_PTR FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
             m_placement->PlaceControls();
         }
         return TRUE;
+    case WM_DPICHANGED:
+        OnDpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+        return TRUE;
+    case WM_SYSCOLORCHANGE: // the controls of the system hear of it from their window only
+        EnumChildWindows(m_window, &TellColourChange, 0);
+        RedrawWindow(m_window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        return FALSE;
     case WM_GETMINMAXINFO:
         if (m_placement)
         {
@@ -163,6 +176,7 @@ INT_PTR FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 void FormWindow::OnInitialize()
 {
     m_form.Load();
+    LeaveScalingToWindow(m_window);
     m_surface = std::make_unique<Surface>(m_window);
     m_controls = std::make_unique<FormControls>(m_form, *m_surface);
     m_placement = std::make_unique<FormPlacement>(m_form, *m_surface, *m_controls);
@@ -202,6 +216,19 @@ void FormWindow::OnFirstActivation()
     }
     DrawNow();
     EndIfClosed();
+}
+
+void FormWindow::OnDpiChanged(int dpi, const RECT& suggested) const
+{
+    if (m_placement)
+    {
+        m_surface->ChangeDpi(dpi);
+        for (const auto& view : m_controls->All())
+        {
+            view->Rescale();
+        }
+        m_placement->MoveTo(suggested);
+    }
 }
 
 INT_PTR FormWindow::OnCommand(WORD id, WORD code)

@@ -38,6 +38,7 @@ private:
     static INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnInitialize();
+    void OnDpiChanged(int dpi, const RECT& suggested) const;
     INT_PTR OnCommand(WORD id, WORD code);
     INT_PTR OnNotify(NMHDR& notification);
     void PassKeyToList(WORD boxId, WPARAM key);

@@ -13,7 +13,7 @@ namespace
 
 constexpr DWORD listStyle =
     LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | WS_TABSTOP;
-constexpr DWORD extendedListStyle = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
+constexpr DWORD extendedListStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
 
 } // namespace
 
@@ -23,7 +23,6 @@ GridView::GridView(ui::Grid& grid, const Surface& surface, int id)
     , m_surface(surface)
     , m_painter(surface)
     , m_heading(surface.MakeChild(L"STATIC", L"", SS_LEFT, 0, -1))
-    , m_rowHeight(surface.LineHeight() + surface.Pixels(5))
     , m_list(surface.MakeChild(WC_LISTVIEWW, L"", listStyle, WS_EX_CLIENTEDGE, id))
 {
     Send(m_list.Get(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, extendedListStyle);
@@ -31,11 +30,26 @@ GridView::GridView(ui::Grid& grid, const Surface& surface, int id)
     MakeColumns();
 }
 
-// A list view makes its rows as high as its images; this one has no other. The list view destroys it.
+int GridView::RowHeight() const
+{
+    return m_surface.LineHeight() + m_surface.Pixels(5);
+}
+
+// A list view makes its rows as high as its images; this one has no other. The list view destroys the last one.
 void GridView::SetRowHeight()
 {
-    const HIMAGELIST images = ImageList_Create(1, m_rowHeight, ILC_COLOR, 1, 0);
-    Send(m_list.Get(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
+    const HIMAGELIST images = ImageList_Create(1, RowHeight(), ILC_COLOR, 1, 0);
+    const LRESULT before = Send(m_list.Get(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
+    if (before != 0)
+    {
+        ImageList_Destroy(reinterpret_cast<HIMAGELIST>(before));
+    }
+}
+
+void GridView::Rescale()
+{
+    SetRowHeight();
+    Send(m_list.Get(), LVM_SETCOLUMNWIDTH, 0, m_surface.PixelsOfTwips(m_grid.columns[0].width));
 }
 
 void GridView::MakeColumns()
@@ -53,10 +67,8 @@ void GridView::MakeColumns()
 
 LayoutItem GridView::Needs() const
 {
-    RECT header{};
-    GetWindowRect(reinterpret_cast<HWND>(Send(m_list.Get(), LVM_GETHEADER)), &header);
-    const int height = header.bottom - header.top + m_grid.visibleRows * m_rowHeight + 2 * GetSystemMetrics(SM_CYEDGE);
-    int width = GetSystemMetrics(SM_CXVSCROLL) + 2 * GetSystemMetrics(SM_CXEDGE);
+    const int height = HeaderHeight() + m_grid.visibleRows * RowHeight() + 2 * m_surface.Metric(SM_CYEDGE);
+    int width = m_surface.Metric(SM_CXVSCROLL) + 2 * m_surface.Metric(SM_CXEDGE);
     for (const ui::Column& column : m_grid.columns)
     {
         width += m_surface.PixelsOfTwips(column.width);
@@ -79,10 +91,10 @@ void GridView::FitColumns()
 {
     RECT list{};
     GetWindowRect(m_list.Get(), &list);
-    int width = list.right - list.left - 2 * GetSystemMetrics(SM_CXEDGE);
+    int width = list.right - list.left - 2 * m_surface.Metric(SM_CXEDGE);
     if (Send(m_list.Get(), LVM_GETCOUNTPERPAGE) < static_cast<LRESULT>(m_shownRows))
     {
-        width -= GetSystemMetrics(SM_CXVSCROLL);
+        width -= m_surface.Metric(SM_CXVSCROLL);
     }
     const auto widths = FittedColumns(m_grid.columns, ColumnWidth(0), width, m_surface);
     for (std::size_t i = 1; i < widths.size(); ++i)
@@ -164,6 +176,9 @@ Event GridView::OnNotify(NMHDR& notification, LRESULT& answer)
             return Event::Changed;
         }
         return Event::None;
+    case LVN_KEYDOWN:
+        CopyOnKey(m_grid, reinterpret_cast<NMLVKEYDOWN&>(notification).wVKey, m_surface.Window());
+        return Event::None;
     case NM_DBLCLK:
         return m_grid.selected ? Event::Clicked : Event::None;
     default:
@@ -185,20 +200,19 @@ LRESULT GridView::Draw(NMLVCUSTOMDRAW& drawing) const
     switch (drawing.nmcd.dwDrawStage)
     {
     case CDDS_PREPAINT:
-        return CDRF_NOTIFYITEMDRAW;
+        return CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
+    case CDDS_POSTPAINT:
+        ShowKeyboard(drawing.nmcd.hdc, m_grid, m_list.Get(), RowsArea());
+        return CDRF_DODEFAULT;
     case CDDS_ITEMPREPAINT:
         return CDRF_NOTIFYSUBITEMDRAW;
     case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
         if (const ui::Cell* const cell = CellAt(m_grid, row, drawing.iSubItem); cell != nullptr)
         {
-            const bool selected = m_grid.selected == row;
-            const bool pictured = cell->image != ui::Image::None;
-            if (selected || cell->foreground || cell->background || cell->strong || pictured)
-            {
-                const CellLook look{.selected = selected, .keyboardHere = GetFocus() == m_list.Get()};
-                m_painter.Draw(drawing.nmcd.hdc, *cell, CellArea(row, drawing.iSubItem), look);
-                return CDRF_SKIPDEFAULT;
-            }
+            const CellLook look{.selected = m_grid.selected == row, .keyboardHere = GetFocus() == m_list.Get()};
+            m_painter.Draw(drawing.nmcd.hdc, *cell,
+                           CellPlace(m_list.Get(), row, static_cast<std::size_t>(drawing.iSubItem)), look);
+            return CDRF_SKIPDEFAULT;
         }
         return CDRF_DODEFAULT;
     default:
@@ -206,17 +220,19 @@ LRESULT GridView::Draw(NMLVCUSTOMDRAW& drawing) const
     }
 }
 
-RECT GridView::CellArea(std::size_t row, int column) const
+RECT GridView::RowsArea() const
 {
-    RECT area{};
-    area.top = column;
-    area.left = LVIR_BOUNDS;
-    Send(m_list.Get(), LVM_GETSUBITEMRECT, row, reinterpret_cast<LPARAM>(&area));
-    if (column == 0) // the bounds of the first cell are those of the whole row
-    {
-        area.right = area.left + ColumnWidth(0);
-    }
-    return area;
+    RECT inner{};
+    GetClientRect(m_list.Get(), &inner);
+    inner.top = HeaderHeight();
+    return inner;
+}
+
+int GridView::HeaderHeight() const
+{
+    RECT header{};
+    GetWindowRect(reinterpret_cast<HWND>(Send(m_list.Get(), LVM_GETHEADER)), &header);
+    return header.bottom - header.top;
 }
 
 } // namespace vellumo::windows

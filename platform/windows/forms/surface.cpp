@@ -4,7 +4,9 @@
 #include "platform/windows/forms/window_message.h"
 #include "platform/windows/system/this_module.h"
 
+#include <array>
 #include <string>
+#include <utility>
 
 namespace vellumo::windows
 {
@@ -45,15 +47,47 @@ Font MakeFont(int dpi, LONG weight)
                             OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, L"Tahoma"));
 }
 
+int LineHeightOf(HFONT font)
+{
+    return static_cast<int>(Measure(font, L"Àg", DT_SINGLELINE).cy);
+}
+
+using FontChanges = std::array<std::pair<HFONT, HFONT>, 2>; // from, to
+
+BOOL CALLBACK ChangeFont(HWND child, LPARAM changes) noexcept
+{
+    const auto font = reinterpret_cast<HFONT>(Send(child, WM_GETFONT));
+    for (const auto& [before, after] : *reinterpret_cast<const FontChanges*>(changes))
+    {
+        if (font == before)
+        {
+            Send(child, WM_SETFONT, reinterpret_cast<WPARAM>(after), FALSE);
+        }
+    }
+    return TRUE;
+}
+
 } // namespace
 
 Surface::Surface(HWND window)
     : m_window(window)
-    , m_dpi(GetDeviceCaps(ScreenContext().Get(), LOGPIXELSY))
+    , m_dpi(DpiOf(window))
     , m_plain(MakeFont(m_dpi, FW_NORMAL))
     , m_bold(MakeFont(m_dpi, FW_BOLD))
-    , m_lineHeight(Measure(m_plain.get(), L"Àg", DT_SINGLELINE).cy)
+    , m_lineHeight(LineHeightOf(m_plain.get()))
 {
+}
+
+void Surface::ChangeDpi(int dpi)
+{
+    Font plain = MakeFont(dpi, FW_NORMAL);
+    Font bold = MakeFont(dpi, FW_BOLD);
+    const FontChanges changes{{{Plain(), plain.get()}, {Bold(), bold.get()}}};
+    EnumChildWindows(m_window, &ChangeFont, reinterpret_cast<LPARAM>(&changes));
+    m_dpi = dpi;
+    m_plain = std::move(plain); // the old ones go when nobody draws with them any more
+    m_bold = std::move(bold);
+    m_lineHeight = LineHeightOf(Plain());
 }
 
 int Surface::TextWidth(std::wstring_view text, bool strong, bool accessKey) const
@@ -77,6 +111,14 @@ HICON Surface::IconFor(ui::Image image) const noexcept
     const WORD name = image == ui::Image::Error ? errorIcon : warningIcon;
     return static_cast<HICON>(
         LoadImageW(nullptr, MAKEINTRESOURCEW(name), IMAGE_ICON, ImageSize(), ImageSize(), LR_SHARED));
+}
+
+ui::Image Surface::ImageOf(HICON icon) const noexcept
+{
+    return icon == nullptr                       ? ui::Image::None
+           : icon == IconFor(ui::Image::Error)   ? ui::Image::Error
+           : icon == IconFor(ui::Image::Warning) ? ui::Image::Warning
+                                                 : ui::Image::None;
 }
 
 HWND Surface::MakeChild(const wchar_t* windowClass, std::wstring_view text, DWORD style, DWORD extendedStyle,

@@ -1,6 +1,7 @@
 // What the controls of one window draw with: its fonts, its scale, how large a text comes out. Owned by the window.
 #pragma once
 
+#include "platform/windows/forms/dpi.h"
 #include "ui/controls.h"
 
 #include <windows.h>
@@ -23,6 +24,9 @@ class Surface
 public:
     explicit Surface(HWND window);
 
+    // The window's density is now that: other fonts, in all controls that have these.
+    void ChangeDpi(int dpi);
+
     [[nodiscard]] HWND Window() const noexcept { return m_window; }
     [[nodiscard]] HFONT Plain() const noexcept { return m_plain.get(); }
     [[nodiscard]] HFONT Bold() const noexcept { return m_bold.get(); }
@@ -32,6 +36,9 @@ public:
     // Pixels for a length that is given at 96 dots an inch, or in twips.
     [[nodiscard]] int Pixels(int at96) const noexcept { return MulDiv(at96, m_dpi, 96); }
     [[nodiscard]] int PixelsOfTwips(int twips) const noexcept { return MulDiv(twips, m_dpi, 1440); }
+    [[nodiscard]] int Metric(int metric) const noexcept { return MetricFor(metric, m_dpi); }
+    // The window's size with that inner one.
+    [[nodiscard]] SIZE FrameAround(SIZE inner) const noexcept { return SizeWithFrame(m_window, inner, m_dpi); }
     // Width of one line of text. With an access key the "&" is not counted.
     [[nodiscard]] int TextWidth(std::wstring_view text, bool strong, bool accessKey) const;
 
@@ -39,8 +46,9 @@ public:
     [[nodiscard]] int TextHeight(std::wstring_view text, bool strong, int width, UINT format) const;
 
     // The system's own icons, as large as its small ones. They belong to the system.
-    [[nodiscard]] int ImageSize() const noexcept { return GetSystemMetrics(SM_CXSMICON); }
+    [[nodiscard]] int ImageSize() const noexcept { return Metric(SM_CXSMICON); }
     [[nodiscard]] HICON IconFor(ui::Image image) const noexcept;
+    [[nodiscard]] ui::Image ImageOf(HICON icon) const noexcept;
 
     // Makes a child control in this window, in the plain font; the window owns it. Faults when it cannot be made.
     [[nodiscard]] HWND MakeChild(const wchar_t* windowClass, std::wstring_view text, DWORD style, DWORD extendedStyle,

@@ -1,18 +1,10 @@
 // How a grid of tall rows draws itself.
 #include "platform/windows/forms/drawing.h"
+#include "platform/windows/forms/grid_parts.h"
 #include "platform/windows/forms/wrapped_grid_view.h"
 
 namespace vellumo::windows
 {
-namespace
-{
-
-void Fill(HDC context, const RECT& area, int systemColour)
-{
-    FillRect(context, &area, GetSysColorBrush(systemColour));
-}
-
-} // namespace
 
 // Into a picture first, so that nothing flickers.
 void WrappedGridView::OnPaint()
@@ -23,17 +15,14 @@ void WrappedGridView::OnPaint()
     const MemoryPicture picture(paint.Context(), inner.right, inner.bottom);
     const HDC context = picture.Context();
 
-    Fill(context, inner, COLOR_WINDOW);
+    FillRect(context, &inner, GetSysColorBrush(COLOR_WINDOW));
     for (auto row = m_rows.RowAt(0); row && *row < m_rows.Count() && m_rows.Top(*row) < m_rows.ViewHeight(); ++*row)
     {
         PaintRow(context, *row);
     }
-    const bool keyboardHere = GetFocus() == m_list.Get();
-    if (keyboardHere && !m_grid.selected)
-    {
-        const RECT frame{1, HeaderHeight() + 1, inner.right - 1, inner.bottom - 1};
-        DrawFocusRect(context, &frame);
-    }
+    inner.top = HeaderHeight();
+    ShowKeyboard(context, m_grid, m_list.Get(), inner);
+    inner.top = 0;
     BitBlt(paint.Context(), 0, 0, inner.right, inner.bottom, context, 0, 0, SRCCOPY);
 }
 
@@ -43,13 +32,7 @@ void WrappedGridView::PaintRow(HDC context, std::size_t row) const
     const ui::Row& cells = m_grid.rows[row];
     for (std::size_t column = 0; column < cells.size() && column < m_widths.size(); ++column)
     {
-        const RECT area = CellArea(row, column);
-        m_painter.Draw(context, cells[column], area, look);
-        Fill(context, {area.left, area.bottom - 1, area.right, area.bottom}, COLOR_3DFACE);
-        if (!look.selected)
-        {
-            Fill(context, {area.right - 1, area.top, area.right, area.bottom}, COLOR_3DFACE);
-        }
+        m_painter.Draw(context, cells[column], CellArea(row, column), look);
     }
 }
 

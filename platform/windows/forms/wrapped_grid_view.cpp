@@ -109,13 +109,13 @@ int WrappedGridView::HeaderHeight() const
 LayoutItem WrappedGridView::Needs() const
 {
     const int row = m_painter.WrappedHeight({}, 0);
-    int width = GetSystemMetrics(SM_CXVSCROLL) + 2 * GetSystemMetrics(SM_CXEDGE);
+    int width = m_surface.Metric(SM_CXVSCROLL) + 2 * m_surface.Metric(SM_CXEDGE);
     for (const ui::Column& column : m_grid.columns)
     {
         width += m_surface.PixelsOfTwips(column.width);
     }
     return {.size = {width, HeadingHeight(m_grid, m_surface) + HeaderHeight() + m_grid.visibleRows * row +
-                                2 * GetSystemMetrics(SM_CYEDGE)},
+                                2 * m_surface.Metric(SM_CYEDGE)},
             .sameLine = m_grid.sameLine,
             .stretches = true,
             .growth = m_grid.visibleRows};
@@ -147,6 +147,12 @@ void WrappedGridView::Place(const RECT& place)
         MeasureRows();
     }
     ShowScroll();
+}
+
+// No width is that of before, so that all rows are measured when the grid is placed.
+void WrappedGridView::Rescale()
+{
+    m_widths.clear();
 }
 
 // Only what has changed is measured: this comes after every key.
@@ -247,6 +253,7 @@ LRESULT WrappedGridView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
         InvalidateRect(m_list.Get(), nullptr, FALSE);
+        TellReaders(EVENT_OBJECT_FOCUS);
         return 0;
     case WM_KEYDOWN:
         OnKey(wParam);
@@ -319,6 +326,7 @@ LRESULT WrappedGridView::OnListMessage(UINT message, WPARAM wParam, LPARAM lPara
 
 void WrappedGridView::OnKey(WPARAM key)
 {
+    CopyOnKey(m_grid, key, m_surface.Window());
     if (const auto step = StepOf(key))
     {
         const auto row = m_rows.Move(*step, m_grid.selected);
@@ -386,7 +394,18 @@ void WrappedGridView::Select(std::optional<std::size_t> row)
     {
         m_grid.selected = row;
         InvalidateRect(m_list.Get(), nullptr, FALSE);
+        TellReaders(EVENT_OBJECT_SELECTION);
+        TellReaders(EVENT_OBJECT_FOCUS);
         Notify(static_cast<UINT>(LVN_ITEMCHANGED));
+    }
+}
+
+// A list of the system does this by itself.
+void WrappedGridView::TellReaders(DWORD event) const
+{
+    if (m_grid.selected && GetFocus() == m_list.Get())
+    {
+        NotifyWinEvent(event, m_list.Get(), OBJID_CLIENT, static_cast<LONG>(*m_grid.selected) + 1);
     }
 }
 

@@ -41,6 +41,7 @@ public:
     [[nodiscard]] HWND Input() const noexcept override { return m_list.Get(); }
     [[nodiscard]] LayoutItem Needs() const override;
     void Place(const RECT& place) override;
+    void Rescale() override;
     void Update() override;
     Event OnNotify(NMHDR& notification, LRESULT& answer) override;
 
@@ -67,6 +68,7 @@ private:
     [[nodiscard]] int HeightOf(const ui::Row& row) const;
     void ShowScroll();
     void Select(std::optional<std::size_t> row);
+    void TellReaders(DWORD event) const;
     void Notify(UINT code);
     void PaintRow(HDC context, std::size_t row) const;
     [[nodiscard]] RECT CellArea(std::size_t row, std::size_t column) const;

@@ -1,0 +1,134 @@
+// window_bench: how long our windows take to open and close, against bare ones with the same controls. Exit code 0 when
+// the bound is kept.
+#include "platform/windows/forms/win32_desktop.h"
+#include "tests/bench/measure.h"
+#include "tests/bench/windows/bare_window.h"
+#include "tests/support/fake_host.h"
+#include "ui/form_esenzioni.h"
+#include "ui/form_paziente_changes.h"
+#include "ui/form_ricetta_result.h"
+#include "ui/form_stampa.h"
+
+#include <windows.h>
+// After windows.h.
+#include <objbase.h>
+
+#include <functional>
+#include <memory>
+
+namespace vellumo::bench
+{
+namespace
+{
+
+constexpr int rounds = 60;
+constexpr double bound = 1.3;
+
+// Closes whatever window opens, once it has drawn itself.
+LRESULT CALLBACK CloseActivated(int code, WPARAM wParam, LPARAM lParam) noexcept
+{
+    if (code == HCBT_ACTIVATE)
+    {
+        PostMessageW(reinterpret_cast<HWND>(wParam), WM_CLOSE, 0, 0);
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// The model of the bare window is the first one that we show.
+std::unique_ptr<BareWindow> model;
+
+LRESULT CALLBACK CopyClosing(int code, WPARAM wParam, LPARAM lParam) noexcept
+{
+    const auto& message = *reinterpret_cast<const MSG*>(lParam);
+    if (code == HC_ACTION && wParam == PM_REMOVE && message.message == WM_CLOSE && !model)
+    {
+        model = std::make_unique<BareWindow>(message.hwnd);
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+using Maker = std::function<std::unique_ptr<ui::Form>()>;
+
+bool Measure(const char* what, const Maker& make)
+{
+    windows::Win32Desktop desktop; // as a provider has it, all the time
+    const auto showOurs = [&]
+    {
+        const auto form = make();
+        desktop.ShowModal(*form);
+    };
+    const HHOOK closing = SetWindowsHookExW(WH_CBT, &CloseActivated, nullptr, GetCurrentThreadId());
+    model.reset();
+    const HHOOK copying = SetWindowsHookExW(WH_GETMESSAGE, &CopyClosing, nullptr, GetCurrentThreadId());
+    showOurs();
+    UnhookWindowsHookEx(copying);
+    const windows::CommonControls controls; // the bare one has the same visual styles
+    const auto showBare = [&]
+    {
+        const windows::CommonControls::Scope scope(controls);
+        model->ShowModal();
+    };
+    showBare();
+    const bool good = Report(Compare(what, "a bare one with the same controls", rounds, showOurs, showBare), bound);
+    UnhookWindowsHookEx(closing);
+    return good;
+}
+
+ui::ComparedPatient Patient(const char* cognome)
+{
+    return {{{"CodiceFiscale", "RSSMRA70A01F205X"}, {"Cognome", cognome}, {"Nome", "Mario"}},
+            {{1, "048", "Soggetti affetti da patologie neoplastiche maligne"}}};
+}
+
+std::vector<ui::RicettaResult> Results()
+{
+    std::vector<ui::RicettaResult> results(10);
+    for (auto& result : results)
+    {
+        result = {true, "Si sono verificati i seguenti errori:\r\n - Farmaco non più in commercio. (GSSC000021)",
+                  "RAMIPRIL 5 mg 14 compresse ( Quantità : 2 )\r\n"};
+    }
+    return results;
+}
+
+} // namespace
+} // namespace vellumo::bench
+
+int main()
+{
+    using namespace vellumo;
+    using namespace vellumo::bench;
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    windows::Win32Desktop desktop;
+    tests::FakeConnection catalogue;
+    catalogue.rowsOf = [](const std::string&)
+    {
+        tests::Rows rows;
+        for (int i = 0; i < 300; ++i)
+        {
+            const std::string code = "L" + std::to_string(i);
+            rows.push_back({{"0", i}, {"1", "Affezioni del sistema circolatorio " + code}, {"2", code}, {"3", 1}});
+        }
+        return rows;
+    };
+    std::vector<ui::SissExemption> esenzioni = {{"048", "Neoplasie", {}, {}, 7}, {"C03", "Invalidi", {}, {}, 0}};
+    host::OpzioniRicetta opzioni;
+    opzioni.TipoRicetta = host::OpzioniRicetta::electronic;
+    bool good = true;
+    good = Measure("opening and closing FormStampa", [&] { return std::make_unique<ui::FormStampa>(opzioni); }) && good;
+    good = Measure("opening and closing FormEsenzioni, 300 local ones",
+                   [&] { return std::make_unique<ui::FormEsenzioni>(esenzioni, catalogue, desktop); }) &&
+           good;
+    good = Measure("opening and closing FormPazienteChanges",
+                   [&]
+                   {
+                       return std::make_unique<ui::FormPazienteChanges>(Patient("ROSSI"), Patient("BIANCHI"),
+                                                                        ui::update::byDefault, desktop);
+                   }) &&
+           good;
+    good = Measure("opening and closing FormRicettaResult, 10 refusals",
+                   [&] { return std::make_unique<ui::FormRicettaResult>(Results()); }) &&
+           good;
+    CoUninitialize();
+    return good ? 0 : 1;
+}

@@ -140,7 +140,7 @@ INT_PTR CALLBACK BareWindow::Procedure(HWND window, UINT message, WPARAM wParam,
     case WM_INITDIALOG:
         SetWindowLongPtrW(window, DWLP_USER, lParam);
         reinterpret_cast<BareWindow*>(lParam)->Make(window);
-        return TRUE;
+        return FALSE;
     case WM_SHOWWINDOW:
         PostMessageW(window, shown, 0, 0);
         return FALSE;

@@ -21,15 +21,17 @@ namespace vellumo::bench
 namespace
 {
 
-constexpr int rounds = 60;
+constexpr int rounds = 40;
 constexpr double bound = 1.3;
 
-// Closes whatever window opens, once it has drawn itself.
-LRESULT CALLBACK CloseActivated(int code, WPARAM wParam, LPARAM lParam) noexcept
+// Closes whatever dialog opens, once it stands on the screen and has drawn itself.
+LRESULT CALLBACK CloseShown(int code, WPARAM wParam, LPARAM lParam) noexcept
 {
-    if (code == HCBT_ACTIVATE)
+    const auto& message = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
+    if (code == HC_ACTION && message.message == WM_SHOWWINDOW && message.wParam != FALSE &&
+        (GetWindowLongPtrW(message.hwnd, GWL_STYLE) & WS_CHILD) == 0)
     {
-        PostMessageW(reinterpret_cast<HWND>(wParam), WM_CLOSE, 0, 0);
+        PostMessageW(message.hwnd, WM_CLOSE, 0, 0);
     }
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
@@ -57,7 +59,7 @@ bool Measure(const char* what, const Maker& make)
         const auto form = make();
         desktop.ShowModal(*form);
     };
-    const HHOOK closing = SetWindowsHookExW(WH_CBT, &CloseActivated, nullptr, GetCurrentThreadId());
+    const HHOOK closing = SetWindowsHookExW(WH_CALLWNDPROCRET, &CloseShown, nullptr, GetCurrentThreadId());
     model.reset();
     const HHOOK copying = SetWindowsHookExW(WH_GETMESSAGE, &CopyClosing, nullptr, GetCurrentThreadId());
     showOurs();

@@ -21,6 +21,7 @@
 
 using namespace vellumo;
 using namespace vellumo::ui;
+using player::CellOf;
 using player::Key;
 using player::Robot;
 using player::Steps;
@@ -249,10 +250,10 @@ TEST_SUITE("readable for everybody")
         {
             return [ours](Window& window)
             {
-                CHECK(window.Cell(0, 0, 1).background.has_value() == ours);
-                CHECK(window.Cell(0, 0, 1).foreground.has_value() == ours);
-                CHECK(window.Cell(0, 1, 1).background.has_value() == ours);
-                CHECK(window.Cell(1, 1, 1).background.has_value() == ours);
+                CHECK(CellOf(window, 0, 1).background.has_value() == ours);
+                CHECK(CellOf(window, 0, 1).foreground.has_value() == ours);
+                CHECK(CellOf(window, 1, 1).background.has_value() == ours);
+                CHECK(window.Cell(*window.All<Grid>().at(1), 1, 1).background.has_value() == ours);
             };
         };
         Run({coloured(true), [](Window&) { SetFocus(Child(L"Button")); }});
@@ -301,7 +302,7 @@ TEST_SUITE("readable for everybody")
              {
                  CHECK(ClipboardText() == "048\tDa assegnare\r\n");
                  SetFocus(GetDlgItem(OnScreen(), GetDlgCtrlID(Child(L"VellumoWrappedGrid"))));
-                 window.SelectRow(1, 0);
+                 window.Select(*window.All<Grid>().at(1), 0);
              },
              Key("Ctrl+C"), [](Window&) { CHECK(ClipboardText() == "Errore\tRifiutata:  - esenzione scaduta\r\n"); }});
     }

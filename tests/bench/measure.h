@@ -23,7 +23,8 @@ struct Comparison
 [[nodiscard]] Comparison Compare(std::string what, std::string against, int rounds, const std::function<void()>& ours,
                                  const std::function<void()>& bare);
 
-// Natively only: most memory that the work needs beyond what the process has before it, in bytes. Runs in a process of its own.
+// Natively only: most memory that the work needs beyond what the process has before it, in bytes. Runs in a process of
+// its own.
 [[nodiscard]] double PeakMemory(const std::function<void()>& work);
 
 // Prints the ratio and whether it is within the bound; without one it only tells.

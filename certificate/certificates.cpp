@@ -163,7 +163,7 @@ Certificates::Subject Certificates::LoadSubject(Record& certificate) const
 
 void Certificates::SendOrRectify(const Subject& subject) const
 {
-    if (subject.certificate.Get("NumeroProtocollo").ToText().empty())
+    if (subject.certificate.Read("NumeroProtocollo").ToText().empty()) // a blank is a number
     {
         SendNew(subject);
     }
@@ -243,7 +243,7 @@ void Certificates::Rectify(const Subject& subject) const
     auto request = MakeRequest(service::rtRettificaCertificato, "rettifica", subject);
     request.SetData("lavoratore/codiceFiscale", subject.patient->Get("CodiceFiscale"));
     request.SetData("certificato/dataFine", environment::ReadableDate(certificate.Get("DataScadenza")));
-    const host::Value rectified = certificate.Get("NumeroProtocollo");
+    const host::Value rectified = certificate.Read("NumeroProtocollo");
     request.SetData("certificato/protocolloDaRettificare", rectified);
 
     if (const auto reception = Exchange(request, subject, sendFailed))
@@ -258,7 +258,7 @@ void Certificates::CancelSent(const Subject& subject) const
     Record& certificate = subject.certificate;
     auto request = MakeRequest(service::rtAnnullaCertificato, "annullamento", subject);
     request.SetData("lavoratore/codiceFiscale", subject.patient->Get("CodiceFiscale"));
-    request.SetData("certificato/protocolloDaCancellare", certificate.Get("NumeroProtocollo"));
+    request.SetData("certificato/protocolloDaCancellare", certificate.Read("NumeroProtocollo"));
 
     if (const auto reception = Exchange(request, subject, cancelFailed))
     {

@@ -22,11 +22,15 @@ public:
     virtual void MoveNext() = 0;
 
     // Columns of the current row; `column` counts from 0, names compare without regard to case. A name that the
-    // result does not have is a fault.
+    // result does not have is a fault. A text comes without the blanks that fill up a column of fixed length.
     [[nodiscard]] virtual std::size_t ColumnCount() const = 0;
     [[nodiscard]] virtual std::string ColumnName(std::size_t column) const = 0;
-    [[nodiscard]] virtual Value Field(std::size_t column) const = 0;
-    [[nodiscard]] virtual Value Field(std::string_view name) const = 0;
+    [[nodiscard]] Value Field(std::size_t column) const { return Read(column).WithoutPadding(); }
+    [[nodiscard]] Value Field(std::string_view name) const { return Read(name).WithoutPadding(); }
+
+    // As the database gives them.
+    [[nodiscard]] virtual Value Read(std::size_t column) const = 0;
+    [[nodiscard]] virtual Value Read(std::string_view name) const = 0;
 };
 
 class Connection

@@ -22,7 +22,10 @@ public:
     // Starts a row that `Save` will insert.
     virtual void StartNew() = 0;
 
-    [[nodiscard]] virtual Value Get(std::string_view column) const = 0;
+    // Without the blanks that fill up a column of fixed length.
+    [[nodiscard]] Value Get(std::string_view column) const { return Read(column).WithoutPadding(); }
+    // As the record gives it.
+    [[nodiscard]] virtual Value Read(std::string_view column) const = 0;
     virtual void Set(std::string_view column, const Value& value) = 0;
 
     // False when the host refused to save.
@@ -40,7 +43,9 @@ public:
 
     // False when the practice has no settings.
     [[nodiscard]] virtual bool Load(std::int32_t studio) = 0;
-    [[nodiscard]] virtual Value Get(std::string_view name) const = 0;
+    // Without padding, as a record's.
+    [[nodiscard]] Value Get(std::string_view name) const { return Read(name).WithoutPadding(); }
+    [[nodiscard]] virtual Value Read(std::string_view name) const = 0;
 };
 
 struct HostServices;

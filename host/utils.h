@@ -27,8 +27,8 @@ class Utils
 public:
     virtual ~Utils() = default;
 
-    // First column of the first row; null when there is no row. Some hosts answer the number 0 then, so 0 is null,
-    // too: no column that the library looks up has a 0 that means anything.
+    // First column of the first row, without padding; null when there is no row. Some hosts answer the number 0 then,
+    // so 0 is null, too: no column that the library looks up has a 0 that means anything.
     [[nodiscard]] Value SingleValue(const std::string& sql, const Parameters& parameters);
 
     [[nodiscard]] virtual std::unique_ptr<Recordset> OpenRecordset(const std::string& sql,

@@ -121,6 +121,15 @@ Value Value::DateOrNull(Date date)
     return date.IsZero() ? Value() : Value(date);
 }
 
+Value Value::WithoutPadding() &&
+{
+    if (auto* const text = std::get_if<std::string>(&m_value))
+    {
+        text->erase(text->find_last_not_of(' ') + 1);
+    }
+    return std::move(*this);
+}
+
 std::string Value::ToText() const
 {
     return std::visit(

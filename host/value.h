@@ -91,6 +91,9 @@ public:
     // form). Faults on any other text.
     [[nodiscard]] Date ToDate() const;
 
+    // A text without the blanks at its end, any other value as it is.
+    [[nodiscard]] Value WithoutPadding() &&;
+
     // For the edges, which convert alternative by alternative.
     using Storage = std::variant<std::monostate, bool, std::int32_t, std::int64_t, double, Date, std::string>;
     [[nodiscard]] const Storage& Get() const noexcept { return m_value; }

@@ -1,4 +1,4 @@
-// scenario [--tell] [--screenshots DIR] [--keep DIR] FILE…
+// scenario [--tell] [--strict] [--screenshots DIR] [--keep DIR] FILE…
 // scenario --statements DOCUMENT
 //
 // Runs the scenarios of the files, each in a practice made new for it, and says what differed. Exit code 0 when all
@@ -34,6 +34,10 @@ std::optional<Arguments> ReadArguments(const std::vector<std::string>& words)
         if (words[i] == "--tell")
         {
             arguments.options.tell = true;
+        }
+        else if (words[i] == "--strict")
+        {
+            arguments.options.strict = true;
         }
         else if (words[i] == "--screenshots" && more)
         {
@@ -73,7 +77,7 @@ int main(int count, char** words)
     const auto arguments = ReadArguments({words + 1, words + count});
     if (!arguments)
     {
-        std::cerr << "usage: scenario [--tell] [--screenshots DIR] [--keep DIR] FILE...\n"
+        std::cerr << "usage: scenario [--tell] [--strict] [--screenshots DIR] [--keep DIR] FILE...\n"
                      "       scenario --statements DOCUMENT\n"
                      "docs/scenarios.md tells how a scenario is written.\n";
         return 2;

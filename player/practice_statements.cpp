@@ -131,6 +131,10 @@ const Group practiceStatements = {
          LogOn},
         {"", "studio N", "the practice's number that the host hands over",
          [](Run& run, const Node& node) { run.GetStage().SetStudio(node.Number("N")); }},
+        {"", "host strict",
+         "it behaves as real hosts, ADO and SQL Server do wherever the library can notice; `--strict` makes it so for "
+         "any file",
+         [](Run& run, const Node&) { run.GetStage().BecomeStrict(); }},
         {"", "host gives no Connection/LockSrv/Utils", "the host does not hand it over",
          [](Run& run, const Node& node) { run.GetStage().Withhold(node.choice); }},
         {"", "host answers 0 without a row", "its look-ups do, instead of Null",

@@ -20,6 +20,10 @@ Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder
     , m_narrator(narrator)
     , m_stage(std::make_unique<Stage>(model, folder, m_operator))
 {
+    if (m_options.strict)
+    {
+        m_stage->BecomeStrict();
+    }
     m_stage->Network().onCall = [this](const std::string& requestXml) { OnRequest(requestXml); };
     m_stage->Network().onReply = [this](const std::string& reply) { m_narrator.Received(reply); };
     m_stage->SetStatementSeen([this] { OnStatement(); });
@@ -204,6 +208,11 @@ void Run::Finish(const Place& place)
     if (!m_stage->ReleaseProvider())
     {
         Report(place, "the library could not be unloaded after the provider was released: something still holds it");
+    }
+    if (const auto count = m_stage->SecondConnections(); count != 0)
+    {
+        Report(place, "the library ran " + std::to_string(count) +
+                          " statements while a result was open, each over a connection that ADO opened for it");
     }
     for (const auto& line : m_awaited)
     {

@@ -131,7 +131,7 @@ std::unique_ptr<Run> Runner::Once(const Scenario& scenario, std::size_t failingS
 {
     const bool compares = scenario.Find("database") != nullptr || scenario.Find("sweep") != nullptr;
     const bool whole = failingStatement == 0 && dyingStatement == 0;
-    const Run::Options options{m_screenshots, compares, failingStatement, dyingStatement};
+    const Run::Options options{m_screenshots, m_options.strict, compares, failingStatement, dyingStatement};
     auto run = std::make_unique<Run>(m_folder.Model(), m_folder.Practice(), options, m_narrator);
     for (const auto& node : scenario.nodes)
     {

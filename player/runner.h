@@ -36,6 +36,7 @@ public:
     struct Options
     {
         bool tell = false;
+        bool strict = false;               // every scenario's host is
         std::filesystem::path screenshots; // where to save them, of each of several scenarios in a folder; "" for none
         std::filesystem::path keep;        // where to keep the practice's files; "" for not at all
     };

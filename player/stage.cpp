@@ -103,6 +103,21 @@ void Stage::Withhold(const std::string& part)
     HandOver();
 }
 
+void Stage::BecomeStrict()
+{
+    if (m_hosts && m_hosts->Strictness() == nullptr)
+    {
+        m_hosts->SetObserver({}); // what it prepares is no statement of the library's
+        m_hosts->BecomeStrict();
+        m_hosts->SetObserver([this](const std::string& sql) { BeforeStatement(sql); });
+    }
+}
+
+std::size_t Stage::SecondConnections() const noexcept
+{
+    return m_hosts && m_hosts->Strictness() != nullptr ? m_hosts->Strictness()->SecondConnections() : 0;
+}
+
 std::shared_ptr<host::Record> Stage::LoadCertificate(std::int32_t id)
 {
     // What the host reads for itself is no statement of the library's.

@@ -54,6 +54,10 @@ public:
     // "Connection", "LockSrv" or "Utils": the host does not hand it over (any more).
     void Withhold(const std::string& part);
     void AnswerZeroWithoutRow() { m_utils->AnswerZeroWithoutRow(); }
+    // From now on the host behaves as real ones and their servers do wherever the library can notice.
+    void BecomeStrict();
+    // Those that a strict host's connection opened silently, for a result beside an open one.
+    [[nodiscard]] std::size_t SecondConnections() const noexcept;
     void RemoveBridge() noexcept { m_bridgeInstalled = false; }
     // Returns the fault as it stands at any time.
     std::shared_ptr<const StatementFault> AddFault(StatementFault fault)

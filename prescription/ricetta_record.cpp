@@ -1,7 +1,11 @@
 #include "prescription/ricetta_record.h"
 
+#include "host/fault.h"
+#include "host/text.h"
+
 #include <algorithm>
 #include <array>
+#include <vector>
 
 namespace vellumo::prescription
 {
@@ -45,20 +49,44 @@ std::string Numbered(std::string column, std::int32_t item)
     return column;
 }
 
-void CopyColumns(const Recordset& row, RicettaRecord& record)
+// A row, each column read once and in order: long texts are gone after the first time.
+class Row
 {
-    for (std::size_t column = 0; column < row.ColumnCount(); ++column)
+public:
+    explicit Row(const Recordset& rows)
     {
-        const std::string name = row.ColumnName(column);
+        for (std::size_t column = 0; column < rows.ColumnCount(); ++column)
+        {
+            m_columns.push_back({rows.ColumnName(column), rows.Field(column)});
+        }
+    }
+
+    [[nodiscard]] const std::vector<host::ColumnValue>& Columns() const noexcept { return m_columns; }
+    [[nodiscard]] const host::Value& Field(std::string_view name) const
+    {
+        const auto found = std::ranges::find_if(m_columns, [&](const host::ColumnValue& column)
+                                                { return host::EqualsIgnoringCase(column.column, name); });
+        return found != m_columns.end() ? found->value
+                                        : throw host::Fault("La ricetta non ha la colonna " + std::string(name) + ".");
+    }
+
+private:
+    std::vector<host::ColumnValue> m_columns;
+};
+
+void CopyColumns(const Row& row, RicettaRecord& record)
+{
+    for (const auto& [name, value] : row.Columns())
+    {
         if (std::ranges::find(replacedColumns, name) == replacedColumns.end())
         {
-            record.SetColumn(name, row.Field(column));
+            record.SetColumn(name, value);
         }
     }
 }
 
 // The group's own number stays: a form whose first group is empty keeps its drug under 2, with one item counted.
-void AddDrugs(const Recordset& row, RicettaRecord& record)
+void AddDrugs(const Row& row, RicettaRecord& record)
 {
     std::int32_t count = 0;
     for (std::int32_t item = 1; item <= drugsOnAForm; ++item)
@@ -76,19 +104,14 @@ void AddDrugs(const Recordset& row, RicettaRecord& record)
     record.Set(ricetta::detailCount, count);
 }
 
-void AddTests(Recordset& rows, RicettaRecord& record)
+// Each row is one test.
+void AddTest(const Row& row, std::int32_t item, RicettaRecord& record)
 {
-    std::int32_t count = 0;
-    for (; !rows.IsAtEnd(); rows.MoveNext())
+    for (const ItemField& field : itemFields)
     {
-        ++count;
-        for (const ItemField& field : itemFields)
-        {
-            record.SetItem(field.key, count,
-                           field.testColumn == nullptr ? host::Value("") : rows.Field(field.testColumn));
-        }
+        record.SetItem(field.key, item, field.testColumn == nullptr ? host::Value("") : row.Field(field.testColumn));
     }
-    record.Set(ricetta::detailCount, count);
+    record.Set(ricetta::detailCount, item);
 }
 
 } // namespace
@@ -133,16 +156,20 @@ std::shared_ptr<RicettaRecord> BuildRicettaRecord(const host::PrescriptionKey& k
         return nullptr;
     }
     auto record = std::make_shared<RicettaRecord>();
-    CopyColumns(*rows, *record);
+    const Row first(*rows);
+    CopyColumns(first, *record);
     record->Set(ricetta::idRicetta, key.IDRicetta);
     record->Set(ricetta::numRicetta, key.NumRicetta);
     if (drugs)
     {
-        AddDrugs(*rows, *record);
+        AddDrugs(first, *record);
+        return record;
     }
-    else
+    std::int32_t count = 0;
+    AddTest(first, ++count, *record);
+    for (rows->MoveNext(); !rows->IsAtEnd(); rows->MoveNext())
     {
-        AddTests(*rows, *record);
+        AddTest(Row(*rows), ++count, *record);
     }
     return record;
 }

@@ -42,13 +42,14 @@ struct Database::Session
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    // Looks at what the driver makes of one accented letter; the database keeps texts in UTF-8.
+    // Looks at what the driver makes of a letter beyond Latin-1, of which some keep the low byte; the database keeps
+    // texts in UTF-8.
     [[nodiscard]] bool TakesWideTexts() const
     {
         const odbc::Statement statement(connection->Get());
-        odbc::Execute(statement, "SELECT HEX('\u00e8')", odbc::Interface::Wide);
+        odbc::Execute(statement, "SELECT HEX('\u0110')", odbc::Interface::Wide);
         SQLFetch(statement.Get());
-        return odbc::Read(statement, 0, SQL_VARCHAR, odbc::Interface::Wide).ToText() == "C3A8";
+        return odbc::Read(statement, 0, SQL_VARCHAR, odbc::Interface::Wide).ToText() == "C490";
     }
 
     void SetAutocommit(bool on) const
@@ -108,7 +109,7 @@ public:
     [[nodiscard]] std::size_t ColumnCount() const override { return m_columns.size(); }
     [[nodiscard]] std::string ColumnName(std::size_t column) const override { return m_columns.at(column).name; }
 
-    [[nodiscard]] host::Value Field(std::size_t column) const override
+    [[nodiscard]] host::Value Read(std::size_t column) const override
     {
         if (column >= m_row.size())
         {
@@ -117,7 +118,7 @@ public:
         return m_row[column];
     }
 
-    [[nodiscard]] host::Value Field(std::string_view name) const override
+    [[nodiscard]] host::Value Read(std::string_view name) const override
     {
         for (std::size_t i = 0; i < m_columns.size(); ++i)
         {
@@ -168,7 +169,12 @@ std::shared_ptr<Database> Database::OpenServer(const std::string& connectionStri
 std::unique_ptr<host::Recordset> Database::Open(const std::string& sql)
 {
     Tell(sql);
-    return std::make_unique<Rows>(m_session, m_dialect == Dialect::Sqlite ? ForSqlite(sql) : sql);
+    if (!m_strict)
+    {
+        return std::make_unique<Rows>(m_session, m_dialect == Dialect::Sqlite ? ForSqlite(sql) : sql);
+    }
+    m_strict->BeforeStatement(m_inTransaction);
+    return m_strict->Show(std::make_unique<Rows>(m_session, ForSqlite(sql, Comparison::AsSqlServer)), sql);
 }
 
 void Database::BeginTransaction()
@@ -177,6 +183,10 @@ void Database::BeginTransaction()
     if (m_inTransaction)
     {
         throw host::Fault("Una transazione è già aperta su questa connessione.");
+    }
+    if (m_strict)
+    {
+        m_strict->BeforeTransaction();
     }
     m_session->SetAutocommit(false);
     m_inTransaction = true;
@@ -235,13 +245,22 @@ void Database::ExecuteScript(std::string_view script)
 host::Value Database::Single(const std::string& sql)
 {
     const auto rows = Open(sql);
-    return rows->IsAtEnd() ? host::Value() : rows->Field(0);
+    return rows->IsAtEnd() ? host::Value() : rows->Read(0);
 }
 
 std::int32_t Database::LastKey()
 {
     return Single(m_dialect == Dialect::Sqlite ? "SELECT last_insert_rowid()" : "SELECT CAST(@@IDENTITY AS INT)")
         .ToInteger();
+}
+
+void Database::BecomeStrict()
+{
+    if (m_dialect == Dialect::Sqlite)
+    {
+        EnforceColumns(*this);
+        m_strict = std::make_unique<StrictServer>();
+    }
 }
 
 void Database::Tell(const std::string& sql) const

@@ -8,6 +8,7 @@
 
 #include "host/connection.h"
 #include "simulator/norda/sql_dialect.h"
+#include "simulator/norda/strict_server.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -49,6 +50,11 @@ public:
     using Observer = std::function<void(const std::string& sql)>;
     void SetObserver(Observer observer) { m_observer = std::move(observer); }
 
+    // From now on it behaves as ADO on SQL Server does. Only for SQLite: a server is strict by itself.
+    void BecomeStrict();
+    // Null: it is not.
+    [[nodiscard]] const StrictServer* Strictness() const noexcept { return m_strict.get(); }
+
 private:
     struct Session;
     class Rows;
@@ -59,6 +65,7 @@ private:
     Dialect m_dialect;
     std::shared_ptr<Session> m_session;
     bool m_inTransaction = false;
+    std::unique_ptr<StrictServer> m_strict;
     Observer m_observer;
 };
 

@@ -68,7 +68,7 @@ public:
         }
     }
 
-    [[nodiscard]] host::Value Get(std::string_view column) const override { return Find(column).value; }
+    [[nodiscard]] host::Value Read(std::string_view column) const override { return Find(column).value; }
 
     void Set(std::string_view column, const host::Value& value) override
     {
@@ -124,7 +124,7 @@ private:
         m_fields.clear();
         for (std::size_t i = 0; i < rows.ColumnCount(); ++i)
         {
-            m_fields.push_back({rows.ColumnName(i), withValues ? rows.Field(i) : host::Value()});
+            m_fields.push_back({rows.ColumnName(i), withValues ? rows.Read(i) : host::Value()});
         }
     }
 
@@ -164,7 +164,7 @@ public:
         return !m_database->Single("SELECT IDStudio FROM Studio WHERE IDStudio = " + std::to_string(studio)).IsNull();
     }
 
-    [[nodiscard]] host::Value Get(std::string_view name) const override
+    [[nodiscard]] host::Value Read(std::string_view name) const override
     {
         return m_database->Single("SELECT Valore FROM ImpostazioneStudio WHERE IDStudio = " + std::to_string(m_studio) +
                                   " AND Nome = " + Literal(m_database->GetDialect(), host::Value(name)));

@@ -37,7 +37,7 @@ host::Value StoreRow(Database& database, const std::string& table, const std::st
 host::Value HostUtils::LookUpValue(const std::string& sql, const host::Parameters& parameters)
 {
     const auto rows = OpenRecordset(sql, parameters);
-    return rows->IsAtEnd() ? m_withoutRow : rows->Field(0);
+    return rows->IsAtEnd() ? m_withoutRow : rows->Read(0);
 }
 
 std::unique_ptr<host::Recordset> HostUtils::OpenRecordset(const std::string& sql, const host::Parameters& parameters)

@@ -61,8 +61,9 @@ bool IsWord(char c)
 class SqliteWriter
 {
 public:
-    explicit SqliteWriter(std::string_view sql)
+    SqliteWriter(std::string_view sql, Comparison comparison)
         : m_sql(sql)
+        , m_comparison(comparison)
     {
     }
 
@@ -125,7 +126,7 @@ private:
         }
         else if (host::EqualsIgnoringCase(word, "len") && Next("("))
         {
-            m_out += "LENGTH";
+            Length();
         }
         else if (host::EqualsIgnoringCase(word, "n") && Next("'"))
         {
@@ -147,16 +148,51 @@ private:
         {
             m_out += "CREATE TEMP";
         }
+        else if (m_comparison == Comparison::AsSqlServer && m_where && Next(" = '"))
+        {
+            Compare(word);
+        }
         else
         {
+            m_where = m_where || host::EqualsIgnoringCase(word, "where");
             m_out += word;
         }
+    }
+
+    // A column, by its name or "table.name", with a text.
+    void Compare(std::string_view word)
+    {
+        auto begin = m_out.size();
+        while (begin > 0 && (IsWord(m_out[begin - 1]) || m_out[begin - 1] == '.'))
+        {
+            --begin;
+        }
+        m_out.insert(begin, "RTRIM(");
+        m_out.append(word).append(") COLLATE NOCASE = ");
+        m_at += std::string_view(" = ").size();
+        Quoted('\'');
+        while (Next("'")) // a doubled quotation mark inside the text
+        {
+            Quoted('\'');
+        }
+        const auto last = m_out.find_last_not_of(' ', m_out.size() - 2);
+        m_out.erase(last + 1, m_out.size() - 2 - last);
+    }
+
+    void Length()
+    {
+        const auto close = std::min(m_sql.find(')', m_at), m_sql.size());
+        const auto inner = m_sql.substr(m_at + 1, close - m_at - 1);
+        m_out.append("LENGTH(RTRIM(").append(SqliteWriter(inner, m_comparison).Write()).append(")");
+        m_at = close;
     }
 
     [[nodiscard]] bool Next(std::string_view text) const { return m_sql.substr(m_at, text.size()) == text; }
 
     std::string_view m_sql;
+    Comparison m_comparison;
     std::size_t m_at = 0;
+    bool m_where = false; // behind that word
     std::string m_out;
 };
 
@@ -220,9 +256,9 @@ std::string PutIn(Dialect dialect, std::string_view sql, const host::Parameters&
     return out;
 }
 
-std::string ForSqlite(std::string_view sql)
+std::string ForSqlite(std::string_view sql, Comparison comparison)
 {
-    return SqliteWriter(sql).Write();
+    return SqliteWriter(sql, comparison).Write();
 }
 
 } // namespace vellumo::norda

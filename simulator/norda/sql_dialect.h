@@ -27,11 +27,19 @@ enum class Dialect
 
 // What SQLite makes of a Transact-SQL statement. Changes nothing inside quotes.
 //   Norda..Comune         -> Norda.Comune (the shared database, attached under that name)
-//   ISNULL( LEN(          -> IFNULL( LENGTH(
+//   ISNULL(               -> IFNULL(
+//   LEN(x)                -> LENGTH(RTRIM(x)): blanks at the end do not count
 //   N'text'               -> 'text'
 //   INT IDENTITY(1,1)     -> INTEGER
 //   NVARCHAR(50)          -> NVARCHAR(50) COLLATE NOCASE, since SQL Server's texts compare without regard to case
 //   CREATE VIEW           -> CREATE TEMP VIEW: only those may look into an attached database
-[[nodiscard]] std::string ForSqlite(std::string_view sql);
+// With `AsSqlServer`, and behind WHERE,
+//   x = 'Text'            -> RTRIM(x) COLLATE NOCASE = 'Text', which no index serves
+enum class Comparison
+{
+    Fast,       // blanks at the end count
+    AsSqlServer // they do not
+};
+[[nodiscard]] std::string ForSqlite(std::string_view sql, Comparison comparison = Comparison::Fast);
 
 } // namespace vellumo::norda

@@ -56,7 +56,7 @@ public:
 
     bool Load(std::int32_t id) override { return m_record.Load(id); }
     void StartNew() override { m_record.StartNew(); }
-    [[nodiscard]] host::Value Get(std::string_view column) const override { return m_record.Get(column); }
+    [[nodiscard]] host::Value Read(std::string_view column) const override { return m_record.Get(column); }
     void Set(std::string_view column, const host::Value& value) override { m_record.Set(column, value); }
     bool Save() override { return m_save(); }
     [[nodiscard]] std::int32_t Id() const override { return m_record.Id(); }

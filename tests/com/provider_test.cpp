@@ -256,7 +256,7 @@ TEST_CASE("only an object with a record's members is a certificate, and no fault
         public:
             bool Load(std::int32_t) override { return true; }
             void StartNew() override {}
-            [[nodiscard]] host::Value Get(std::string_view) const override
+            [[nodiscard]] host::Value Read(std::string_view) const override
             {
                 ++asked;
                 throw host::Fault("Campo non leggibile.");

@@ -125,7 +125,7 @@ public:
                 m_world.Call(Point::SettingsLoad);
                 return true;
             }
-            [[nodiscard]] host::Value Get(std::string_view name) const override
+            [[nodiscard]] host::Value Read(std::string_view name) const override
             {
                 m_world.Call(Point::SettingsGet);
                 return m_world.plan.electronic && name == "CCECartellaElettronica";

@@ -36,8 +36,8 @@ public:
     {
         return std::string((*m_columns)[column].name);
     }
-    [[nodiscard]] host::Value Field(std::size_t column) const override { return ValueOf((*m_columns)[column]); }
-    [[nodiscard]] host::Value Field(std::string_view name) const override
+    [[nodiscard]] host::Value Read(std::size_t column) const override { return ValueOf((*m_columns)[column]); }
+    [[nodiscard]] host::Value Read(std::string_view name) const override
     {
         const auto found = std::ranges::find(*m_columns, name, &Column::name);
         if (found == m_columns->end())
@@ -137,7 +137,7 @@ public:
     }
     bool Load(std::int32_t) override { return true; }
     void StartNew() override {}
-    [[nodiscard]] host::Value Get(std::string_view column) const override
+    [[nodiscard]] host::Value Read(std::string_view column) const override
     {
         m_world.Call(Point::RowGet);
         return column == "CodiceIUP"          ? Padded(m_row.code.View())

@@ -26,7 +26,7 @@ public:
     }
 
     [[nodiscard]] bool Load(std::int32_t) override { return !m_settings.empty(); }
-    [[nodiscard]] host::Value Get(std::string_view name) const override
+    [[nodiscard]] host::Value Read(std::string_view name) const override
     {
         const auto found = m_settings.find(name);
         return found == m_settings.end() ? host::Value() : found->second;
@@ -63,7 +63,7 @@ std::size_t MemoryRecordset::ColumnCount() const
     return m_rows.empty() ? 0 : m_rows.front().size();
 }
 
-host::Value MemoryRecordset::Field(std::string_view name) const
+host::Value MemoryRecordset::Read(std::string_view name) const
 {
     const auto found = m_rows.at(m_row).find(name);
     if (found == m_rows.at(m_row).end())
@@ -176,7 +176,7 @@ bool MemoryRecord::Load(std::int32_t id)
     return m_row.loads;
 }
 
-host::Value MemoryRecord::Get(std::string_view column) const
+host::Value MemoryRecord::Read(std::string_view column) const
 {
     const auto found = m_row.columns.find(column);
     return found == m_row.columns.end() ? host::Value() : found->second;

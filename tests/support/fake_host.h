@@ -30,8 +30,8 @@ public:
     void MoveNext() override { ++m_row; }
     [[nodiscard]] std::size_t ColumnCount() const override;
     [[nodiscard]] std::string ColumnName(std::size_t column) const override { return At(column)->first; }
-    [[nodiscard]] host::Value Field(std::size_t column) const override { return At(column)->second; }
-    [[nodiscard]] host::Value Field(std::string_view name) const override;
+    [[nodiscard]] host::Value Read(std::size_t column) const override { return At(column)->second; }
+    [[nodiscard]] host::Value Read(std::string_view name) const override;
 
 private:
     [[nodiscard]] Columns::const_iterator At(std::size_t column) const;
@@ -109,7 +109,7 @@ public:
 
     bool Load(std::int32_t id) override;
     void StartNew() override { m_row.id = 0; }
-    [[nodiscard]] host::Value Get(std::string_view column) const override;
+    [[nodiscard]] host::Value Read(std::string_view column) const override;
     void Set(std::string_view column, const host::Value& value) override;
     bool Save() override;
     [[nodiscard]] std::int32_t Id() const override { return m_row.id; }

@@ -84,12 +84,12 @@ host::Value AdoRecordset::ValueOf(const LateBound& field) const
     return (V_VT(&value.Get()) & VT_ARRAY) != 0 ? host::Value() : value.Value();
 }
 
-host::Value AdoRecordset::Field(std::size_t column) const
+host::Value AdoRecordset::Read(std::size_t column) const
 {
     return ValueOf(ColumnAt(column).field);
 }
 
-host::Value AdoRecordset::Field(std::string_view name) const
+host::Value AdoRecordset::Read(std::string_view name) const
 {
     const std::wstring wanted = ToWide(name);
     const auto column =

@@ -24,8 +24,8 @@ public:
     void MoveNext() override;
     [[nodiscard]] std::size_t ColumnCount() const override;
     [[nodiscard]] std::string ColumnName(std::size_t column) const override;
-    [[nodiscard]] host::Value Field(std::size_t column) const override;
-    [[nodiscard]] host::Value Field(std::string_view name) const override;
+    [[nodiscard]] host::Value Read(std::size_t column) const override;
+    [[nodiscard]] host::Value Read(std::string_view name) const override;
 
 private:
     struct Column

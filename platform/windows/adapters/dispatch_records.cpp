@@ -21,7 +21,7 @@ public:
 
     bool Load(std::int32_t id) override { return m_record.Call(m_load, Variant(host::Value(id))).Value().ToBoolean(); }
     void StartNew() override { m_record.Call(m_startNew); }
-    host::Value Get(std::string_view column) const override
+    host::Value Read(std::string_view column) const override
     {
         return m_record.Call(m_field, Variant::Text(column)).Value();
     }
@@ -58,7 +58,7 @@ public:
     {
         return m_settings.Call(m_load, Variant(host::Value(studio))).Value().ToBoolean();
     }
-    host::Value Get(std::string_view name) const override
+    host::Value Read(std::string_view name) const override
     {
         return m_settings.Call(m_field, Variant::Text(name)).Value();
     }

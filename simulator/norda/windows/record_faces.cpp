@@ -78,7 +78,7 @@ public:
                   });
         AddMember(
             names::record::field,
-            [this](const Arguments& arguments) { return Variant(Record().Get(arguments.Text(0))); },
+            [this](const Arguments& arguments) { return Variant(Record().Read(arguments.Text(0))); },
             [this](const Arguments& arguments)
             {
                 Record().Set(arguments.Text(0), arguments.Value(1));
@@ -127,12 +127,12 @@ public:
     {
         return column == 0 ? "IDRicetta" : "NumRicetta";
     }
-    [[nodiscard]] host::Value Field(std::size_t column) const override
+    [[nodiscard]] host::Value Read(std::size_t column) const override
     {
         const host::PrescriptionKey& key = m_keys.at(m_row);
         return column == 0 ? key.IDRicetta : key.NumRicetta;
     }
-    [[nodiscard]] host::Value Field(std::string_view name) const override
+    [[nodiscard]] host::Value Read(std::string_view name) const override
     {
         return Field(name == "IDRicetta" ? 0U : 1U);
     }
@@ -209,7 +209,7 @@ public:
         AddMember(names::settings::load, [this](const Arguments& arguments)
                   { return Variant(host::Value(Settings().Load(arguments.Integer(0)))); });
         AddMember(names::settings::field,
-                  [this](const Arguments& arguments) { return Variant(Settings().Get(arguments.Text(0))); });
+                  [this](const Arguments& arguments) { return Variant(Settings().Read(arguments.Text(0))); });
     }
 
 private:

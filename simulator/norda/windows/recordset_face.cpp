@@ -52,7 +52,7 @@ public:
         AddMember(names::field::name,
                   [result, column](const Arguments&) { return Variant::Text(result->Open().ColumnName(column)); });
         AddMember(names::field::value,
-                  [result, column](const Arguments&) { return Variant(result->OnARow().Field(column)); });
+                  [result, column](const Arguments&) { return Variant(result->OnARow().Read(column)); });
         SetDefault(names::field::value);
     }
 };

@@ -6,8 +6,10 @@
 #include "simulator/norda/generated_data.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <thread>
+#include <utility>
 
 namespace vellumo::player
 {
@@ -114,9 +116,18 @@ void RefuseSaves(Run& run, const Node& node)
 
 void FailStatement(Run& run, const Node& node)
 {
-    const auto fault =
-        run.GetStage().AddFault({node.Text("PART"), node.Has("N") ? node.Count("N") : 0,
-                                 node.Has("TEXT") ? node.Text("TEXT") : "Errore provocato del database."});
+    constexpr std::array<std::pair<const char*, norda::ServerFault>, 5> kinds = {{
+        {"deadlock", norda::ServerFault::Deadlock},
+        {"doomed", norda::ServerFault::Doomed},
+        {"timeout", norda::ServerFault::Timeout},
+        {"lost", norda::ServerFault::Lost},
+        {"reported", norda::ServerFault::Reported},
+    }};
+    const auto* const kind =
+        std::find_if(kinds.begin(), kinds.end(), [&](const auto& each) { return node.choice == each.first; });
+    const auto fault = run.GetStage().AddFault({node.Text("PART"), node.Has("N") ? node.Count("N") : 0,
+                                                node.Has("TEXT") ? node.Text("TEXT") : "Errore provocato del database.",
+                                                kind != kinds.end() ? kind->second : norda::ServerFault::Plain});
     run.MustHaveEffect(node, "the library ran no such statement, so that none failed",
                        [fault] { return fault->fired; });
 }
@@ -161,6 +172,11 @@ const Group practiceStatements = {
         {"", "fail every 'PART' ['TEXT']", "each statement of the library that contains PART fails with the text",
          FailStatement},
         {"", "fail statement N 'PART' ['TEXT']", "the N-th of them does", FailStatement},
+        {"", "fail statement N 'PART' as deadlock/doomed/timeout/lost/reported",
+         "in the server's ways: the victim of a deadlock or an error that dooms its transaction, which the server "
+         "takes "
+         "back; too long a wait; a connection lost for good; a statement that happens and is reported as failed",
+         FailStatement},
         {"", "pause N ms", "waits",
          [](Run&, const Node& node) { std::this_thread::sleep_for(std::chrono::milliseconds(node.Number("N"))); }},
         {"", "statements take N ms", "from now on each statement of the library waits that long, as on a busy server",

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace vellumo::player
 {
@@ -141,6 +142,34 @@ void Run::Call(const Node& call)
     if (!lenient)
     {
         Compare(call);
+    }
+}
+
+void Run::CallMeanwhile(const Node& line)
+{
+    const auto outer = std::exchange(m_current, {});
+    const auto& operation = line.parts.front();
+    for (const auto& part : operation.parts)
+    {
+        part.Perform(*this);
+    }
+    m_stage->HandOver();
+    try
+    {
+        operation.Perform(*this);
+    }
+    catch (const host::Fault& fault)
+    {
+        m_current.outcome = {"fault", std::nullopt, fault.Description()};
+    }
+    const auto seen = std::exchange(m_current, outer).outcome;
+    if (!line.Has("faults"))
+    {
+        Expect("returned value", line.Text("VALUE"), seen.returned);
+    }
+    else if (!seen.fault || seen.fault->find(line.Text("PART")) == std::string::npos)
+    {
+        Expect("fault", line.Text("PART"), seen.fault.value_or("none, it returned " + seen.returned));
     }
 }
 

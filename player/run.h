@@ -85,6 +85,8 @@ public:
     [[nodiscard]] const std::vector<std::string>& ShownAs() const noexcept { return m_shownAs; }
     void Tell(const std::string& text) { m_narrator.Say(text); }
     void Call(const Node& call);
+    // A second call, from a timer of the host's, which hands everything over anew before it.
+    void CallMeanwhile(const Node& line);
     // Creates the provider now; `fault` empty: it must succeed.
     void CreateProvider(const std::optional<std::string>& fault);
     // The line changes nothing, now or at the end of the scenario.

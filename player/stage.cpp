@@ -105,17 +105,18 @@ void Stage::Withhold(const std::string& part)
 
 void Stage::BecomeStrict()
 {
-    if (m_hosts && m_hosts->Strictness() == nullptr)
+    if (m_hosts && !IsStrict())
     {
         m_hosts->SetObserver({}); // what it prepares is no statement of the library's
         m_hosts->BecomeStrict();
+        m_utils->BecomeStrict();
         m_hosts->SetObserver([this](const std::string& sql) { BeforeStatement(sql); });
     }
 }
 
 std::size_t Stage::SecondConnections() const noexcept
 {
-    return m_hosts && m_hosts->Strictness() != nullptr ? m_hosts->Strictness()->SecondConnections() : 0;
+    return IsStrict() ? m_hosts->Strictness()->SecondConnections() : 0;
 }
 
 std::shared_ptr<host::Record> Stage::LoadCertificate(std::int32_t id)
@@ -137,7 +138,8 @@ norda::ProviderClient& Stage::Provider()
 {
     if (!m_provider)
     {
-        m_provider = m_target->CreateProvider({m_bridgeInstalled ? &m_network : nullptr, &m_objects, &m_prescriptions});
+        m_provider = m_target->CreateProvider(
+            {m_bridgeInstalled ? &m_network : nullptr, &m_objects, &m_prescriptions, IsStrict()});
         HandOver();
     }
     return *m_provider;
@@ -184,7 +186,7 @@ void Stage::BeforeStatement(const std::string& sql)
         if (Contains(sql, fault->pattern) && (++fault->met == fault->number || fault->number == 0))
         {
             fault->fired = true;
-            throw host::Fault(fault->message);
+            m_hosts->Fail(fault->kind, fault->message);
         }
     }
 }

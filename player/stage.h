@@ -27,6 +27,7 @@ struct StatementFault
     std::string pattern;    // part of its text, in any case; "" is in every statement
     std::size_t number = 0; // which of those; 0: each
     std::string message;
+    norda::ServerFault kind = norda::ServerFault::Plain;
     std::size_t met = 0;
     bool fired = false;
 };
@@ -56,6 +57,7 @@ public:
     void AnswerZeroWithoutRow() { m_utils->AnswerZeroWithoutRow(); }
     // From now on the host behaves as real ones and their servers do wherever the library can notice.
     void BecomeStrict();
+    [[nodiscard]] bool IsStrict() const noexcept { return m_hosts && m_hosts->Strictness() != nullptr; }
     // Those that a strict host's connection opened silently, for a result beside an open one.
     [[nodiscard]] std::size_t SecondConnections() const noexcept;
     void RemoveBridge() noexcept { m_bridgeInstalled = false; }
@@ -80,8 +82,10 @@ public:
     // Lets go of the provider; True when nothing of the library is left, or there was none.
     [[nodiscard]] bool ReleaseProvider();
 
-private:
+    // What the host has, handed over (again).
     void HandOver();
+
+private:
     void BeforeStatement(const std::string& sql);
 
     norda::Practice m_practice;

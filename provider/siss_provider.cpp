@@ -44,11 +44,37 @@ public:
 
     // The host may replace or clear what it handed over while an operation calls it, any number of times. What the
     // operation has in its hands lives to its end.
+    //
+    // It may also call from a timer while a window of an operation is open. A second operation would take its windows,
+    // its exchange log and its transaction for its own: it faults, after a line in the journal.
     template <class Operation>
-    auto Run(Operation&& operation)
+    auto Run(const char* name, Operation&& operation)
     {
-        const Running running(*this);
+        if (m_operation != nullptr)
+        {
+            Refuse(name);
+        }
+        const Running running(*this, name);
         TellLeftCodes();
+        return std::forward<Operation>(operation)(m_context);
+    }
+
+    // The same for an operation that answers False after a fault.
+    template <class Operation>
+    bool RunTrapped(const char* name, Operation&& operation) noexcept
+    {
+        return host::Trap(false, [&] { return Run(name, std::forward<Operation>(operation)); });
+    }
+
+    // For those that only look into the database: whatever else is under way.
+    template <class Operation>
+    auto Look(Operation&& operation)
+    {
+        const Running running(*this, m_operation);
+        if (m_operation == nullptr)
+        {
+            TellLeftCodes();
+        }
         return std::forward<Operation>(operation)(m_context);
     }
 
@@ -69,13 +95,15 @@ private:
     class Running
     {
     public:
-        explicit Running(HostCalls& calls)
+        Running(HostCalls& calls, const char* operation)
             : m_calls(calls)
+            , m_outer(std::exchange(calls.m_operation, operation))
         {
             ++m_calls.m_running;
         }
         ~Running()
         {
+            m_calls.m_operation = m_outer;
             if (--m_calls.m_running == 0)
             {
                 const auto released = std::exchange(m_calls.m_replaced, {}); // which may call the provider
@@ -86,7 +114,15 @@ private:
 
     private:
         HostCalls& m_calls;
+        const char* m_outer;
     };
+
+    [[noreturn]] void Refuse(const char* name)
+    {
+        const auto why = std::string(name) + " non eseguita: è in corso " + m_operation + ".";
+        m_journal.Write(why);
+        throw host::Fault(why + " Ripeterla quando l'altra è terminata.");
+    }
 
     // Once, as soon as the host has handed over what it takes: codes that a program lost which ended with a session
     // open.
@@ -110,6 +146,7 @@ private:
     host::HostServices m_services;
     std::vector<std::shared_ptr<void>> m_replaced; // during the calls that are under way
     int m_running = 0;
+    const char* m_operation = nullptr; // the one that is under way
     service::ServiceFactory m_factory;
     environment::SISSEnvironment m_environment;
     std::unique_ptr<host::Traces> m_traces;
@@ -181,7 +218,12 @@ std::int32_t SISSProvider::IdentificaPaziente(const host::Value& idPaziente, boo
 {
     gestito = true;
     const auto outcome =
-        m_calls->Run([&](const ProviderContext& context) { return patient::Identification(context).Run(idPaziente); });
+        host::Trap(patient::IdentificationOutcome(),
+                   [&]
+                   {
+                       return m_calls->Run("IdentificaPaziente", [&](const ProviderContext& context)
+                                           { return patient::Identification(context).Run(idPaziente); });
+                   });
     if (outcome.WithoutSession)
     {
         m_active = false;
@@ -192,20 +234,21 @@ std::int32_t SISSProvider::IdentificaPaziente(const host::Value& idPaziente, boo
 
 bool SISSProvider::Sincronizza() noexcept
 {
-    return m_calls->Run(
-        [](const ProviderContext& context)
-        {
-            const auto tell = [&](const std::string& what, const std::exception& cause)
-            { context.journal.Write(what + ": " + service::WhyOf(cause)); };
-            return environment::TableSynchronisation(context.services, context.environment, context.settings,
-                                                     context.desktop, tell)
-                .Run();
-        });
+    return m_calls->RunTrapped("Sincronizza",
+                               [](const ProviderContext& context)
+                               {
+                                   const auto tell = [&](const std::string& what, const std::exception& cause)
+                                   { context.journal.Write(what + ": " + service::WhyOf(cause)); };
+                                   return environment::TableSynchronisation(context.services, context.environment,
+                                                                            context.settings, context.desktop, tell)
+                                       .Run();
+                               });
 }
 
 bool SISSProvider::SincronizzaPazienti() noexcept
 {
-    return m_calls->Run([](const ProviderContext& context) { return patient::PatientListImport(context).Run(); });
+    return m_calls->RunTrapped("SincronizzaPazienti", [](const ProviderContext& context)
+                               { return patient::PatientListImport(context).Run(); });
 }
 
 bool SISSProvider::IsActive() const noexcept
@@ -220,7 +263,8 @@ bool SISSProvider::VerificaPaziente(const host::Value&) noexcept
 
 std::shared_ptr<host::PrescriptionSession> SISSProvider::ApriSessionePrescrizione()
 {
-    return m_calls->Run([](const ProviderContext& context) { return prescription::SessionOpening(context).Run(); });
+    return m_calls->Run("ApriSessionePrescrizione",
+                        [](const ProviderContext& context) { return prescription::SessionOpening(context).Run(); });
 }
 
 bool SISSProvider::RegistraPrescrizione(host::PrescriptionSession* session, const host::Value& idRicetta,
@@ -234,57 +278,59 @@ bool SISSProvider::RegistraPrescrizioneSingola(host::PrescriptionSession* sessio
                                                const host::Value& numRicetta, std::int32_t kind)
 {
     return m_calls->Run(
-        [&](const ProviderContext& context)
+        "RegistraPrescrizione", [&](const ProviderContext& context)
         { return prescription::Registration(context).Run(Require(session), idRicetta, numRicetta, kind); });
 }
 
 bool SISSProvider::ChiudiSessionePrescrizione(host::PrescriptionSession* session)
 {
-    return m_calls->Run([&](const ProviderContext& context)
+    return m_calls->Run("ChiudiSessionePrescrizione", [&](const ProviderContext& context)
                         { return prescription::SessionClosing(context).Run(Require(session)); });
 }
 
 bool SISSProvider::VerificaPrescrizione(const host::Value& idRicetta, std::int32_t kind)
 {
-    return m_calls->Run([&](const ProviderContext& context)
-                        { return prescription::PrescriptionCheck(context).Verify(idRicetta, std::nullopt, kind); });
+    return m_calls->Look([&](const ProviderContext& context)
+                         { return prescription::PrescriptionCheck(context).Verify(idRicetta, std::nullopt, kind); });
 }
 
 bool SISSProvider::VerificaPrescrizioneSingola(const host::Value& idRicetta, const host::Value& numRicetta,
                                                std::int32_t kind)
 {
-    return m_calls->Run([&](const ProviderContext& context)
-                        { return prescription::PrescriptionCheck(context).Verify(idRicetta, numRicetta, kind); });
+    return m_calls->Look([&](const ProviderContext& context)
+                         { return prescription::PrescriptionCheck(context).Verify(idRicetta, numRicetta, kind); });
 }
 
 bool SISSProvider::AnnullaPrescrizione(const host::Value& idRicetta, const host::Value& numRicetta,
                                        std::int32_t value) noexcept
 {
-    return m_calls->Run([&](const ProviderContext& context)
-                        { return prescription::PrescriptionCheck(context).Cancel(idRicetta, numRicetta, value); });
+    return m_calls->RunTrapped("AnnullaPrescrizione",
+                               [&](const ProviderContext& context) {
+                                   return prescription::PrescriptionCheck(context).Cancel(idRicetta, numRicetta, value);
+                               });
 }
 
 bool SISSProvider::InviaCertificato(host::Record* certificato) noexcept
 {
-    return m_calls->Run([&](const ProviderContext& context)
-                        { return certificate::Certificates(context).Send(certificato); });
+    return m_calls->RunTrapped("InviaCertificato", [&](const ProviderContext& context)
+                               { return certificate::Certificates(context).Send(certificato); });
 }
 
 bool SISSProvider::AnnullaCertificato(host::Record* certificato) noexcept
 {
-    return m_calls->Run([&](const ProviderContext& context)
-                        { return certificate::Certificates(context).Cancel(certificato); });
+    return m_calls->RunTrapped("AnnullaCertificato", [&](const ProviderContext& context)
+                               { return certificate::Certificates(context).Cancel(certificato); });
 }
 
 bool SISSProvider::InserisciContatto(const host::Value& idPaziente) noexcept
 {
-    return m_calls->Run([&](const ProviderContext& context)
-                        { return certificate::Contacts(context).Insert(idPaziente); });
+    return m_calls->RunTrapped("InserisciContatto", [&](const ProviderContext& context)
+                               { return certificate::Contacts(context).Insert(idPaziente); });
 }
 
 bool SISSProvider::IsPersonaleStudio() noexcept
 {
-    return m_calls->Run([](const ProviderContext& context) { return service::IsPersonaleStudio(context.services); });
+    return m_calls->Look([](const ProviderContext& context) { return service::IsPersonaleStudio(context.services); });
 }
 
 } // namespace vellumo::provider

@@ -3,6 +3,10 @@
 //
 // Members trap their faults as their operation's page in docs/host-contract.md says; what they let through is a
 // host::Fault. By-reference arguments have their value before any work starts.
+//
+// The host may call from inside its own objects, or from a timer while a window is open. What it hands over is taken
+// then, too, and IsActive, IsPersonaleStudio and what begins with "Verifica" answer as ever; any other operation ends
+// as it does on a fault, with one line in the journal, and disturbs nothing.
 #pragma once
 
 #include "host/bridge.h"

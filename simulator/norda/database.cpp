@@ -6,6 +6,7 @@
 #include "simulator/norda/platform.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vellumo::norda
 {
@@ -168,18 +169,24 @@ std::shared_ptr<Database> Database::OpenServer(const std::string& connectionStri
 
 std::unique_ptr<host::Recordset> Database::Open(const std::string& sql)
 {
-    Tell(sql);
-    if (!m_strict)
+    Begin(sql);
+    std::unique_ptr<host::Recordset> rows;
+    if (m_strict)
     {
-        return std::make_unique<Rows>(m_session, m_dialect == Dialect::Sqlite ? ForSqlite(sql) : sql);
+        m_strict->BeforeStatement(m_inTransaction);
+        rows = m_strict->Show(std::make_unique<Rows>(m_session, ForSqlite(sql, Comparison::AsSqlServer)), sql);
     }
-    m_strict->BeforeStatement(m_inTransaction);
-    return m_strict->Show(std::make_unique<Rows>(m_session, ForSqlite(sql, Comparison::AsSqlServer)), sql);
+    else
+    {
+        rows = std::make_unique<Rows>(m_session, m_dialect == Dialect::Sqlite ? ForSqlite(sql) : sql);
+    }
+    End();
+    return rows;
 }
 
 void Database::BeginTransaction()
 {
-    Tell("BEGIN TRANSACTION");
+    Begin("BEGIN TRANSACTION");
     if (m_inTransaction)
     {
         throw host::Fault("Una transazione è già aperta su questa connessione.");
@@ -190,28 +197,34 @@ void Database::BeginTransaction()
     }
     m_session->SetAutocommit(false);
     m_inTransaction = true;
+    End();
 }
 
 void Database::CommitTransaction()
 {
-    Tell("COMMIT TRANSACTION");
+    Begin("COMMIT TRANSACTION");
     if (!m_inTransaction)
     {
-        throw host::Fault("Nessuna transazione è aperta su questa connessione.");
+        throw host::Fault("The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION.");
     }
-    m_session->End(SQL_COMMIT);
-    m_inTransaction = false;
-    m_session->SetAutocommit(true);
+    LeaveTransaction(SQL_COMMIT);
+    End();
 }
 
 void Database::RollbackTransaction()
 {
-    Tell("ROLLBACK TRANSACTION");
+    Begin("ROLLBACK TRANSACTION");
     if (!m_inTransaction)
     {
-        throw host::Fault("Nessuna transazione è aperta su questa connessione.");
+        throw host::Fault("The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION.");
     }
-    m_session->End(SQL_ROLLBACK);
+    LeaveTransaction(SQL_ROLLBACK);
+    End();
+}
+
+void Database::LeaveTransaction(short how)
+{
+    m_session->End(how);
     m_inTransaction = false;
     m_session->SetAutocommit(true);
 }
@@ -263,11 +276,39 @@ void Database::BecomeStrict()
     }
 }
 
-void Database::Tell(const std::string& sql) const
+void Database::Fail(ServerFault fault, const std::string& text)
+{
+    m_failsLate = fault == ServerFault::Reported;
+    if (m_failsLate)
+    {
+        return;
+    }
+    m_lost = m_lost || fault == ServerFault::Lost;
+    const bool takenBack = fault == ServerFault::Deadlock || fault == ServerFault::Doomed || m_lost;
+    if (takenBack && m_inTransaction)
+    {
+        LeaveTransaction(SQL_ROLLBACK);
+    }
+    throw FaultOf(fault, text);
+}
+
+void Database::Begin(const std::string& sql)
 {
     if (m_observer)
     {
         m_observer(sql);
+    }
+    if (m_lost)
+    {
+        throw FaultOf(ServerFault::Lost, "");
+    }
+}
+
+void Database::End()
+{
+    if (std::exchange(m_failsLate, false))
+    {
+        throw FaultOf(ServerFault::Reported, "");
     }
 }
 

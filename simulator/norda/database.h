@@ -45,6 +45,9 @@ public:
     // Key that the last INSERT on this connection was given.
     [[nodiscard]] std::int32_t LastKey();
 
+    // For the observer: the server fails the statement in this way. Throws, now or after the statement.
+    void Fail(ServerFault fault, const std::string& text);
+
     // Hears of every statement (also "BEGIN TRANSACTION" and the like) before it is run; a fault from it is the
     // statement's. For the scenarios' database faults and for telling what was stored.
     using Observer = std::function<void(const std::string& sql)>;
@@ -60,11 +63,15 @@ private:
     class Rows;
 
     Database(Dialect dialect, const std::string& connectionString);
-    void Tell(const std::string& sql) const;
+    void Begin(const std::string& sql);
+    void End();
+    void LeaveTransaction(short how);
 
     Dialect m_dialect;
     std::shared_ptr<Session> m_session;
     bool m_inTransaction = false;
+    bool m_lost = false;      // the server is out of reach
+    bool m_failsLate = false; // the statement being run fails when it has happened
     std::unique_ptr<StrictServer> m_strict;
     Observer m_observer;
 };

@@ -3,6 +3,8 @@
 #include "host/clock.h"
 #include "host/fault.h"
 
+#include <utility>
+
 namespace vellumo::norda
 {
 
@@ -37,6 +39,10 @@ host::Value StoreRow(Database& database, const std::string& table, const std::st
 host::Value HostUtils::LookUpValue(const std::string& sql, const host::Parameters& parameters)
 {
     const auto rows = OpenRecordset(sql, parameters);
+    if (rows->IsAtEnd() && m_strict)
+    {
+        std::swap(m_withoutRow, m_otherWithoutRow);
+    }
     return rows->IsAtEnd() ? m_withoutRow : rows->Read(0);
 }
 
@@ -48,7 +54,12 @@ std::unique_ptr<host::Recordset> HostUtils::OpenRecordset(const std::string& sql
 host::Value HostUtils::LookUpKey(const std::string& table, const std::string& keyColumn, const std::string& condition,
                                  const host::Parameters& parameters)
 {
-    return LookUpValue("SELECT " + keyColumn + " FROM " + table + " WHERE " + condition, parameters);
+    return Key(LookUpValue("SELECT " + keyColumn + " FROM " + table + " WHERE " + condition, parameters));
+}
+
+host::Value HostUtils::Key(host::Value key) const
+{
+    return m_strict && !key.IsNull() ? host::Value(key.ToText()) : std::move(key);
 }
 
 void HostUtils::Execute(const std::string& sql, const host::Parameters& parameters)
@@ -59,7 +70,7 @@ void HostUtils::Execute(const std::string& sql, const host::Parameters& paramete
 host::Value HostUtils::WriteRow(const std::string& table, const std::string& keyColumn, const host::Value& key,
                                 const std::vector<host::ColumnValue>& columns)
 {
-    return StoreRow(*m_database, table, keyColumn, key, columns);
+    return Key(StoreRow(*m_database, table, keyColumn, key, columns));
 }
 
 host::Value HostUtils::TableDate(const std::string& table)

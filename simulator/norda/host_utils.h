@@ -24,6 +24,8 @@ public:
 
     // From now on a look-up without a row answers 0 instead of null: there are hosts of either kind.
     void AnswerZeroWithoutRow() noexcept { m_withoutRow = 0; }
+    // From now on it answers in either way in turn, and keys as texts.
+    void BecomeStrict() noexcept { m_strict = true; }
 
     [[nodiscard]] std::unique_ptr<host::Recordset> OpenRecordset(const std::string& sql,
                                                                  const host::Parameters& parameters) override;
@@ -41,8 +43,12 @@ public:
     [[nodiscard]] bool ToBoolean(const host::Value& value) override { return value.ToBoolean(); }
 
 private:
+    [[nodiscard]] host::Value Key(host::Value key) const;
+
     std::shared_ptr<Database> m_database;
     host::Value m_withoutRow;
+    host::Value m_otherWithoutRow = 0; // of a strict one, next time
+    bool m_strict = false;
 };
 
 class HostLockSrv final : public host::LockSrv

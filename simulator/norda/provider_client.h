@@ -27,6 +27,7 @@ struct Outside
     host::Bridge* bridge = nullptr; // null: no bridge is installed, so no provider can be created
     host::HostObjects* objects = nullptr;
     PrescriptionObjects* prescriptions = nullptr;
+    bool strict = false; // its objects answer in every way in which those of real hosts do
 };
 
 // How a variant argument is passed. A native provider knows those without a value as one.

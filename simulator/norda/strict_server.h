@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/connection.h"
+#include "host/fault.h"
 #include "simulator/norda/sql_types.h"
 
 #include <cstddef>
@@ -13,6 +14,20 @@ namespace vellumo::norda
 {
 
 class Database;
+
+// What a server does to a statement that it fails.
+enum class ServerFault
+{
+    Plain,    // nothing else
+    Deadlock, // the transaction is the victim of a deadlock: the server takes it back
+    Doomed,   // an error that dooms the transaction: the same
+    Timeout,  // the statement took too long; the transaction goes on
+    Lost,     // the connection is gone for good, and its transaction with it
+    Reported  // none: the statement happens, and fails all the same
+};
+
+// As ADO reports it; of a plain one `text`.
+[[nodiscard]] host::Fault FaultOf(ServerFault fault, const std::string& text);
 
 // A result whose columns are those of SQL Server.
 class TypedRecordset : public host::Recordset

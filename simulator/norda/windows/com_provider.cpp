@@ -9,6 +9,7 @@
 #include "simulator/norda/windows/class_objects.h"
 #include "simulator/norda/windows/dispatch_face.h"
 #include "simulator/norda/windows/faces.h"
+#include "simulator/norda/windows/host_face.h"
 
 #include <kelnordaccelib.h>
 #include <vellumo.h>
@@ -345,6 +346,7 @@ private:
 
 std::unique_ptr<ProviderClient> CreateComProvider(const Outside& outside)
 {
+    HostFace::SetStrict(outside.strict);
     return std::make_unique<ComProviderClient>(outside);
 }
 

@@ -26,7 +26,7 @@ HRESULT Raise(const wchar_t* source, const std::string& description, HRESULT num
     {
         *exception = {};
         exception->bstrSource = Bstr(std::wstring_view(source)).Detach();
-        exception->bstrDescription = Bstr(description).Detach();
+        exception->bstrDescription = description.empty() ? nullptr : Bstr(description).Detach();
         exception->scode = FAILED(number) ? number : E_FAIL;
     }
     return DISP_E_EXCEPTION;
@@ -161,7 +161,7 @@ HRESULT DispatchFace::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS
     const ComPtr<DispatchFace> alive(this);
     try
     {
-        Variant result = body(Arguments(*parameters));
+        Variant result = Shown(body(Arguments(*parameters)));
         if (answer)
         {
             *answer = result.Detach();

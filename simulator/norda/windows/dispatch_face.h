@@ -62,6 +62,9 @@ protected:
     explicit DispatchFace(const wchar_t* name) noexcept;
     ~DispatchFace() override;
 
+    // What the caller gets for an answer.
+    [[nodiscard]] virtual windows::Variant Shown(windows::Variant answer) { return answer; }
+
     // A method or a readable property; `write` makes the property writable, its last argument being the new value.
     void AddMember(const wchar_t* name, Body call, Body write = {});
     // The member, added before, that stands for the object where a plain value is wanted.

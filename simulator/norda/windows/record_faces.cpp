@@ -3,7 +3,7 @@
 #include "host/fault.h"
 #include "host/host_services.h"
 #include "platform/windows/adapters/host_names.h"
-#include "simulator/norda/windows/dispatch_face.h"
+#include "simulator/norda/windows/host_face.h"
 #include "simulator/norda/windows/recordset_face.h"
 
 #include <functional>
@@ -18,11 +18,11 @@ using windows::Variant;
 namespace names = windows::names;
 
 // What every object that the library creates takes before it is used.
-class ServicedFace : public DispatchFace
+class ServicedFace : public HostFace
 {
 protected:
     explicit ServicedFace(const wchar_t* name)
-        : DispatchFace(name)
+        : HostFace(name)
     {
         AddObject(names::record::connection, m_connection);
         AddObject(names::record::lockSrv, m_lockSrv);
@@ -84,7 +84,12 @@ public:
                 Record().Set(arguments.Text(0), arguments.Value(1));
                 return Variant();
             });
-        AddMember(names::record::save, [this](const Arguments&) { return Variant(host::Value(Record().Save())); });
+        AddMember(names::record::save,
+                  [this](const Arguments&)
+                  {
+                      const bool saved = Record().Save();
+                      return saved && IsStrict() ? Variant() : Variant(host::Value(saved));
+                  });
         AddMember(names::record::id, [this](const Arguments&) { return Variant(host::Value(Record().Id())); });
     }
 

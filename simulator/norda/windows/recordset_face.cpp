@@ -1,8 +1,10 @@
 #include "simulator/norda/windows/recordset_face.h"
 
 #include "host/fault.h"
+#include "platform/windows/adapters/host_fault.h"
 #include "platform/windows/adapters/host_names.h"
 #include "platform/windows/system/text.h"
+#include "simulator/norda/strict_server.h"
 #include "simulator/norda/windows/dispatch_face.h"
 
 namespace vellumo::norda
@@ -43,6 +45,59 @@ struct Result
     }
 };
 
+VARTYPE VariantTypeOf(SqlType type)
+{
+    switch (type)
+    {
+    case SqlType::TinyInt:
+        return VT_UI1;
+    case SqlType::SmallInt:
+        return VT_I2;
+    case SqlType::BigInt:
+        return VT_I8;
+    case SqlType::Decimal:
+        return VT_DECIMAL;
+    case SqlType::Money:
+        return VT_CY;
+    case SqlType::Real:
+        return VT_R4;
+    case SqlType::Float:
+        return VT_R8;
+    case SqlType::RowVersion:
+        return VT_ARRAY | VT_UI1;
+    default:
+        return VT_EMPTY; // as the value is
+    }
+}
+
+// The value in the type in which ADO gives such a column.
+Variant Typed(SqlType type, const host::Value& value)
+{
+    const VARTYPE wanted = VariantTypeOf(type);
+    Variant result(value);
+    if (wanted == (VT_ARRAY | VT_UI1))
+    {
+        constexpr ULONG rowVersionBytes = 8;
+        VARIANT* const bytes = result.Put();
+        V_ARRAY(bytes) = SafeArrayCreateVector(VT_UI1, 0, rowVersionBytes);
+        V_VT(bytes) = wanted;
+    }
+    else if (wanted != VT_EMPTY && !value.IsNull())
+    {
+        Variant typed;
+        windows::ThrowIfFailed(VariantChangeType(typed.Put(), const_cast<VARIANT*>(&result.Get()), 0, wanted),
+                               "VariantChangeType");
+        return typed;
+    }
+    return result;
+}
+
+Variant ValueOf(const host::Recordset& rows, std::size_t column)
+{
+    const auto* const typed = dynamic_cast<const TypedRecordset*>(&rows);
+    return Typed(typed != nullptr ? typed->TypeOf(column) : SqlType::Plain, rows.Read(column));
+}
+
 class FieldFace final : public DispatchFace
 {
 public:
@@ -52,7 +107,7 @@ public:
         AddMember(names::field::name,
                   [result, column](const Arguments&) { return Variant::Text(result->Open().ColumnName(column)); });
         AddMember(names::field::value,
-                  [result, column](const Arguments&) { return Variant(result->OnARow().Read(column)); });
+                  [result, column](const Arguments&) { return ValueOf(result->OnARow(), column); });
         SetDefault(names::field::value);
     }
 };

@@ -2,7 +2,7 @@
 
 #include "host/fault.h"
 #include "platform/windows/adapters/host_names.h"
-#include "simulator/norda/windows/dispatch_face.h"
+#include "simulator/norda/windows/host_face.h"
 #include "simulator/norda/windows/recordset_face.h"
 
 #include <kelnordaccelib.h>
@@ -52,11 +52,11 @@ private:
     std::shared_ptr<host::Connection> m_connection;
 };
 
-class LockSrvFace final : public DispatchFace
+class LockSrvFace final : public HostFace
 {
 public:
     explicit LockSrvFace(std::shared_ptr<host::LockSrv> lockSrv)
-        : DispatchFace(names::lockSrv::self)
+        : HostFace(names::lockSrv::self)
         , m_lockSrv(std::move(lockSrv))
     {
         AddMember(names::lockSrv::userId,
@@ -69,11 +69,11 @@ private:
     std::shared_ptr<host::LockSrv> m_lockSrv;
 };
 
-class ServiceLogFace final : public DispatchFace
+class ServiceLogFace final : public HostFace
 {
 public:
     explicit ServiceLogFace(std::shared_ptr<host::Utils> utils)
-        : DispatchFace(names::serviceLog::self)
+        : HostFace(names::serviceLog::self)
         , m_utils(std::move(utils))
     {
         AddMember(names::serviceLog::write,
@@ -98,11 +98,11 @@ void RequireDatabaseProvider(const Arguments& arguments)
     }
 }
 
-class UtilsFace final : public DispatchFace
+class UtilsFace final : public HostFace
 {
 public:
     explicit UtilsFace(std::shared_ptr<host::Utils> utils)
-        : DispatchFace(names::utils::self)
+        : HostFace(names::utils::self)
         , m_utils(std::move(utils))
     {
         AddQueries();

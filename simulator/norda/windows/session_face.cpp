@@ -1,7 +1,7 @@
 #include "simulator/norda/windows/faces.h"
 
 #include "platform/windows/adapters/host_names.h"
-#include "simulator/norda/windows/dispatch_face.h"
+#include "simulator/norda/windows/host_face.h"
 
 namespace vellumo::norda
 {
@@ -22,11 +22,11 @@ struct HeldObject final : host::KeptObject
     ComPtr<IDispatch> object;
 };
 
-class SessionFace final : public DispatchFace
+class SessionFace final : public HostFace
 {
 public:
     explicit SessionFace(std::shared_ptr<PrescriptionSession> session)
-        : DispatchFace(names::session::self)
+        : HostFace(names::session::self)
         , m_session(std::move(session))
     {
         AddMember(

@@ -109,7 +109,10 @@ void Stage::BecomeStrict()
     {
         m_hosts->SetObserver({}); // what it prepares is no statement of the library's
         m_hosts->BecomeStrict();
-        m_utils->BecomeStrict();
+        if (m_utils)
+        {
+            m_utils->BecomeStrict();
+        }
         m_hosts->SetObserver([this](const std::string& sql) { BeforeStatement(sql); });
     }
 }

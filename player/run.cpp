@@ -30,7 +30,9 @@ Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder
     m_stage->SetStatementSeen([this] { OnStatement(); });
     if (m_options.failingStatement != 0)
     {
-        m_stage->AddFault({"", m_options.failingStatement, "Errore provocato del database."});
+        // The strict host's server takes the whole transaction back, and what follows would be stored by itself.
+        m_stage->AddFault({"", m_options.failingStatement, "Errore provocato del database.",
+                           m_options.strict ? norda::ServerFault::Deadlock : norda::ServerFault::Plain});
     }
 }
 

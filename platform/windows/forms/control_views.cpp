@@ -37,7 +37,7 @@ public:
         Send(m_window.Get(), WM_SETFONT, reinterpret_cast<WPARAM>(surface.FontFor(label.strong)), FALSE);
         if (label.image != ui::Image::None)
         {
-            m_image = surface.MakeChild(L"STATIC", L"", SS_ICON | SS_REALSIZECONTROL | WS_VISIBLE, 0, -1);
+            m_image = surface.MakeChild(L"STATIC", L"", SS_ICON | SS_REALSIZECONTROL, 0, -1);
             Send(m_image, STM_SETICON, reinterpret_cast<WPARAM>(surface.IconFor(label.image)));
         }
     }

@@ -28,6 +28,23 @@ private:
     HDC m_context;
 };
 
+// Like the screen, to measure texts on.
+class MeasuringContext
+{
+public:
+    MeasuringContext() noexcept
+        : m_context(CreateCompatibleDC(nullptr))
+    {
+    }
+    ~MeasuringContext() { DeleteDC(m_context); }
+    MeasuringContext(const MeasuringContext&) = delete;
+    MeasuringContext& operator=(const MeasuringContext&) = delete;
+    [[nodiscard]] HDC Context() const noexcept { return m_context; }
+
+private:
+    HDC m_context;
+};
+
 // A picture in memory like those of `model`.
 class MemoryPicture
 {

@@ -1,7 +1,5 @@
 #include "platform/windows/forms/form_placement.h"
 
-#include "platform/windows/forms/form_layout.h"
-
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -14,75 +12,94 @@ namespace
 constexpr int margin = 11; // at 96 dots an inch
 constexpr int gap = 7;
 
-FormLayout LayOut(const std::vector<ControlView*>& views, const Surface& surface)
+RECT WorkArea(HMONITOR monitor)
 {
-    std::vector<LayoutItem> items;
-    items.reserve(views.size());
-    for (const ControlView* view : views)
-    {
-        items.push_back(view->Needs());
-    }
-    return {std::move(items), surface.Pixels(margin), surface.Pixels(gap)};
+    MONITORINFO information{};
+    information.cbSize = sizeof information;
+    GetMonitorInfoW(monitor, &information);
+    return information.rcWork;
 }
 
 } // namespace
 
-SIZE FormPlacement::NeededFrame() const
+const FormLayout& FormPlacement::Layout()
 {
-    const SIZE needed = LayOut(m_controls.Visible(), m_surface).NeededSize();
+    std::vector<ControlView*> visible = m_controls.Visible();
+    if (!m_layout || visible != m_laidOut)
+    {
+        m_laidOut = std::move(visible);
+        std::vector<LayoutItem> items;
+        for (const ControlView* view : m_laidOut)
+        {
+            items.push_back(view->Needs());
+        }
+        m_layout.emplace(std::move(items), m_surface.Pixels(margin), m_surface.Pixels(gap));
+    }
+    return *m_layout;
+}
+
+SIZE FormPlacement::NeededFrame()
+{
+    const SIZE needed = Layout().NeededSize();
     return m_surface.FrameAround({std::max<LONG>(needed.cx, m_surface.PixelsOfTwips(m_form.DesignSize().width)),
                                   std::max<LONG>(needed.cy, m_surface.PixelsOfTwips(m_form.DesignSize().height))});
 }
 
-void FormPlacement::PlaceWindow(HWND owner) const
+void FormPlacement::PlaceWindow(HWND owner)
 {
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &monitor);
-    const RECT& work = monitor.rcWork;
+    const RECT work = WorkArea(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY));
     RECT around = work;
     if (owner != nullptr && IsIconic(owner) == FALSE)
     {
         GetWindowRect(owner, &around);
     }
     const SIZE frame = NeededFrame();
-    const LONG width = std::min(frame.cx, work.right - work.left);
-    const LONG height = std::min(frame.cy, work.bottom - work.top);
-    const LONG left = std::clamp((around.left + around.right - width) / 2, work.left, work.right - width);
-    const LONG top = std::clamp((around.top + around.bottom - height) / 2, work.top, work.bottom - height);
-    SetWindowPos(m_surface.Window(), nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
-    PlaceControls();
+    const LONG left = (around.left + around.right - frame.cx) / 2;
+    const LONG top = (around.top + around.bottom - frame.cy) / 2;
+    Occupy({left, top, left + frame.cx, top + frame.cy}, work);
 }
 
-void FormPlacement::MoveTo(const RECT& suggested) const
+void FormPlacement::MoveTo(const RECT& suggested)
 {
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromRect(&suggested, MONITOR_DEFAULTTONEAREST), &monitor);
-    const RECT& work = monitor.rcWork;
+    Forget();
     const SIZE frame = NeededFrame();
-    const LONG width = std::min(std::max(frame.cx, suggested.right - suggested.left), work.right - work.left);
-    const LONG height = std::min(std::max(frame.cy, suggested.bottom - suggested.top), work.bottom - work.top);
-    const LONG left = std::clamp(suggested.left, work.left, work.right - width);
-    const LONG top = std::clamp(suggested.top, work.top, work.bottom - height);
-    SetWindowPos(m_surface.Window(), nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
-    PlaceControls();
+    const LONG width = std::max(frame.cx, suggested.right - suggested.left);
+    const LONG height = std::max(frame.cy, suggested.bottom - suggested.top);
+    m_placedIn = {-1, -1};
+    Occupy({suggested.left, suggested.top, suggested.left + width, suggested.top + height},
+           WorkArea(MonitorFromRect(&suggested, MONITOR_DEFAULTTONEAREST)));
 }
 
-void FormPlacement::PlaceControls() const
+// As far as the screen has room.
+void FormPlacement::Occupy(const RECT& wanted, const RECT& work)
+{
+    const LONG width = std::min(wanted.right - wanted.left, work.right - work.left);
+    const LONG height = std::min(wanted.bottom - wanted.top, work.bottom - work.top);
+    const LONG left = std::clamp(wanted.left, work.left, work.right - width);
+    const LONG top = std::clamp(wanted.top, work.top, work.bottom - height);
+    SetWindowPos(m_surface.Window(), nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    RECT inner{};
+    GetClientRect(m_surface.Window(), &inner);
+    if (inner.right != m_placedIn.cx || inner.bottom != m_placedIn.cy) // another size has placed them already
+    {
+        PlaceControls();
+    }
+}
+
+void FormPlacement::PlaceControls()
 {
     RECT inner{};
     GetClientRect(m_surface.Window(), &inner);
-    const std::vector<ControlView*> views = m_controls.Visible();
-    const std::vector<RECT> places = LayOut(views, m_surface).Place({inner.right, inner.bottom});
-    for (std::size_t i = 0; i < views.size(); ++i)
+    m_placedIn = {inner.right, inner.bottom};
+    const std::vector<RECT> places = Layout().Place(m_placedIn);
+    for (std::size_t i = 0; i < places.size(); ++i)
     {
-        views[i]->Place(places[i]);
+        m_laidOut[i]->Place(places[i]);
     }
     InvalidateRect(m_surface.Window(), nullptr, TRUE);
 }
 
-void FormPlacement::Limit(MINMAXINFO& limits) const
+void FormPlacement::Limit(MINMAXINFO& limits)
 {
     const SIZE frame = NeededFrame();
     limits.ptMinTrackSize = {std::min(frame.cx, limits.ptMaxSize.x), std::min(frame.cy, limits.ptMaxSize.y)};

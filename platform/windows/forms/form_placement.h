@@ -3,10 +3,14 @@
 #pragma once
 
 #include "platform/windows/forms/form_controls.h"
+#include "platform/windows/forms/form_layout.h"
 #include "platform/windows/forms/surface.h"
 #include "ui/form.h"
 
 #include <windows.h>
+
+#include <optional>
+#include <vector>
 
 namespace vellumo::windows
 {
@@ -23,20 +27,28 @@ public:
     }
 
     // In the middle of the owner, or of its screen, and never beyond the edge. `owner` may be null.
-    void PlaceWindow(HWND owner) const;
+    void PlaceWindow(HWND owner);
     // At another density: where the system suggests, but no smaller than everything needs.
-    void MoveTo(const RECT& suggested) const;
+    void MoveTo(const RECT& suggested);
     // In the window's present size.
-    void PlaceControls() const;
+    void PlaceControls();
     // The window may not get smaller than everything needs, as far as the screen allows it.
-    void Limit(MINMAXINFO& limits) const;
+    void Limit(MINMAXINFO& limits);
+    // A control has changed: what it needs is to be asked anew.
+    void Forget() { m_layout.reset(); }
 
 private:
-    [[nodiscard]] SIZE NeededFrame() const;
+    [[nodiscard]] const FormLayout& Layout();
+    [[nodiscard]] SIZE NeededFrame();
+    void Occupy(const RECT& wanted, const RECT& work);
 
     const ui::Form& m_form;
     const Surface& m_surface;
     const FormControls& m_controls;
+    // Asked for again and again while the window is sized, and all texts are measured for it.
+    std::optional<FormLayout> m_layout;
+    std::vector<ControlView*> m_laidOut; // what it lays out
+    SIZE m_placedIn{-1, -1};             // inner size
 };
 
 } // namespace vellumo::windows

@@ -316,6 +316,7 @@ void FormWindow::Refresh()
     {
         view->Update();
     }
+    m_placement->Forget();
     KeepFocusUsable();
     if (IsWindowVisible(m_window) != FALSE)
     {

@@ -13,30 +13,12 @@ namespace vellumo::windows
 namespace
 {
 
-// The screen as something to measure on.
-class ScreenContext
+SIZE Measure(HDC context, HFONT font, std::wstring_view text, UINT format, LONG width = 0)
 {
-public:
-    ScreenContext() noexcept
-        : m_context(GetDC(nullptr))
-    {
-    }
-    ~ScreenContext() { ReleaseDC(nullptr, m_context); }
-    ScreenContext(const ScreenContext&) = delete;
-    ScreenContext& operator=(const ScreenContext&) = delete;
-    [[nodiscard]] HDC Get() const noexcept { return m_context; }
-
-private:
-    HDC m_context;
-};
-
-SIZE Measure(HFONT font, std::wstring_view text, UINT format, LONG width = 0)
-{
-    const ScreenContext screen;
-    const HGDIOBJ before = SelectObject(screen.Get(), font);
+    SelectObject(context, font);
     RECT area{0, 0, width, 0};
-    DrawTextW(screen.Get(), text.data(), static_cast<int>(text.size()), &area, format | DT_CALCRECT);
-    SelectObject(screen.Get(), before);
+    DrawTextW(context, text.data(), static_cast<int>(text.size()), &area, format | DT_CALCRECT);
+    SelectObject(context, GetStockObject(SYSTEM_FONT)); // a font that is selected cannot go
     return {area.right, area.bottom};
 }
 
@@ -47,9 +29,9 @@ Font MakeFont(int dpi, LONG weight)
                             OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, L"Tahoma"));
 }
 
-int LineHeightOf(HFONT font)
+int LineHeightOf(HDC context, HFONT font)
 {
-    return static_cast<int>(Measure(font, L"Àg", DT_SINGLELINE).cy);
+    return static_cast<int>(Measure(context, font, L"Àg", DT_SINGLELINE).cy);
 }
 
 using FontChanges = std::array<std::pair<HFONT, HFONT>, 2>; // from, to
@@ -74,7 +56,7 @@ Surface::Surface(HWND window)
     , m_dpi(DpiOf(window))
     , m_plain(MakeFont(m_dpi, FW_NORMAL))
     , m_bold(MakeFont(m_dpi, FW_BOLD))
-    , m_lineHeight(LineHeightOf(m_plain.get()))
+    , m_lineHeight(LineHeightOf(m_measuring.Context(), m_plain.get()))
 {
 }
 
@@ -87,17 +69,17 @@ void Surface::ChangeDpi(int dpi)
     m_dpi = dpi;
     m_plain = std::move(plain); // the old ones go when nobody draws with them any more
     m_bold = std::move(bold);
-    m_lineHeight = LineHeightOf(Plain());
+    m_lineHeight = LineHeightOf(m_measuring.Context(), Plain());
 }
 
 int Surface::TextWidth(std::wstring_view text, bool strong, bool accessKey) const
 {
-    return Measure(FontFor(strong), text, DT_SINGLELINE | (accessKey ? 0u : DT_NOPREFIX)).cx;
+    return Measure(m_measuring.Context(), FontFor(strong), text, DT_SINGLELINE | (accessKey ? 0u : DT_NOPREFIX)).cx;
 }
 
 int Surface::TextHeight(std::wstring_view text, bool strong, int width, UINT format) const
 {
-    return text.empty() ? 0 : static_cast<int>(Measure(FontFor(strong), text, format, width).cy);
+    return text.empty() ? 0 : static_cast<int>(Measure(m_measuring.Context(), FontFor(strong), text, format, width).cy);
 }
 
 HICON Surface::IconFor(ui::Image image) const noexcept
@@ -125,8 +107,8 @@ HWND Surface::MakeChild(const wchar_t* windowClass, std::wstring_view text, DWOR
                         int id) const
 {
     const HWND child =
-        CreateWindowExW(extendedStyle, windowClass, std::wstring(text).c_str(), style | WS_CHILD, 0, 0, 0, 0, m_window,
-                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), nullptr);
+        CreateWindowExW(extendedStyle, windowClass, std::wstring(text).c_str(), style | WS_CHILD | WS_VISIBLE, 0, 0, 0,
+                        0, m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), nullptr);
     if (child == nullptr)
     {
         throw host::Fault("Non è possibile creare un controllo della finestra.",

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/windows/forms/dpi.h"
+#include "platform/windows/forms/drawing.h"
 #include "ui/controls.h"
 
 #include <windows.h>
@@ -56,6 +57,7 @@ public:
 
 private:
     HWND m_window;
+    MeasuringContext m_measuring;
     int m_dpi;
     Font m_plain;
     Font m_bold;

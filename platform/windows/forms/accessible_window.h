@@ -19,12 +19,12 @@ public:
     AccessibleWindow& operator=(const AccessibleWindow&) = delete;
 
 private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR self) noexcept;
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     LRESULT OnGetObject(WPARAM wParam);
     void Disconnect() noexcept;
 
     HWND m_window;
+    WNDPROC m_before = nullptr;
     Maker m_make;
     ComPtr<Accessible> m_object;
 };

@@ -1,7 +1,6 @@
 #include "platform/windows/forms/cell_painter.h"
 
 #include "platform/windows/forms/abridged.h"
-#include "platform/windows/forms/drawing.h"
 #include "platform/windows/forms/system_look.h"
 
 #include <algorithm>
@@ -91,29 +90,27 @@ int CellPainter::WrappedHeight(const ui::Cell& cell, int width) const
 void CellPainter::Draw(HDC context, const ui::Cell& cell, RECT area, const CellLook& look) const
 {
     const CellColours colours = ColoursOf(cell, look);
-    const SavedContext saved(context);
-    Fill(context, {area.left, area.bottom - gridLine, area.right, area.bottom}, GridLineColour());
+    Fill(context, area, GridLineColour());
     area.bottom -= gridLine;
-    Fill(context, area, colours.background);
     if (look.selected)
     {
-        const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
-        const int line = m_surface.Pixels(1);
-        Fill(context, {area.left, area.top, area.right, area.top + line}, highlight);
-        Fill(context, {area.left, area.bottom - line, area.right, area.bottom}, highlight);
+        Fill(context, area, GetSysColor(COLOR_HIGHLIGHT));
+        InflateRect(&area, 0, -m_surface.Pixels(OwnColoursFit() ? 1 : 2));
     }
     else
     {
-        Fill(context, {area.right - gridLine, area.top, area.right, area.bottom}, GridLineColour());
+        area.right -= gridLine;
     }
+    Fill(context, area, colours.background);
     InflateRect(&area, -m_surface.Pixels(paddingAcross), look.wraps ? -m_surface.Pixels(paddingAbove) : 0);
     DrawImage(context, cell.image, area, look.wraps);
     area.left += ImageRoom(cell);
-    SelectObject(context, m_surface.FontFor(cell.strong));
+    const std::wstring wide = look.wraps ? WithoutLastLineEnds(Abridged(cell.text)) : Abridged(cell.text);
+    const HGDIOBJ fontBefore = SelectObject(context, m_surface.FontFor(cell.strong));
     SetTextColor(context, colours.text);
     SetBkMode(context, TRANSPARENT);
-    const std::wstring wide = look.wraps ? WithoutLastLineEnds(Abridged(cell.text)) : Abridged(cell.text);
     DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &area, look.wraps ? wrapped : onOneLine);
+    SelectObject(context, fontBefore);
 }
 
 // Beside a wrapped text it stands on the first line.

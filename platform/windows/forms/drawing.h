@@ -71,22 +71,4 @@ private:
     HGDIOBJ m_before;
 };
 
-// Fonts, colours and modes of a context as they were before.
-class SavedContext
-{
-public:
-    explicit SavedContext(HDC context) noexcept
-        : m_context(context)
-        , m_saved(SaveDC(context))
-    {
-    }
-    ~SavedContext() { RestoreDC(m_context, m_saved); }
-    SavedContext(const SavedContext&) = delete;
-    SavedContext& operator=(const SavedContext&) = delete;
-
-private:
-    HDC m_context;
-    int m_saved;
-};
-
 } // namespace vellumo::windows

@@ -209,7 +209,10 @@ void FormWindow::OnFirstActivation()
     m_activated = true;
     SetInitialFocus();
     RedrawWindow(m_window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    ProcessMessages(); // the job may take long, and what is drawn has to reach the screen before
+    if (!m_form.ClosesByFrame()) // its job may take long, and what is drawn has to reach the screen before
+    {
+        ProcessMessages();
+    }
     if (!m_form.IsClosed())
     {
         m_form.Activated();

@@ -84,6 +84,7 @@ void GridView::Place(const RECT& place)
     const int top = std::min<int>(place.bottom, place.top + HeadingHeight(m_grid, m_surface));
     m_heading.Place(place.left, place.top, place.right, top);
     m_list.Place(place.left, top, place.right, place.bottom);
+    m_placed = true;
     FitColumns();
 }
 
@@ -97,10 +98,12 @@ void GridView::FitColumns()
         width -= m_surface.Metric(SM_CXVSCROLL);
     }
     const auto widths = FittedColumns(m_grid.columns, ColumnWidth(0), width, m_surface);
+    Send(m_list.Get(), WM_SETREDRAW, FALSE); // else it scrolls and draws for each
     for (std::size_t i = 1; i < widths.size(); ++i)
     {
         Send(m_list.Get(), LVM_SETCOLUMNWIDTH, i, widths[i]);
     }
+    Send(m_list.Get(), WM_SETREDRAW, TRUE);
 }
 
 int GridView::ColumnWidth(std::size_t column) const
@@ -117,7 +120,10 @@ void GridView::Update()
     {
         m_shownRows = m_grid.rows.size();
         Send(m_list.Get(), LVM_SETITEMCOUNT, m_shownRows, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
-        FitColumns();
+        if (m_placed)
+        {
+            FitColumns();
+        }
     }
     ShowSelection();
     m_updating = false;

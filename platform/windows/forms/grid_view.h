@@ -44,6 +44,7 @@ private:
     CellPainter m_painter;
     TextWindow m_heading;
     TextWindow m_list;
+    bool m_placed = false;
     std::size_t m_shownRows = 0;
     bool m_updating = false;
 };

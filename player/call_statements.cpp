@@ -144,6 +144,11 @@ const Group callStatements = {
          "a window with a progress bar, which is at work and waits for nobody. It may stand anywhere among the "
          "windows. Each line below it must have been so at some moment, and the bar must never go back",
          nothing},
+        {"call", "meanwhile request N <operation> returns VALUE",
+         "while request N is on its way a timer of the host's hands everything over anew and calls the library, which "
+         "returns or faults at once",
+         nothing},
+        {"call", "meanwhile request N <operation> faults ['PART']", "", nothing},
         {"call", "returns patient CF", "what the call returns: the patient's number in the practice", nothing},
         {"call", "returns VALUE…", "what the call returns", nothing},
         {"call", "gestito True/False", "the by-reference argument afterwards; `IdentificaPaziente` needs it", nothing},

@@ -126,6 +126,13 @@ void Run::Call(const Node& call)
     m_narrator.CallBegins(std::string(operation.Keyword()), m_narrator.IsHeard() ? Describe(operation) : "");
     const auto before = m_narrator.IsHeard() ? Now() : Snapshot();
     const bool lenient = m_options.failingStatement != 0;
+    for (const auto& line : call.below)
+    {
+        if (line.Keyword() == "meanwhile")
+        {
+            m_timer.push_back(&line);
+        }
+    }
     m_watch.Begin(call, lenient);
     m_operator.Begin(call, lenient);
     try
@@ -138,6 +145,13 @@ void Run::Call(const Node& call)
     }
     m_operator.End();
     m_watch.End();
+    for (const auto* const line : std::exchange(m_timer, {}))
+    {
+        if (!lenient)
+        {
+            Report(line->place, "request " + line->Text("N") + " did not come");
+        }
+    }
     m_narrator.CallEnds(m_current.outcome,
                         m_narrator.IsHeard() ? player::Compare(before, Now()) : std::vector<RowChange>());
     // With a fault on purpose what is returned depends on where it struck.
@@ -317,6 +331,27 @@ void Run::OnRequest(const std::string& requestXml)
 {
     m_shownAs.push_back(LookAtWaitWindow());
     m_narrator.Sent(requestXml, m_shownAs.back());
+    CallsOfTimer();
+}
+
+// This is inside a call of the library: nothing may leave it.
+void Run::CallsOfTimer()
+{
+    const auto due = [&](const Node* line) { return line->Count("N") == m_shownAs.size(); };
+    for (auto line = std::find_if(m_timer.begin(), m_timer.end(), due); line != m_timer.end();
+         line = std::find_if(m_timer.begin(), m_timer.end(), due))
+    {
+        const Node& second = **line;
+        m_timer.erase(line);
+        try
+        {
+            CallMeanwhile(second);
+        }
+        catch (const Differs& difference)
+        {
+            Report(second.place, difference.what());
+        }
+    }
 }
 
 // Where nothing else lets the target look at a window that is at work, a statement of its job does.

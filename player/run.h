@@ -110,6 +110,7 @@ private:
     void OnMilestone(const Window& window) override;
     void OnWork(Window& window) override { m_watch.Look(window); }
     void OnRequest(const std::string& requestXml);
+    void CallsOfTimer();
     void OnStatement();
     [[nodiscard]] std::string LookAtWaitWindow();
     void Compare(const Node& call);
@@ -138,6 +139,7 @@ private:
     std::optional<Snapshot> m_before;
     Opened m_opened;
     CallInProgress m_current;
+    std::vector<const Node*> m_timer; // second calls that wait for their request
     Window* m_window = nullptr;
     Place m_place; // of the line being played
     std::vector<std::string> m_shownAs;

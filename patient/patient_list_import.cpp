@@ -7,6 +7,7 @@
 #include "patient/patient_writer.h"
 #include "ui/form_progress.h"
 
+#include <algorithm>
 #include <any>
 #include <exception>
 #include <utility>
@@ -24,10 +25,13 @@ constexpr const char* citizenElement = "assistito";
 // many.
 constexpr xml::Limits limits = {.bytes = std::size_t{96} * 1024 * 1024, .nodes = 2'500'000};
 
+// An empty one is a list, too: it revokes everybody. One that says of nobody who he is would do the same by mistake.
 bool IsList(const xml::Document& document)
 {
     const xml::Node root = document.Root();
-    return root.Name() == listElement && (root.Select(citizenElement) || !root.FirstChildElement());
+    return root.Name() == listElement &&
+           (!root.FirstChildElement() || std::ranges::any_of(root.SelectAll(citizenElement), [](const xml::Node& node)
+                                                             { return ReadListed(node).person.CanBeFound(); }));
 }
 
 // Imports one citizen after the other; towns and ASLs are looked up once for all of them.

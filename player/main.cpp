@@ -51,6 +51,11 @@ std::optional<Arguments> ReadArguments(const std::vector<std::string>& words)
         {
             arguments.document = fs::u8path(words[++i]);
         }
+        else if (words[i] == "--apart" && i + 2 < words.size()) // how the player starts itself
+        {
+            arguments.options.apartLine = std::stoi(words[++i]);
+            arguments.options.apartStatement = std::stoul(words[++i]);
+        }
         else if (words[i].starts_with("--"))
         {
             return std::nullopt;

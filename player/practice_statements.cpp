@@ -103,15 +103,27 @@ void SetRegistryText(Run& run, const Node& node)
     (Machine(run).*set)(node.Text("KEY"), node.Text("NAME"), node.Text("TEXT"));
 }
 
-void RefuseSaves(Run& run, const Node& node)
+void SetSaveHabit(Run& run, const Node& node)
 {
+    const auto habit = std::make_shared<norda::SaveHabit>();
+    habit->refuses = node.Keyword() == "refuse";
     auto& objects = run.GetStage().Objects();
-    const auto refusals = node.Has("certificate")    ? objects.RefuseCertificateSaves()
-                          : node.Has("prescription") ? run.GetStage().Prescriptions().RefuseSaves()
-                          : node.Has("patient")      ? objects.RefuseSaves(host::RecordKind::Patient)
-                          : node.Has("asl")          ? objects.RefuseSaves(host::RecordKind::Asl)
-                                                     : objects.RefuseSaves(host::RecordKind::Specialist);
-    run.MustHaveEffect(node, "nothing of the kind was to be saved", [refusals] { return *refusals != 0; });
+    if (node.Has("certificate"))
+    {
+        objects.SetCertificateHabit(habit);
+    }
+    else if (node.Has("prescription"))
+    {
+        run.GetStage().Prescriptions().SetHabit(habit);
+    }
+    else
+    {
+        objects.SetHabit(node.Has("patient") ? host::RecordKind::Patient
+                         : node.Has("asl")   ? host::RecordKind::Asl
+                                             : host::RecordKind::Specialist,
+                         habit);
+    }
+    run.MustHaveEffect(node, "nothing of the kind was to be saved", [habit] { return habit->met != 0; });
 }
 
 void FailStatement(Run& run, const Node& node)
@@ -167,8 +179,10 @@ const Group practiceStatements = {
          [](Run& run, const Node& node) { Machine(run).RemoveMachineKey(node.Text("KEY")); }},
         {"", "registry machine/user KEY NAME missing", "removes a registry value", RemoveRegistryText},
         {"", "registry machine/user KEY NAME TEXT", "sets a registry text", SetRegistryText},
+        {"", "save patient/asl/specialist/prescription/certificate without a result",
+         "the host's record is saved by a procedure, which answers nothing", SetSaveHabit},
         {"", "refuse to save patient/asl/specialist/prescription/certificate",
-         "the host's record answers that it was not saved", RefuseSaves},
+         "the host's record answers that it was not saved", SetSaveHabit},
         {"", "fail every 'PART' ['TEXT']", "each statement of the library that contains PART fails with the text",
          FailStatement},
         {"", "fail statement N 'PART' ['TEXT']", "the N-th of them does", FailStatement},

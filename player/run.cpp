@@ -357,9 +357,10 @@ void Run::CallsOfTimer()
 // Where nothing else lets the target look at a window that is at work, a statement of its job does.
 void Run::OnStatement()
 {
+    m_statementsAfter.resize(m_stage->Network().Exchanges().size(), m_stage->Statements().size());
     if (m_stage->Statements().size() == m_options.dyingStatement)
     {
-        std::_Exit(died);
+        EndProcess(died);
     }
     if (auto* const window = m_stage->GetTarget().Topmost(); window != nullptr)
     {

@@ -100,6 +100,8 @@ public:
     // All rows before the first call, and now. Only with snapshots.
     [[nodiscard]] const Snapshot& Before() const { return m_before.value(); }
     [[nodiscard]] Snapshot Now() { return TakeSnapshot(m_stage->Database()); }
+    // The library's first statement after each reply of SISS that was followed by one.
+    [[nodiscard]] const std::vector<std::size_t>& StatementsAfterReplies() const noexcept { return m_statementsAfter; }
     // Whether the failing statement of a sweep has been reached.
     [[nodiscard]] bool HasFailed() const noexcept { return m_stage->Statements().size() >= m_options.failingStatement; }
 
@@ -143,6 +145,7 @@ private:
     Window* m_window = nullptr;
     Place m_place; // of the line being played
     std::vector<std::string> m_shownAs;
+    std::vector<std::size_t> m_statementsAfter;
     int m_pictures = 0;
     bool m_touched = false; // something was done to the window since its last picture
 };

@@ -1,5 +1,6 @@
 #include "player/runner.h"
 
+#include "player/given_codes.h"
 #include "player/whole_patients.h"
 #include "player/written.h"
 
@@ -75,7 +76,10 @@ Runner::Runner(Options options, std::ostream& out)
     , m_folder(m_options.keep)
     , m_narrator(m_out, m_options.tell)
 {
-    norda::Practice(m_folder.Model()).Create();
+    if (m_options.apartLine == 0)
+    {
+        norda::Practice(m_folder.Model()).Create();
+    }
 }
 
 std::size_t Runner::RunFile(const fs::path& file)
@@ -86,6 +90,14 @@ std::size_t Runner::RunFile(const fs::path& file)
     const auto scenarios = ReadScenarios(file);
     for (const auto& scenario : scenarios)
     {
+        if (m_options.apartLine != 0)
+        {
+            if (scenario.place.line == m_options.apartLine)
+            {
+                static_cast<void>(Once(scenario, 0, m_options.apartStatement));
+            }
+            continue;
+        }
         SetScreenshots(scenarios.size() > 1 ? FileName(scenario.title) : "");
         if (scenario.IsFor(VELLUMO_TARGET))
         {
@@ -165,8 +177,14 @@ std::vector<Difference> Runner::RunScenario(const Scenario& scenario)
     {
         return differences;
     }
-    const Whole whole{run->Before(), run->Now(), StoredBy(*run)};
+    const Whole whole{run->Before(), run->Now(), StoredBy(*run), run->GetStage().Network().Exchanges(),
+                      run->StatementsAfterReplies()};
     run.reset();
+    if (scenario.Find("sweep")->Has("programs"))
+    {
+        EndAfterEachReply(scenario, whole, differences);
+        return differences;
+    }
     return Sweep(scenario, whole);
 }
 
@@ -198,27 +216,65 @@ std::vector<Difference> Runner::Sweep(const Scenario& scenario, const Whole& who
             }
         }
     }
-    if (SweepsPatients(scenario))
+    constexpr bool isCheap = std::string_view(VELLUMO_TARGET) == "native"; // to make a process
+    if (isCheap && SweepsPatients(scenario))
     {
         KillAtEachStatement(scenario, whole, differences);
     }
     return differences;
 }
 
+int Runner::EndAt(const Scenario& scenario, std::size_t statement)
+{
+    const std::vector<std::string> words = {"--keep",
+                                            m_folder.Path().string(),
+                                            "--apart",
+                                            std::to_string(scenario.place.line),
+                                            std::to_string(statement),
+                                            scenario.place.file};
+    return DoApart(words, [&] { static_cast<void>(Once(scenario, 0, statement)); });
+}
+
+// The program ends after each reply of SISS, and is started again, which tells of the codes that it had.
+void Runner::EndAfterEachReply(const Scenario& scenario, const Whole& whole, std::vector<Difference>& differences)
+{
+    if (whole.statementsAfterReplies.size() != whole.exchanges.size())
+    {
+        differences.push_back({scenario.place, "there is no statement of the library after the last reply"});
+        return;
+    }
+    for (std::size_t replies = 1; replies <= whole.exchanges.size(); ++replies)
+    {
+        const auto when = "ended after reply " + std::to_string(replies) + ", ";
+        if (EndAt(scenario, whole.statementsAfterReplies[replies - 1]) != Run::died)
+        {
+            differences.push_back({scenario.place, when + "the process did not come to it"});
+            return;
+        }
+        Run again({}, m_folder.Practice(), {.screenshots = {}, .snapshots = true}, m_narrator);
+        static_cast<void>(again.GetStage().Provider().IsPersonaleStudio());
+        const Snapshot now = again.Now();
+        if (const auto lost = FindLostCode(whole.exchanges, replies, {whole.before, whole.after, now}))
+        {
+            differences.push_back({scenario.place, when + *lost});
+        }
+    }
+}
+
 void Runner::KillAtEachStatement(const Scenario& scenario, const Whole& whole, std::vector<Difference>& differences)
 {
     for (std::size_t dying = 1;; ++dying)
     {
-        const auto code = DoApart([&] { static_cast<void>(Once(scenario, 0, dying)); });
-        if (!code || *code == 0)
+        const int code = EndAt(scenario, dying);
+        if (code == 0)
         {
-            if (code && dying == 1)
+            if (dying == 1)
             {
                 differences.push_back({scenario.place, nothingFailed});
             }
             return;
         }
-        if (*code != Run::died)
+        if (code != Run::died)
         {
             differences.push_back({scenario.place, "the process did not come to statement " + std::to_string(dying)});
             return;

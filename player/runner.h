@@ -22,6 +22,7 @@ public:
     WorkFolder(const WorkFolder&) = delete;
     WorkFolder& operator=(const WorkFolder&) = delete;
 
+    [[nodiscard]] const std::filesystem::path& Path() const noexcept { return m_path; }
     [[nodiscard]] std::filesystem::path Model() const { return m_path / "model"; }
     [[nodiscard]] std::filesystem::path Practice() const { return m_path / "practice"; }
 
@@ -39,6 +40,8 @@ public:
         bool strict = false;               // every scenario's host is
         std::filesystem::path screenshots; // where to save them, of each of several scenarios in a folder; "" for none
         std::filesystem::path keep;        // where to keep the practice's files; "" for not at all
+        int apartLine = 0;                 // of the scenario that a process of its own plays, in the folder to keep
+        std::size_t apartStatement = 0;    // where that process ends
     };
     // What a run in which nothing was made to fail did to the database.
     struct Whole
@@ -46,6 +49,8 @@ public:
         Snapshot before;
         Snapshot after;
         std::vector<std::string> stored;
+        std::vector<siss::Exchange> exchanges;
+        std::vector<std::size_t> statementsAfterReplies;
     };
     Runner(Options options, std::ostream& out);
 
@@ -59,6 +64,9 @@ private:
                                             std::size_t dyingStatement = 0);
     std::vector<Difference> RunScenario(const Scenario& scenario);
     std::vector<Difference> Sweep(const Scenario& scenario, const Whole& whole);
+    // The exit code of the process that ended.
+    [[nodiscard]] int EndAt(const Scenario& scenario, std::size_t statement);
+    void EndAfterEachReply(const Scenario& scenario, const Whole& whole, std::vector<Difference>& differences);
     void KillAtEachStatement(const Scenario& scenario, const Whole& whole, std::vector<Difference>& differences);
     void SayDifferences(const std::string& title, const std::vector<Difference>& differences);
 

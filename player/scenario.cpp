@@ -116,6 +116,11 @@ const Group scenarioStatements = {
          "the same for an import of many: each patient must be as before, as before but revoked, or as after the "
          "whole. Natively the program also ends before each statement, in a process of its own",
          nothing},
+        {"", "sweep ended programs",
+         "the scenario is played again and again in a process of its own, which ends at the library's first statement "
+         "after each reply of SISS. Then the program is started again, and each code that SISS gave must be in the row "
+         "where the whole scenario leaves it, or in the host's journal",
+         nothing},
         {"", "tell TEXT…", "says it to whoever listens with `--tell`",
          [](Run& run, const Node& node) { run.Tell(node.Text("TEXT")); }},
     }};

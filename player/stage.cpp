@@ -21,6 +21,10 @@ bool Contains(const std::string& text, const std::string& part)
 // Folder by folder: the standard library for Windows cannot copy a tree.
 std::filesystem::path CopyOf(const std::filesystem::path& model, const std::filesystem::path& folder)
 {
+    if (model.empty())
+    {
+        return folder;
+    }
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     for (const auto& entry : std::filesystem::recursive_directory_iterator(model))

@@ -35,7 +35,8 @@ struct StatementFault
 class Stage
 {
 public:
-    // `model` is a practice as `Practice::Create` leaves it; a copy of it in `folder` is this stage's own.
+    // `model` is a practice as `Practice::Create` leaves it; a copy of it in `folder` is this stage's own. Without a
+    // model it is the practice that an earlier stage left there.
     Stage(const std::filesystem::path& model, const std::filesystem::path& folder, Operator& anOperator);
     ~Stage();
     Stage(const Stage&) = delete;

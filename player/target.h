@@ -8,8 +8,8 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
+#include <vector>
 
 namespace vellumo::player
 {
@@ -36,8 +36,11 @@ public:
 // (natively the settings file). Windows that wait for input go to `anOperator`.
 [[nodiscard]] std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::path& folder);
 
-// Does the work in a process of its own, which may end in the middle of it; returns its exit code. Empty where a
-// target cannot do that: then nothing has been done.
-[[nodiscard]] std::optional<int> DoApart(const std::function<void()>& work);
+// Does the work in a process of its own, which may end in the middle of it; returns its exit code. Where a process
+// cannot be doubled, this program is started anew with these words, which are to make it do the same.
+[[nodiscard]] int DoApart(const std::vector<std::string>& words, const std::function<void()>& work);
+
+// This process ends at once, as one does that the system ends: nothing is closed in an orderly way.
+[[noreturn]] void EndProcess(int code);
 
 } // namespace vellumo::player

@@ -187,7 +187,7 @@ void EndOfPhase::Store(PairedResult& pair) const
 
 Reason EndOfPhase::StoreConfirmed(const PairedResult& pair) const
 {
-    const auto row = m_rows.Find(*pair.prescription);
+    const auto row = m_rows.Find(pair.prescription->Id());
     if (!row)
     {
         return noRow;

@@ -2,6 +2,9 @@
 
 #include "host/fault.h"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <utility>
 
 namespace vellumo::prescription
@@ -14,14 +17,33 @@ std::string_view OrNone(std::string_view code)
     return code.empty() ? "nessuno" : code;
 }
 
-std::string TextOf(const Codes& codes)
+struct KindName
 {
-    std::string text = codes.iup.empty() ? "" : "IUP " + codes.iup;
-    if (!codes.protocollo.empty())
-    {
-        text.append(text.empty() ? "" : ", ").append("protocollo ").append(codes.protocollo);
-    }
-    return text;
+    std::int32_t kind;
+    std::string_view name;
+};
+constexpr std::array<KindName, 2> kindNames = {{{host::kindDrugs, "farmaci "}, {host::kindTests, "accertamenti "}}};
+
+constexpr std::string_view prescriptionWord = "Ricetta ";
+constexpr std::string_view numberWord = ", numero ";
+constexpr std::string_view iupWord = "IUP ";
+constexpr std::string_view protocolWord = "protocollo ";
+constexpr std::string_view separator = ", ";
+
+bool Skip(std::string_view& text, std::string_view word)
+{
+    const bool found = text.starts_with(word);
+    text.remove_prefix(found ? word.size() : 0);
+    return found;
+}
+
+// Takes the number that the text begins with.
+std::optional<std::int32_t> TakeNumber(std::string_view& text)
+{
+    std::int32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    return error == std::errc() ? std::optional(number) : std::nullopt;
 }
 
 std::string Line(std::string_view subject, std::initializer_list<std::string_view> parts)
@@ -39,10 +61,54 @@ std::string Line(std::string_view subject, std::initializer_list<std::string_vie
 
 std::string PrescriptionId::Name() const
 {
-    std::string name = "Ricetta ";
-    name += kind == host::kindDrugs ? "farmaci " : kind == host::kindTests ? "accertamenti " : "";
+    std::string name(prescriptionWord);
+    if (const auto* const found = std::ranges::find(kindNames, kind, &KindName::kind); found != kindNames.end())
+    {
+        name += found->name;
+    }
     name += std::to_string(key.IDRicetta);
-    return key.NumRicetta == 0 ? name : name + ", numero " + std::to_string(key.NumRicetta);
+    return key.NumRicetta == 0 ? name : name.append(numberWord).append(std::to_string(key.NumRicetta));
+}
+
+std::optional<PrescriptionId> PrescriptionId::FromName(std::string_view name)
+{
+    if (!Skip(name, prescriptionWord))
+    {
+        return std::nullopt;
+    }
+    const auto* const kind =
+        std::ranges::find_if(kindNames, [&](const KindName& candidate) { return Skip(name, candidate.name); });
+    const auto form = TakeNumber(name);
+    const auto number = Skip(name, numberWord) ? TakeNumber(name) : 0;
+    return kind != kindNames.end() && form && number && name.empty()
+               ? std::optional(PrescriptionId{kind->kind, {*form, *number}})
+               : std::nullopt;
+}
+
+std::string Codes::Text() const
+{
+    std::string text = iup.empty() ? "" : std::string(iupWord) + iup;
+    if (!protocollo.empty())
+    {
+        text.append(text.empty() ? "" : separator).append(protocolWord).append(protocollo);
+    }
+    return text;
+}
+
+Codes Codes::FromText(std::string_view text)
+{
+    Codes codes;
+    if (Skip(text, iupWord))
+    {
+        codes.iup = text.substr(0, text.find(separator));
+        text.remove_prefix(codes.iup.size());
+        Skip(text, separator);
+    }
+    if (Skip(text, protocolWord))
+    {
+        codes.protocollo = text;
+    }
+    return codes;
 }
 
 void Settle(OpenCode& code) noexcept
@@ -63,7 +129,7 @@ OpenCode Journal::Keep(std::string_view subject, const Codes& codes, std::int32_
     return host::Trap(OpenCode(),
                       [&]
                       {
-                          const std::string text = TextOf(codes);
+                          const std::string text = codes.Text();
                           return text.empty() ? nullptr
                                               : m_context.traces.Keep(
                                                     {m_context.services.studio, user, std::string(subject), text});
@@ -76,7 +142,7 @@ void Journal::NotSaved(const PrescriptionId& id, const Codes& codes, std::string
     Tell({&open},
          [&]
          {
-             const std::string text = TextOf(codes);
+             const std::string text = codes.Text();
              return Line(id.Name(), {text.empty() ? "esito del SISS non salvato" : "codici del SISS non salvati (",
                                      text, text.empty() ? ". " : "). ", reason});
          });
@@ -117,8 +183,8 @@ void Journal::LeftOver(std::string_view subject, const Codes& codes, OpenCode& o
     Tell({&open},
          [&]
          {
-             return Line(subject, {"esito finale senza una ricetta in cui salvarlo (", TextOf(codes),
-                                   "). Verificare sul SISS."});
+             return Line(subject,
+                         {"esito finale senza una ricetta in cui salvarlo (", codes.Text(), "). Verificare sul SISS."});
          });
 }
 

@@ -14,6 +14,7 @@
 #include <exception>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,8 @@ struct PrescriptionId
 
     // As lines name it: "Ricetta farmaci 101, numero 1".
     [[nodiscard]] std::string Name() const;
+    // Of such a name; empty for any other text.
+    [[nodiscard]] static std::optional<PrescriptionId> FromName(std::string_view name);
 };
 
 // What SISS gave for one prescription; "" for what it did not give.
@@ -35,6 +38,10 @@ struct Codes
 {
     std::string iup;
     std::string protocollo;
+
+    // As lines name them: "IUP 0300…, protocollo 0300…"; "" for none.
+    [[nodiscard]] std::string Text() const;
+    [[nodiscard]] static Codes FromText(std::string_view text);
 };
 
 // A code in the folder of traces; null when it is settled, or could not be written there.

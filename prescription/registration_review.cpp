@@ -129,7 +129,7 @@ Reason RegistrationReview::Store(SentPrescription& prescription, ui::FormRicetta
     const bool cancelsRefused = decision == Decision::CancelRefused;
     const bool cancelled = cancelsRefused && prescription.response->Failed();
     prescription.record->Set(ricetta::annullata, cancelled);
-    const auto row = m_rows.Find(prescription);
+    const auto row = m_rows.Find(prescription.Id());
     if (!row)
     {
         return noRow;

@@ -4,23 +4,21 @@
 
 namespace vellumo::prescription
 {
-namespace
-{
 
-// "" also for one that cannot be read: that must not keep the new one from being stored.
-std::string CodeIn(const host::Record& row)
+std::unique_ptr<host::Record> RicettaRows::Find(const PrescriptionId& id) const
 {
-    auto code = host::Trap(std::string(), [&] { return row.Get("CodiceIUP").ToText(); });
-    code.erase(code.find_last_not_of(' ') + 1); // a column of fixed width pads
-    return code;
+    return m_context.prescriptions.CreatePrescriptionData(id.kind, m_context.services)->Find(id.key);
 }
 
-} // namespace
-
-std::unique_ptr<host::Record> RicettaRows::Find(const SentPrescription& prescription) const
+Codes RicettaRows::CodesIn(const host::Record& row)
 {
-    return m_context.prescriptions.CreatePrescriptionData(prescription.kind, m_context.services)
-        ->Find(prescription.record->Key());
+    const auto read = [&](std::string_view column)
+    {
+        auto code = host::Trap(std::string(), [&] { return row.Get(column).ToText(); });
+        code.erase(code.find_last_not_of(' ') + 1); // a column of fixed width pads
+        return code;
+    };
+    return {read("CodiceIUP"), read("NumeroProtocollo")};
 }
 
 Reason RicettaRows::Save(host::Record& row)
@@ -30,7 +28,7 @@ Reason RicettaRows::Save(host::Record& row)
 
 Reason RicettaRows::SaveWithCode(host::Record& row, const SentPrescription& prescription, const std::string& iup) const
 {
-    const std::string old = CodeIn(row);
+    const std::string old = CodesIn(row).iup;
     const bool replaces = !old.empty() && old != iup && old != prescription.GivenIup();
     row.Set("CodiceIUP", iup);
     OpenCode openOld = replaces ? m_journal.Keep(prescription.Id().Name(), {old, ""}, m_journal.User()) : nullptr;

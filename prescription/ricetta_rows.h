@@ -29,7 +29,9 @@ public:
     }
 
     // Null when the host has no such row.
-    [[nodiscard]] std::unique_ptr<host::Record> Find(const SentPrescription& prescription) const;
+    [[nodiscard]] std::unique_ptr<host::Record> Find(const PrescriptionId& id) const;
+    // "" also for what cannot be read: that must not keep the new ones from being stored.
+    [[nodiscard]] static Codes CodesIn(const host::Record& row);
 
     [[nodiscard]] static Reason Save(host::Record& row);
     // Saves the row with the code `iup`. A code that the row had from another registration is known to SISS still: it

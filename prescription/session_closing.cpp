@@ -4,6 +4,7 @@
 #include "prescription/journal.h"
 #include "prescription/registration_review.h"
 
+#include <algorithm>
 #include <string>
 
 namespace vellumo::prescription
@@ -34,6 +35,13 @@ void KeepCodes(std::vector<SentPrescription>& sent, const Journal& journal)
     }
 }
 
+// A prescription that was sent twice has one row, which shows the code of one of them.
+bool HasOwnRow(const SentPrescription& prescription, const std::vector<SentPrescription>& sent)
+{
+    const std::string name = prescription.Id().Name();
+    return std::ranges::count_if(sent, [&](const SentPrescription& other) { return other.Id().Name() == name; }) == 1;
+}
+
 void SettleUnconfirmed(std::vector<SentPrescription>& sent, const Journal& journal)
 {
     for (auto& prescription : sent)
@@ -44,7 +52,7 @@ void SettleUnconfirmed(std::vector<SentPrescription>& sent, const Journal& journ
             continue;
         }
         journal.NotConfirmed(prescription.Id(), iup, prescription.response->OpenCode);
-        if (prescription.stored)
+        if (prescription.stored && HasOwnRow(prescription, sent))
         {
             Settle(prescription.response->OpenCode);
         }

@@ -7,6 +7,7 @@
 #include "host/fault.h"
 #include "patient/identification.h"
 #include "patient/patient_list_import.h"
+#include "prescription/left_codes.h"
 #include "prescription/prescription_check.h"
 #include "prescription/registration.h"
 #include "prescription/session_closing.h"
@@ -131,14 +132,8 @@ private:
         if (!m_toldLeftCodes && m_services.utils && m_services.connection)
         {
             m_toldLeftCodes = true;
-            m_traces->Recover(m_services.studio,
-                              [&](const host::LeftCode& code)
-                              {
-                                  return m_journal.WriteToCheck(
-                                      code.subject + ": " + code.code + ", ricevuto dal SISS il " + code.time +
-                                      " sulla postazione " + code.machine + " (utente " + std::to_string(code.user) +
-                                      "), non salvato prima della chiusura del programma.");
-                              });
+            m_traces->Recover(m_services.studio, [&](const host::LeftCode& code)
+                              { return prescription::LeftCodes(m_context).Tell(code); });
         }
     }
 

@@ -22,7 +22,12 @@ constexpr std::string_view folderLine =
 
 std::string OneLine(std::string_view text)
 {
-    const std::string beginning = host::FirstCharacters(text, mostCharacters);
+    std::string beginning = host::FirstCharacters(text, mostCharacters);
+    const bool isCut = beginning.size() < text.size();
+    if (isCut)
+    {
+        beginning = host::FirstCharacters(beginning, mostCharacters - 1);
+    }
     std::string line;
     for (const char character : beginning)
     {
@@ -32,7 +37,7 @@ std::string OneLine(std::string_view text)
             line += breaks ? ' ' : character;
         }
     }
-    return beginning.size() < text.size() ? line + "…" : line;
+    return isCut ? line + "…" : line;
 }
 
 struct Quotation

@@ -28,7 +28,8 @@ public:
         ToCheck
     };
 
-    // True when the host's journal has the line. It is cut at 2,000 characters; line breaks become blanks.
+    // True when the host's journal has the line. Of a longer one the first 1,999 characters
+    // and "…" are written; line breaks become blanks.
     bool Write(Urgency urgency, std::string_view line) noexcept; // NOLINT(modernize-use-nodiscard): few can do more
     bool Write(std::string_view line) noexcept { return Write(Urgency::Note, line); } // NOLINT(modernize-use-nodiscard)
     bool WriteToCheck(std::string_view line) noexcept

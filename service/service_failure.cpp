@@ -20,7 +20,7 @@ std::string Describe(const ServiceException& detail)
 void ReportServiceFailure(const ServiceResponse& response, Journal& journal, ui::Desktop& desktop)
 {
     const ServiceException* main = response.FailedResult.get();
-    if (main != nullptr)
+    if (main != nullptr && !response.IsTold)
     {
         journal.Write("(" + main->Code + ") " + main->Message);
     }

@@ -20,6 +20,7 @@ public:
     std::string ServiceResult;                // text of `esitoServizio`
     std::string Output;                       // the whole reply as received
     bool IsXml = true;                        // False: `Output` is any other text, or empty
+    bool IsTold = false;                      // a line tells already why it failed
     std::shared_ptr<host::KeptObject> Object; // of the operation that sent the request
     xml::Node Data;                           // the service's own result, empty when the reply has none
     xml::Node Body;                           // of the envelope that `Data` comes from

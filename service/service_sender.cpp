@@ -68,6 +68,10 @@ void ServiceSender::OnWaitActivate(ui::FormWait& window, const std::any& paramet
         {
             TellDefect(call, response.get());
         }
+        if (response && !response->IsXml)
+        {
+            response->IsTold = true;
+        }
     }
     catch (const std::bad_alloc&)
     {

@@ -49,7 +49,7 @@ std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::
     return std::make_unique<NativeTarget>(anOperator, folder);
 }
 
-std::optional<int> DoApart(const std::function<void()>& work)
+int DoApart(const std::vector<std::string>&, const std::function<void()>& work)
 {
     const pid_t child = fork();
     if (child == 0)
@@ -70,6 +70,11 @@ std::optional<int> DoApart(const std::function<void()>& work)
         throw host::Fault("a process of its own could not be made");
     }
     return WIFEXITED(status) ? WEXITSTATUS(status) : 1;
+}
+
+void EndProcess(int code)
+{
+    std::_Exit(code);
 }
 
 } // namespace vellumo::player

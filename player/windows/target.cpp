@@ -1,6 +1,8 @@
 // The Windows targets: the registered DLL reached through COM, its windows on a real screen, the registry.
 #include "player/target.h"
 
+#include "host/fault.h"
+#include "platform/windows/system/text.h"
 #include "player/windows/robot.h"
 #include "player/windows/screen_picture.h"
 #include "simulator/norda/windows/com_provider.h"
@@ -8,6 +10,9 @@
 #include <windows.h>
 // After windows.h.
 #include <objbase.h>
+
+#include <array>
+#include <cstdlib>
 
 namespace vellumo::player
 {
@@ -70,9 +75,34 @@ std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::
     return std::make_unique<WindowsTarget>(anOperator);
 }
 
-std::optional<int> DoApart(const std::function<void()>&)
+int DoApart(const std::vector<std::string>& words, const std::function<void()>&)
 {
-    return std::nullopt;
+    std::array<wchar_t, 32768> program{};
+    GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size()));
+    std::wstring line = L"\"" + std::wstring(program.data()) + L"\"";
+    for (const auto& word : words)
+    {
+        line += L" \"" + windows::ToWide(word) + L"\"";
+    }
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process) == FALSE)
+    {
+        throw host::Fault("a process of its own could not be made");
+    }
+    WaitForSingleObject(process.hProcess, INFINITE);
+    DWORD code = 0;
+    GetExitCodeProcess(process.hProcess, &code);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return static_cast<int>(code);
+}
+
+void EndProcess(int code)
+{
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
+    std::abort(); // it has ended
 }
 
 } // namespace vellumo::player

@@ -34,15 +34,15 @@ Table TableOf(host::RecordKind kind)
 }
 
 // One row: all its columns as they were read, and which of them have been set since.
-class HostRecord final : public host::Record
+class HostRecord final : public SavingRecord
 {
 public:
     HostRecord(Table table, std::shared_ptr<Database> database, std::vector<host::ColumnValue> initial,
-               std::shared_ptr<int> refusals)
+               std::shared_ptr<SaveHabit> habit)
         : m_table(table)
         , m_database(std::move(database))
         , m_initial(std::move(initial))
-        , m_refusals(std::move(refusals))
+        , m_habit(std::move(habit))
     {
     }
 
@@ -79,10 +79,13 @@ public:
 
     [[nodiscard]] bool Save() override
     {
-        if (m_refusals)
+        if (m_habit)
         {
-            ++*m_refusals;
-            return false;
+            ++m_habit->met;
+            if (m_habit->refuses)
+            {
+                return false;
+            }
         }
         std::vector<host::ColumnValue> changed;
         for (const auto& field : m_fields)
@@ -105,6 +108,7 @@ public:
     }
 
     [[nodiscard]] std::int32_t Id() const override { return m_key.ToInteger(); }
+    [[nodiscard]] bool SavesWithoutResult() const noexcept override { return m_habit && !m_habit->refuses; }
 
 private:
     struct Field
@@ -145,7 +149,7 @@ private:
     Table m_table;
     std::shared_ptr<Database> m_database;
     std::vector<host::ColumnValue> m_initial;
-    std::shared_ptr<int> m_refusals;
+    std::shared_ptr<SaveHabit> m_habit;
     std::vector<Field> m_fields;
     host::Value m_key;
 };
@@ -188,10 +192,10 @@ std::shared_ptr<Database> DatabaseOf(const host::HostServices& services)
 }
 
 std::unique_ptr<host::Record> MakeRow(const char* table, const char* key, std::shared_ptr<Database> database,
-                                      std::shared_ptr<int> refusals)
+                                      std::shared_ptr<SaveHabit> habit)
 {
     return std::make_unique<HostRecord>(Table{table, key}, std::move(database), std::vector<host::ColumnValue>(),
-                                        std::move(refusals));
+                                        std::move(habit));
 }
 
 std::unique_ptr<host::Record> HostObjects::CreateRecord(host::RecordKind kind, const host::HostServices& services)
@@ -201,16 +205,16 @@ std::unique_ptr<host::Record> HostObjects::CreateRecord(host::RecordKind kind, c
     {
         initial = {{"IDStudio", services.studio}, {"Deceduto", false}, {"Revocato", false}};
     }
-    const auto refused = m_refused.find(kind);
+    const auto habit = m_habits.find(kind);
     return std::make_unique<HostRecord>(TableOf(kind), DatabaseOf(services), std::move(initial),
-                                        refused == m_refused.end() ? nullptr : refused->second);
+                                        habit == m_habits.end() ? nullptr : habit->second);
 }
 
 std::shared_ptr<host::Record> HostObjects::LoadCertificate(std::shared_ptr<Database> database, std::int32_t id) const
 {
     auto certificate =
         std::make_shared<HostRecord>(Table{"CertificatoMalattia", "IDCertificatoMalattia"}, std::move(database),
-                                     std::vector<host::ColumnValue>(), m_refusedCertificates);
+                                     std::vector<host::ColumnValue>(), m_certificateHabit);
     if (!certificate->Load(id))
     {
         throw host::Fault("Il certificato " + std::to_string(id) + " non esiste.");

@@ -8,9 +8,25 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <utility>
 
 namespace vellumo::norda
 {
+
+// How records save, when not as they should.
+struct SaveHabit
+{
+    bool refuses = false; // False, and nothing stored, as when one of the host's own rules forbids it; otherwise they
+                          // store, and `Save` is a procedure without a result
+    int met = 0;          // how often it was asked for
+};
+
+// What the library is not shown natively, where `Save` always has a result.
+class SavingRecord : public host::Record
+{
+public:
+    [[nodiscard]] virtual bool SavesWithoutResult() const noexcept = 0;
+};
 
 class HostObjects final : public host::HostObjects
 {
@@ -23,21 +39,19 @@ public:
     [[nodiscard]] std::shared_ptr<host::Record> LoadCertificate(std::shared_ptr<Database> database,
                                                                 std::int32_t id) const;
 
-    // From now on records of this kind return False from `Save` and store nothing, as when one of the host's own rules
-    // forbids it. Returns what counts how often they did.
-    std::shared_ptr<const int> RefuseSaves(host::RecordKind kind) { return m_refused[kind] = std::make_shared<int>(); }
-    std::shared_ptr<const int> RefuseCertificateSaves() { return m_refusedCertificates = std::make_shared<int>(); }
+    // From now on records of this kind save like that.
+    void SetHabit(host::RecordKind kind, std::shared_ptr<SaveHabit> habit) { m_habits[kind] = std::move(habit); }
+    void SetCertificateHabit(std::shared_ptr<SaveHabit> habit) { m_certificateHabit = std::move(habit); }
 
 private:
-    std::map<host::RecordKind, std::shared_ptr<int>> m_refused;
-    std::shared_ptr<int> m_refusedCertificates; // null: they are saved
+    std::map<host::RecordKind, std::shared_ptr<SaveHabit>> m_habits;
+    std::shared_ptr<SaveHabit> m_certificateHabit; // null: as they should
 };
 
 // The host's connection as its own classes use it; faults when the library handed none over.
 [[nodiscard]] std::shared_ptr<Database> DatabaseOf(const host::HostServices& services);
-// A record over any table with a single key column. `table` and `key` are not copied. With `refusals` it is never
-// saved, which they count.
-[[nodiscard]] std::unique_ptr<host::Record> MakeRow(const char* table, const char* key,
-                                                    std::shared_ptr<Database> database, std::shared_ptr<int> refusals);
+// A record over any table with a single key column. `table` and `key` are not copied; `habit` may be null.
+[[nodiscard]] std::unique_ptr<host::Record>
+MakeRow(const char* table, const char* key, std::shared_ptr<Database> database, std::shared_ptr<SaveHabit> habit);
 
 } // namespace vellumo::norda

@@ -2,6 +2,7 @@
 
 #include "host/fault.h"
 #include "host/text.h"
+#include "simulator/norda/database_fault.h"
 
 #include <algorithm>
 #include <array>
@@ -13,9 +14,6 @@ namespace vellumo::norda::odbc
 
 namespace
 {
-
-// What ADO reports for an error of the database.
-constexpr auto databaseError = static_cast<std::int32_t>(0x80040E14U);
 
 // The whole text of a column, part by part; empty for NULL.
 template <class Character>
@@ -98,7 +96,7 @@ host::Value ReadDate(const Statement& statement, SQLUSMALLINT column)
     const auto date = host::Date::FromCalendar(day.year, day.month, day.day, day.hour, day.minute, day.second);
     if (!date)
     {
-        throw host::Fault("La data letta dal database non esiste.", databaseError);
+        throw DatabaseFault("La data letta dal database non esiste.");
     }
     return *date;
 }
@@ -148,7 +146,7 @@ void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle, Interface
     if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA)
     {
         const auto message = Message(handleType, handle, texts);
-        throw host::Fault(message.empty() ? "Errore del database." : message, databaseError);
+        throw DatabaseFault(message.empty() ? "Errore del database." : message);
     }
 }
 

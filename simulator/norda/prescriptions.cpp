@@ -14,10 +14,10 @@ namespace
 class PrescriptionData final : public host::PrescriptionData
 {
 public:
-    PrescriptionData(std::int32_t kind, std::shared_ptr<Database> database, std::shared_ptr<int> refusals)
+    PrescriptionData(std::int32_t kind, std::shared_ptr<Database> database, std::shared_ptr<SaveHabit> habit)
         : m_kind(kind)
         , m_database(std::move(database))
-        , m_refusals(std::move(refusals))
+        , m_habit(std::move(habit))
     {
     }
 
@@ -42,7 +42,7 @@ public:
         {
             return nullptr;
         }
-        auto row = MakeRow("RicettaSSN", "IDRicettaSSN", m_database, m_refusals);
+        auto row = MakeRow("RicettaSSN", "IDRicettaSSN", m_database, m_habit);
         return row->Load(id.ToInteger()) ? std::move(row) : nullptr;
     }
 
@@ -63,7 +63,7 @@ private:
 
     std::int32_t m_kind;
     std::shared_ptr<Database> m_database;
-    std::shared_ptr<int> m_refusals;
+    std::shared_ptr<SaveHabit> m_habit;
 };
 
 } // namespace
@@ -96,7 +96,7 @@ std::shared_ptr<host::KeptObject> PrescriptionSession::Response(std::int32_t kin
 std::unique_ptr<host::PrescriptionData> PrescriptionObjects::CreatePrescriptionData(std::int32_t kind,
                                                                                     const host::HostServices& services)
 {
-    return std::make_unique<PrescriptionData>(kind, DatabaseOf(services), m_refusals);
+    return std::make_unique<PrescriptionData>(kind, DatabaseOf(services), m_habit);
 }
 
 } // namespace vellumo::norda

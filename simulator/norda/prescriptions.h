@@ -2,10 +2,11 @@
 #pragma once
 
 #include "host/prescriptions.h"
-#include "simulator/norda/database.h"
+#include "simulator/norda/host_records.h"
 
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace vellumo::norda
@@ -48,12 +49,11 @@ public:
     [[nodiscard]] std::unique_ptr<host::PrescriptionData>
     CreatePrescriptionData(std::int32_t kind, const host::HostServices& services) override;
 
-    // From now on rows of RicettaSSN return False from `Save` and store nothing. Returns what counts how often they
-    // did.
-    std::shared_ptr<const int> RefuseSaves() { return m_refusals = std::make_shared<int>(); }
+    // From now on rows of RicettaSSN save like that.
+    void SetHabit(std::shared_ptr<SaveHabit> habit) { m_habit = std::move(habit); }
 
 private:
-    std::shared_ptr<int> m_refusals; // null: they are saved
+    std::shared_ptr<SaveHabit> m_habit; // null: as they should
 };
 
 } // namespace vellumo::norda

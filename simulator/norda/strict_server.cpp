@@ -3,6 +3,7 @@
 #include "host/fault.h"
 #include "host/text.h"
 #include "simulator/norda/database.h"
+#include "simulator/norda/database_fault.h"
 
 #include <array>
 #include <set>
@@ -16,7 +17,6 @@ namespace
 {
 
 constexpr auto unspecified = static_cast<std::int32_t>(0x80004005U);
-constexpr auto databaseError = static_cast<std::int32_t>(0x80040E14U);
 constexpr auto objectClosed = static_cast<std::int32_t>(0x800A0E78U);
 
 class ClosedRecordset final : public host::Recordset
@@ -183,25 +183,27 @@ host::Fault FaultOf(ServerFault fault, const std::string& text)
     switch (fault)
     {
     case ServerFault::Deadlock:
-        return host::Fault("Transaction (Process ID 51) was deadlocked on lock resources with another process and has "
-                           "been chosen as the deadlock victim. Rerun the transaction.",
-                           unspecified);
+        return DatabaseFault(
+            "Transaction (Process ID 51) was deadlocked on lock resources with another process and has "
+            "been chosen as the deadlock victim. Rerun the transaction.",
+            unspecified);
     case ServerFault::Doomed:
-        return host::Fault("Conversion failed when converting date and/or time from character string.", databaseError);
+        return DatabaseFault("Conversion failed when converting date and/or time from character string.",
+                             databaseError);
     case ServerFault::Timeout:
-        return host::Fault("Query timeout expired", timeoutExpired);
+        return DatabaseFault("Query timeout expired", timeoutExpired);
     case ServerFault::Lost:
-        return host::Fault("[DBNETLIB][ConnectionWrite (send()).]General network error. Check your network "
-                           "documentation.",
-                           unspecified);
+        return DatabaseFault("[DBNETLIB][ConnectionWrite (send()).]General network error. Check your network "
+                             "documentation.",
+                             unspecified);
     case ServerFault::Reported:
-        return host::Fault("[DBNETLIB][ConnectionRead (recv()).]General network error. Check your network "
-                           "documentation.",
-                           unspecified);
+        return DatabaseFault("[DBNETLIB][ConnectionRead (recv()).]General network error. Check your network "
+                             "documentation.",
+                             unspecified);
     case ServerFault::Plain:
         break;
     }
-    return host::Fault(text);
+    return DatabaseFault(text);
 }
 
 void StrictServer::BeforeStatement(bool inTransaction)

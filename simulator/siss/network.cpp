@@ -14,6 +14,9 @@ namespace
 // A plain text, which is how the bridge reports what went wrong before the network was reached.
 constexpr auto noSession = "ERRORE: nessuna sessione SISS attiva su questa postazione.";
 
+// What COM reports for an error that the bridge raises.
+constexpr auto bridgeError = static_cast<std::int32_t>(0x80004005U);
+
 constexpr std::string_view prescribingServices = "m:GSSC.";
 
 // Whether the service does its work, whatever becomes of the reply.
@@ -59,7 +62,7 @@ std::string Network::CallSebMethod(const std::string& requestXml)
     std::this_thread::sleep_for(std::chrono::milliseconds(behaviour.delayMilliseconds));
     if (const auto* const raise = std::get_if<Raise>(&behaviour.reply))
     {
-        throw host::Fault(raise->message);
+        throw host::Fault(raise->message, bridgeError, "Winbridge4seb.Bean.1");
     }
     const auto envelope = ReadXml(requestXml);
     const auto* const body = envelope.Find("SOAP-ENV:Body");

@@ -100,6 +100,21 @@ void JudgeSettled(World& world, const host::OpenCode& code)
     }
 }
 
+bool IsConfirmed(const World& world, std::string_view subject, std::string_view code)
+{
+    for (std::size_t i = 0; i < world.plan.prescriptions.size(); ++i)
+    {
+        const StoredRow& row = world.outside.rows.at(i);
+        const std::string iup(WithoutPadding(row.code.View()));
+        if (SubjectOf(world, static_cast<int>(i)) == subject && !world.plan.prescriptions[i].rowGoes && !iup.empty() &&
+            !row.protocol.IsEmpty() && (code == "IUP " + iup || code.starts_with("IUP " + iup + ",")))
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
 void JudgeCodes(World& world, bool started)
 {
     Outside& outside = world.outside;

@@ -9,6 +9,9 @@ namespace vellumo::life
 // A code that the folder of traces is no longer to keep must be in its row or in the journal.
 void JudgeSettled(World& world, const host::OpenCode& code);
 
+// The row of that prescription has the code ("IUP …") and the number that confirms it, so that no line need tell of it.
+[[nodiscard]] bool IsConfirmed(const World& world, std::string_view subject, std::string_view code);
+
 // After a close in which nothing failed: what the reply and its order say for sure is stored, nothing else is.
 void JudgeRound(World& world, const Closing& closing);
 

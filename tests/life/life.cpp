@@ -238,8 +238,9 @@ void ReadTraces(const fs::path& folder, Outside& outside)
 }
 
 // The lines of the codes that were left when nothing failed any more.
-void JudgeRecovered(const std::string& left, Outside& outside)
+void JudgeRecovered(const std::string& left, World& world)
 {
+    Outside& outside = world.outside;
     std::istringstream lines(left);
     for (std::string line; std::getline(lines, line);)
     {
@@ -251,7 +252,7 @@ void JudgeRecovered(const std::string& left, Outside& outside)
             std::getline(fields, subject, '\t');
         }
         std::getline(fields, code, '\r');
-        if (!outside.journal.Tell(code, subject))
+        if (!outside.journal.Tell(code, subject) && !IsConfirmed(world, subject, code))
         {
             code.append(" of \"").append(subject).append("\" was left in the folder and is not in the journal");
             outside.Violated(code);
@@ -295,7 +296,7 @@ void PlayWithDeath(const Plan& plan, Outside& outside, const Programs& programs)
     StartAgain(world);
     ReadTraces(traces, outside);
     JudgeCodes(world, true);
-    JudgeRecovered(left, outside);
+    JudgeRecovered(left, world);
     fs::remove_all(traces);
 }
 

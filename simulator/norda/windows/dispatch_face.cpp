@@ -20,12 +20,12 @@ constexpr IID iidFace{0x57a3fe11, 0x3a13, 0x43dc, {0x97, 0xad, 0x70, 0x6b, 0x65,
 
 long living = 0;
 
-HRESULT Raise(const wchar_t* source, const std::string& description, HRESULT number, EXCEPINFO* exception)
+HRESULT Raise(const std::string& source, const std::string& description, HRESULT number, EXCEPINFO* exception)
 {
     if (exception)
     {
         *exception = {};
-        exception->bstrSource = Bstr(std::wstring_view(source)).Detach();
+        exception->bstrSource = Bstr(source).Detach();
         exception->bstrDescription = description.empty() ? nullptr : Bstr(description).Detach();
         exception->scode = FAILED(number) ? number : E_FAIL;
     }
@@ -170,11 +170,12 @@ HRESULT DispatchFace::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS
     }
     catch (const host::Fault& fault)
     {
-        return Raise(m_name, fault.Description(), fault.Number(), exception);
+        return Raise(fault.Source().empty() ? windows::FromWide(m_name) : fault.Source(), fault.Description(),
+                     fault.Number(), exception);
     }
     catch (const std::exception& failure)
     {
-        return Raise(m_name, failure.what(), E_UNEXPECTED, exception);
+        return Raise(windows::FromWide(m_name), failure.what(), E_UNEXPECTED, exception);
     }
 }
 

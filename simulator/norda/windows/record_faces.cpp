@@ -3,6 +3,7 @@
 #include "host/fault.h"
 #include "host/host_services.h"
 #include "platform/windows/adapters/host_names.h"
+#include "simulator/norda/host_records.h"
 #include "simulator/norda/windows/host_face.h"
 #include "simulator/norda/windows/recordset_face.h"
 
@@ -88,7 +89,9 @@ public:
                   [this](const Arguments&)
                   {
                       const bool saved = Record().Save();
-                      return saved && IsStrict() ? Variant() : Variant(host::Value(saved));
+                      const auto* const record = dynamic_cast<const SavingRecord*>(&Record());
+                      const bool isProcedure = IsStrict() || (record != nullptr && record->SavesWithoutResult());
+                      return saved && isProcedure ? Variant() : Variant(host::Value(saved));
                   });
         AddMember(names::record::id, [this](const Arguments&) { return Variant(host::Value(Record().Id())); });
     }

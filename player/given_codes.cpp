@@ -1,0 +1,84 @@
+#include "player/given_codes.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+#include <string_view>
+#include <utility>
+
+namespace vellumo::player
+{
+namespace
+{
+
+using Rows = std::set<std::pair<std::string, int>>; // table and key
+
+void AddCodes(const std::string& reply, std::vector<std::string>& codes)
+{
+    for (const std::string_view element : {"<identificativoUnivoco>", "<protocolloINPS>"})
+    {
+        for (auto at = reply.find(element); at != std::string::npos; at = reply.find(element, at + 1))
+        {
+            const auto begin = at + element.size();
+            codes.push_back(reply.substr(begin, reply.find('<', begin) - begin));
+        }
+    }
+}
+
+// That have got the code since.
+Rows RowsWith(const std::string& code, const Snapshot& snapshot, const Rows& before = {})
+{
+    Rows rows;
+    for (const auto& [table, texts] : snapshot)
+    {
+        for (const auto& [key, row] : texts.rows)
+        {
+            const bool has = table != journalTable &&
+                             std::ranges::any_of(row, [&](const auto& cell) { return cell.second == code; });
+            if (has && !before.contains({table, key}))
+            {
+                rows.emplace(table, key);
+            }
+        }
+    }
+    return rows;
+}
+
+bool InJournal(const std::string& code, const Snapshot& snapshot)
+{
+    return std::ranges::any_of(snapshot.at(std::string(journalTable)).rows,
+                               [&](const auto& row) { return row.second.at("Riga").find(code) != std::string::npos; });
+}
+
+} // namespace
+
+std::optional<std::string> FindLostCode(const std::vector<siss::Exchange>& exchanges, std::size_t replies,
+                                        const Snapshots& snapshots)
+{
+    std::vector<std::string> codes;
+    for (std::size_t i = 0; i < replies; ++i)
+    {
+        AddCodes(exchanges.at(i).reply, codes);
+    }
+    if (codes.empty() && replies == exchanges.size())
+    {
+        return "SISS gives no code in this scenario";
+    }
+    for (const auto& code : codes)
+    {
+        const Rows before = RowsWith(code, snapshots.before);
+        const Rows expected = RowsWith(code, snapshots.after, before);
+        const Rows seen = RowsWith(code, snapshots.now, before);
+        if (!std::ranges::includes(expected, seen))
+        {
+            return code + " is in the row of another";
+        }
+        if (seen.empty() && !InJournal(code, snapshots.now))
+        {
+            return code + " is neither in its row nor in the journal";
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace vellumo::player

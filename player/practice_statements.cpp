@@ -126,6 +126,17 @@ void SetSaveHabit(Run& run, const Node& node)
     run.MustHaveEffect(node, "nothing of the kind was to be saved", [habit] { return habit->met != 0; });
 }
 
+void LimitSession(Run& run, const Node& node)
+{
+    if (!run.Session())
+    {
+        throw Differs("no session is open");
+    }
+    const auto count = static_cast<std::size_t>(node.Number("N"));
+    const auto met = node.Has("keeps") ? run.Session()->KeepAtMost(count) : run.Session()->GiveAtMost(count);
+    run.MustHaveEffect(node, "no more were asked of it", [met] { return *met; });
+}
+
 void FailStatement(Run& run, const Node& node)
 {
     constexpr std::array<std::pair<const char*, norda::ServerFault>, 5> kinds = {{
@@ -162,6 +173,8 @@ const Group practiceStatements = {
          [](Run& run, const Node& node) { run.GetStage().Withhold(node.choice); }},
         {"", "host answers 0 without a row", "its look-ups do, instead of Null",
          [](Run& run, const Node&) { run.GetStage().AnswerZeroWithoutRow(); }},
+        {"", "session keeps/gives N responses",
+         "the session that the host keeps faults when it is to keep, or to give back, more than that", LimitSession},
         {"", "setting NAME missing", "a setting of the practice, such as `CCEAbilitaLog True`", SetSetting},
         {"", "setting NAME VALUE", "", SetSetting},
         {"", "sql N times STATEMENT…", "changes the database; `{n}` counts the times", RunSql},

@@ -57,14 +57,14 @@ void ServiceSender::OnWaitActivate(ui::FormWait& window, const std::any& paramet
     window.SetOperazione(request->Name());
     try
     {
-        const bool replied = CallBridge(call);
+        const bool isUntold = CallBridge(call);
         const auto response = m_factory.GetResponse(call.reply);
         result = response;
         if (response && call.received)
         {
             call.received(*response);
         }
-        if (replied)
+        if (isUntold)
         {
             TellDefect(call, response.get());
         }
@@ -81,15 +81,17 @@ void ServiceSender::OnWaitActivate(ui::FormWait& window, const std::any& paramet
 
 bool ServiceSender::CallBridge(Call& call)
 {
+    bool hasText = true;
     try
     {
         const std::string text = call.request.ToString();
-        if (text.empty())
+        hasText = !text.empty();
+        if (!hasText)
         {
             Tell(call, "il modello della richiesta non è un documento XML.");
         }
         call.reply = m_bridge.CallSebMethod(text);
-        return true;
+        return hasText;
     }
     catch (const std::bad_alloc&)
     {
@@ -97,7 +99,10 @@ bool ServiceSender::CallBridge(Call& call)
     }
     catch (const std::exception& fault)
     {
-        Tell(call, "il client SISS ha dato un errore: " + WhyOf(fault));
+        if (hasText)
+        {
+            Tell(call, "il client SISS ha dato un errore: " + WhyOf(fault));
+        }
         return false;
     }
 }

@@ -60,7 +60,7 @@ private:
     [[nodiscard]] std::shared_ptr<ServiceResponse> SendBehindWindow(Call& call);
     // Runs while the window is on screen; the only place that calls the bridge.
     void OnWaitActivate(ui::FormWait& window, const std::any& parameters, std::any& result, Call& call);
-    // False when the bridge faulted.
+    // False when a line tells already why nothing good came of it.
     [[nodiscard]] bool CallBridge(Call& call);
     void TellDefect(const Call& call, const ServiceResponse* response);
     void Tell(const Call& call, std::string_view what) noexcept;

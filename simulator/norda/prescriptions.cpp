@@ -11,6 +11,9 @@ namespace vellumo::norda
 namespace
 {
 
+// What COM reports for a failure of any kind.
+constexpr auto sessionError = static_cast<std::int32_t>(0x80004005U);
+
 class PrescriptionData final : public host::PrescriptionData
 {
 public:
@@ -73,8 +76,25 @@ std::shared_ptr<host::OpzioniRicetta> PrescriptionSession::Options() const
     return std::dynamic_pointer_cast<host::OpzioniRicetta>(m_options);
 }
 
+std::shared_ptr<const bool> PrescriptionSession::Limit::Set(std::size_t count)
+{
+    left = count;
+    return met;
+}
+
+void PrescriptionSession::Limit::Use()
+{
+    if (left == 0)
+    {
+        *met = true;
+        throw host::Fault("La sessione non è più valida.", sessionError, "Norda.Sessione");
+    }
+    --left;
+}
+
 void PrescriptionSession::AddResponse(std::int32_t kind, const std::shared_ptr<host::KeptObject>& response)
 {
+    m_kept.Use();
     m_responses[kind].push_back(response);
 }
 
@@ -90,6 +110,7 @@ std::shared_ptr<host::KeptObject> PrescriptionSession::Response(std::int32_t kin
     {
         throw host::Fault("La sessione non ha una risposta in questa posizione.");
     }
+    m_given.Use();
     return m_responses.at(kind)[position];
 }
 

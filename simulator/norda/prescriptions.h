@@ -4,6 +4,8 @@
 #include "host/prescriptions.h"
 #include "simulator/norda/host_records.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <utility>
@@ -27,11 +29,28 @@ public:
     [[nodiscard]] const std::shared_ptr<host::KeptObject>& KeptOptions() const noexcept { return m_options; }
     void KeepOptions(std::shared_ptr<host::KeptObject> options) { m_options = std::move(options); }
 
+    // From now on it faults when it is to keep, or to give back, more than that many responses. Returns what says
+    // whether it has.
+    std::shared_ptr<const bool> KeepAtMost(std::size_t count) { return m_kept.Set(count); }
+    std::shared_ptr<const bool> GiveAtMost(std::size_t count) { return m_given.Set(count); }
+
     void AddResponse(std::int32_t kind, const std::shared_ptr<host::KeptObject>& response) override;
     [[nodiscard]] std::size_t ResponseCount(std::int32_t kind) const override;
     [[nodiscard]] std::shared_ptr<host::KeptObject> Response(std::int32_t kind, std::size_t position) const override;
 
 private:
+    struct Limit
+    {
+        std::size_t left = SIZE_MAX;
+        std::shared_ptr<bool> met = std::make_shared<bool>(false);
+
+        std::shared_ptr<const bool> Set(std::size_t count);
+        // Faults when none is left.
+        void Use();
+    };
+
+    Limit m_kept;
+    mutable Limit m_given;
     bool m_withoutSiss = false;
     bool m_toValidate = false;
     std::shared_ptr<host::KeptObject> m_options;

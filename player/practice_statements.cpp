@@ -133,7 +133,7 @@ void LimitSession(Run& run, const Node& node)
         throw Differs("no session is open");
     }
     const auto count = static_cast<std::size_t>(node.Number("N"));
-    const auto met = node.Has("keeps") ? run.Session()->KeepAtMost(count) : run.Session()->GiveAtMost(count);
+    const auto met = node.Has("keeping") ? run.Session()->KeepAtMost(count) : run.Session()->GiveAtMost(count);
     run.MustHaveEffect(node, "no more were asked of it", [met] { return *met; });
 }
 
@@ -173,8 +173,6 @@ const Group practiceStatements = {
          [](Run& run, const Node& node) { run.GetStage().Withhold(node.choice); }},
         {"", "host answers 0 without a row", "its look-ups do, instead of Null",
          [](Run& run, const Node&) { run.GetStage().AnswerZeroWithoutRow(); }},
-        {"", "session keeps/gives N responses",
-         "the session that the host keeps faults when it is to keep, or to give back, more than that", LimitSession},
         {"", "setting NAME missing", "a setting of the practice, such as `CCEAbilitaLog True`", SetSetting},
         {"", "setting NAME VALUE", "", SetSetting},
         {"", "sql N times STATEMENT…", "changes the database; `{n}` counts the times", RunSql},
@@ -204,6 +202,8 @@ const Group practiceStatements = {
          "takes "
          "back; too long a wait; a connection lost for good; a statement that happens and is reported as failed",
          FailStatement},
+        {"", "fail session after keeping/giving N responses",
+         "the session that the host keeps faults when it is to keep, or to give back, more than that", LimitSession},
         {"", "pause N ms", "waits",
          [](Run&, const Node& node) { std::this_thread::sleep_for(std::chrono::milliseconds(node.Number("N"))); }},
         {"", "statements take N ms", "from now on each statement of the library waits that long, as on a busy server",

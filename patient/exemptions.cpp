@@ -60,9 +60,11 @@ std::int32_t Exemptions::LocalExemptionOf(const std::string& codice) const
         .ToInteger();
 }
 
-bool Exemptions::Assign(SissExemptions& exemptions) const
+bool Exemptions::Assign(Citizen& citizen) const
 {
-    ui::FormEsenzioni window(exemptions, m_context.services.RequireConnection(), m_context.desktop);
+    const Person& person = citizen.person;
+    const ui::Whom whom = {person.cognome, person.nome, person.sesso, person.dataNascita, person.codiceFiscale};
+    ui::FormEsenzioni window(whom, citizen.exemptions, m_context.services.RequireConnection(), m_context.desktop);
     m_context.desktop.ShowModal(window);
     return window.Result() == ui::FormEsenzioni::Decision::Confirmed;
 }

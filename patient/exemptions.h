@@ -24,7 +24,7 @@ public:
     void Complete(SissExemptions& exemptions) const;
 
     // Lets the operator assign the missing ones and confirm. False when he cancelled; then nothing has changed.
-    [[nodiscard]] bool Assign(SissExemptions& exemptions) const;
+    [[nodiscard]] bool Assign(Citizen& citizen) const;
 
     // Stores them on the patient, the dates of those that he has already overwritten. `deleteFirst`: the patient's own
     // ones are deleted before. Returns those left out, since their local exemption does not exist any more.

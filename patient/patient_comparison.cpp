@@ -34,9 +34,27 @@ std::vector<ui::ComparedExemption> LocalExemptions(std::int32_t idPaziente, cons
     return exemptions;
 }
 
+// The one that an update would overwrite.
+ui::ComparedAddress LocalAddress(std::int32_t idPaziente, host::ResidenceKind kind,
+                                 const service::ProviderContext& context)
+{
+    host::Utils& utils = context.services.RequireUtils();
+    const auto rows = utils.OpenRecordset("SELECT Indirizzo, Cap, IDComune FROM Residenza WHERE IDPaziente = {0} "
+                                          "AND IDTipoResidenza = {1}",
+                                          {idPaziente, static_cast<std::int32_t>(kind)});
+    if (rows->IsAtEnd())
+    {
+        return {};
+    }
+    const auto town = utils.SingleValue("SELECT Comune FROM Norda..Comune WHERE IDComune = {0}",
+                                        {rows->Field("IDComune").ToInteger()});
+    return {rows->Field("Indirizzo").ToText(), rows->Field("Cap").ToText(), town.ToText()};
+}
+
 } // namespace
 
-ui::ComparedPatient LocalSide(const host::Record& patient, const service::ProviderContext& context)
+ui::ComparedPatient LocalSide(const host::Record& patient, const PatientMatch& match,
+                              const service::ProviderContext& context)
 {
     ui::NamedValues values;
     for (const auto* column :
@@ -48,7 +66,11 @@ ui::ComparedPatient LocalSide(const host::Record& patient, const service::Provid
     values["ComuneNascita"] = context.services.RequireUtils().SingleValue(
         "SELECT Comune FROM Norda..Comune WHERE IDComune = {0}", {patient.Get("IDComuneNascita").ToInteger()});
     AddLocalAsl(values, patient.Get("IDASL").ToInteger(), context);
-    return {std::move(values), LocalExemptions(patient.Id(), context)};
+    return {.values = std::move(values),
+            .exemptions = LocalExemptions(patient.Id(), context),
+            .residence = LocalAddress(patient.Id(), host::ResidenceKind::Residence, context),
+            .domicile = LocalAddress(patient.Id(), host::ResidenceKind::Domicile, context),
+            .foundByCard = match.byCard};
 }
 
 ui::ComparedPatient SissSide(const Citizen& citizen)
@@ -74,7 +96,13 @@ ui::ComparedPatient SissSide(const Citizen& citizen)
     }
     for (const auto& exemption : citizen.exemptions)
     {
-        side.exemptions.push_back({exemption.IDEsenzione, exemption.Codice, exemption.Descrizione});
+        side.exemptions.push_back(
+            {exemption.IDEsenzione, exemption.Codice, exemption.Descrizione, exemption.LocaleMancante});
+    }
+    for (const Address& address : citizen.addresses)
+    {
+        auto& shown = address.kind == host::ResidenceKind::Residence ? side.residence : side.domicile;
+        shown = {address.StreetAndNumber(), address.cap, address.comune};
     }
     return side;
 }

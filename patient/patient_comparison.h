@@ -3,6 +3,7 @@
 
 #include "host/records.h"
 #include "patient/citizen.h"
+#include "patient/patient_writer.h"
 #include "service/provider_context.h"
 #include "ui/form_paziente_changes.h"
 
@@ -10,7 +11,8 @@ namespace vellumo::patient
 {
 
 // Faults go through.
-[[nodiscard]] ui::ComparedPatient LocalSide(const host::Record& patient, const service::ProviderContext& context);
+[[nodiscard]] ui::ComparedPatient LocalSide(const host::Record& patient, const PatientMatch& match,
+                                            const service::ProviderContext& context);
 
 // The citizen's exemptions have the local ones that the operator has assigned by now.
 [[nodiscard]] ui::ComparedPatient SissSide(const Citizen& citizen);

@@ -49,7 +49,7 @@ public:
     {
         host::Transaction transaction(m_context.services.RequireConnection());
         const auto patient = m_context.objects.CreateRecord(host::RecordKind::Patient, m_context.services);
-        const std::int32_t matched = m_writer.FindPatient(citizen.person);
+        const std::int32_t matched = m_writer.FindPatient(citizen.person).id;
         if (matched == 0 || !patient->Load(matched))
         {
             patient->StartNew();
@@ -120,6 +120,7 @@ bool PatientListImport::RunOnFile(const std::string& path) const
         }
     };
     progress.InitializeProgress("Sincronizzazione", "Importazione pazienti");
+    progress.MeasurePace(m_context.clock, "pazienti");
     m_context.desktop.ShowModal(progress);
 
     if (std::any_cast<bool>(&progress.Result()) != nullptr)

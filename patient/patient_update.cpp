@@ -34,7 +34,7 @@ std::int32_t PatientUpdate::UpdatePatientFromCitizen(const service::ServiceRespo
 {
     Citizen citizen = ReadIdentified(response.Data);
     m_exemptions.Complete(citizen.exemptions);
-    if (!m_exemptions.Assign(citizen.exemptions))
+    if (!m_exemptions.Assign(citizen))
     {
         return 0;
     }
@@ -45,7 +45,8 @@ std::int32_t PatientUpdate::UpdatePatientFromCitizen(const service::ServiceRespo
     { return m_context.objects.CreateRecord(host::RecordKind::Patient, m_context.services); };
     auto patient = newRecord();
     std::int32_t mask = ui::update::byDefault;
-    const std::int32_t matched = writer.FindPatient(citizen.person);
+    const PatientMatch match = writer.FindPatient(citizen.person);
+    const std::int32_t matched = match.id;
     if (matched == 0)
     {
         patient->StartNew();
@@ -62,7 +63,8 @@ std::int32_t PatientUpdate::UpdatePatientFromCitizen(const service::ServiceRespo
         {
             return matched;
         }
-        ui::FormPazienteChanges window(LocalSide(*patient, m_context), SissSide(citizen), mask, m_context.desktop);
+        ui::FormPazienteChanges window(LocalSide(*patient, match, m_context), SissSide(citizen), mask,
+                                       m_context.desktop);
         m_context.desktop.ShowModal(window);
         if (window.Result() != ui::FormPazienteChanges::Decision::Confirmed)
         {

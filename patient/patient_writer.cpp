@@ -8,15 +8,18 @@
 namespace vellumo::patient
 {
 
-std::int32_t PatientWriter::FindPatient(const Person& person) const
+PatientMatch PatientWriter::FindPatient(const Person& person) const
 {
     host::Utils& utils = m_context.services.RequireUtils();
     const auto find = [&](const char* sql, const std::string& key)
     { return key.empty() ? 0 : utils.SingleValue(sql, {key}).ToInteger(); };
     const auto byFiscalCode = find("SELECT IDPaziente FROM Paziente WHERE CodiceFiscale = {0}", person.codiceFiscale);
-    return byFiscalCode != 0
-               ? byFiscalCode
-               : find("SELECT IDPaziente FROM Paziente WHERE NumTesseraSanitaria = {0}", person.codiceSanitario);
+    if (byFiscalCode != 0)
+    {
+        return {.id = byFiscalCode};
+    }
+    return {.id = find("SELECT IDPaziente FROM Paziente WHERE NumTesseraSanitaria = {0}", person.codiceSanitario),
+            .byCard = true};
 }
 
 void PatientWriter::Fill(const Citizen& citizen, host::Record& patient) const

@@ -13,6 +13,13 @@
 namespace vellumo::patient
 {
 
+// The local patient that a citizen is.
+struct PatientMatch
+{
+    std::int32_t id = 0; // 0: there is none
+    bool byCard = false; // by the number of the health card, since nobody has the fiscal code
+};
+
 class PatientWriter
 {
 public:
@@ -23,9 +30,9 @@ public:
     {
     }
 
-    // Identifier of the local patient by fiscal code, else by health card; 0 when there is none. An empty key matches
-    // nobody: a citizen without a card must not meet a patient without one.
-    [[nodiscard]] std::int32_t FindPatient(const Person& person) const;
+    // By fiscal code, else by health card. An empty key matches nobody: a citizen without a card must not meet a
+    // patient without one.
+    [[nodiscard]] PatientMatch FindPatient(const Person& person) const;
 
     // Writes personal and registration data and the time of the update into the record; the ASL is stored at once, the
     // record is not.

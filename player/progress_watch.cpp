@@ -10,14 +10,11 @@ namespace vellumo::player
 namespace
 {
 
-// What the job is at: all that the window says but the last label, which names the row.
+// What the job is at: the heading and what is being done. The labels behind them name the row and count.
 std::vector<std::string> StageOf(const Window& window)
 {
     auto labels = CaptionsOf(window.All<ui::Label>());
-    if (!labels.empty())
-    {
-        labels.pop_back();
-    }
+    labels.resize(std::min<std::size_t>(labels.size(), 2));
     return labels;
 }
 

@@ -54,6 +54,8 @@ public:
         }
         return all;
     }
+    // The one that has the keyboard; null when none of them has it.
+    [[nodiscard]] virtual ui::Control* Keyboard() const = 0;
     [[nodiscard]] virtual ui::Cell Cell(const ui::Grid& grid, std::size_t row, std::size_t column) const = 0;
 
     // Actions, on an enabled control of this window. Each is started and may take effect after its return.

@@ -53,6 +53,22 @@ void LookAtList(Run& run, const Node& node)
     Expect(what, node.Text("ENTRY"), list.index < 0 ? "" : list.entries.at(static_cast<std::size_t>(list.index)));
 }
 
+void LookForPart(Run& run, const Node& node)
+{
+    const auto labels = CaptionsOf(run.TheWindow().All<ui::Label>());
+    const auto part = node.Text("PART");
+    if (std::none_of(labels.begin(), labels.end(), [&](const auto& text) { return text.find(part) != text.npos; }))
+    {
+        throw Differs("no label with " + Quoted(part) + "; there is: " + Quoted(Joined(labels, "\" / \"")));
+    }
+}
+
+void LookForKeyboard(Run& run, const Node& node)
+{
+    auto* const control = run.TheWindow().Keyboard();
+    Expect("the keyboard is at", node.Text("CAPTION"), control == nullptr ? "nothing" : CaptionOf(*control));
+}
+
 // The first, when the line does not say which.
 template <class Kind>
 Kind& TheOne(Run& run, const Node& node, const std::string& number)
@@ -159,18 +175,21 @@ const Group lookStatements = {
     "seen",
     Role::Step,
     {
+        {"window", "label contains 'PART'", "a label that contains that", LookForPart},
         {"window", "label 'TEXT'", "a label",
          [](Run& run, const Node& node) { static_cast<void>(Find<ui::Label>(run.TheWindow(), node.Text("TEXT"))); }},
         {"window", "button 'CAPTION' [default] [disabled]", "a button and its state", LookAtButton},
         {"window", "checkbox 'CAPTION' on/off [disabled]", "a check box", LookAtCheckBox},
         {"window", "option 'CAPTION' on/off [disabled]", "an option button", LookAtOption},
-        {"window", "textbox 'CAPTION' 'TEXT'", "the content of a text box",
+        {"window", "textbox 'CAPTION' ['TEXT']", "the content of a text box; of one of several lines in its block",
          [](Run& run, const Node& node)
          {
-             Expect("text box " + Quoted(node.Text("CAPTION")), node.Text("TEXT"),
+             Expect("text box " + Quoted(node.Text("CAPTION")),
+                    node.Has("TEXT") ? node.Text("TEXT") : Joined(node.block, "\r\n"),
                     Find<ui::TextBox>(run.TheWindow(), node.Text("CAPTION")).value);
          }},
         {"window", "list N 'ENTRY' [disabled]", "the entry that a list shows", LookAtList},
+        {"window", "keyboard at 'CAPTION'", "the control, grids included, that has the keyboard", LookForKeyboard},
         {"window", "grid N columns CELLS…",
          "the captions of a grid's columns, with `\\|` between them. Grids, lists, rows and columns count from 1",
          LookAtColumns},

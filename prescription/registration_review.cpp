@@ -1,5 +1,8 @@
 #include "prescription/registration_review.h"
 
+#include "environment/siss_date_time.h"
+
+#include <algorithm>
 #include <string>
 
 namespace vellumo::prescription
@@ -11,6 +14,9 @@ using service::ServiceException;
 using service::ServiceExceptions;
 using service::ServiceResponse;
 using Decision = ui::FormRicettaResult::Decision;
+
+// The reply never came, or nobody could read it.
+constexpr const char* noAnswerCode = "SEBCONT0001";
 
 std::string Line(const ServiceException& entry)
 {
@@ -59,6 +65,23 @@ std::string DescribeItems(const RicettaRecord& record)
     return text;
 }
 
+ui::RicettaResult::Outcome OutcomeOf(const ServiceResponse& response)
+{
+    using Outcome = ui::RicettaResult::Outcome;
+    return !response.Failed()                     ? Outcome::Flagged
+           : response.FirstCode() == noAnswerCode ? Outcome::WithoutAnswer
+                                                  : Outcome::Refused;
+}
+
+ui::Whom PatientOf(const RicettaRecord& record)
+{
+    return {.cognome = record.Text(ricetta::pazCognome),
+            .nome = record.Text(ricetta::pazNome),
+            .sesso = record.Text(ricetta::pazSesso),
+            .dataNascita = environment::StoredDate(record.Get(ricetta::pazDataNascita)),
+            .codiceFiscale = record.Text(ricetta::pazCodiceFiscale)};
+}
+
 std::vector<ui::RicettaResult> RefusedAndFlagged(const std::vector<SentPrescription>& sent)
 {
     std::vector<ui::RicettaResult> results;
@@ -67,17 +90,27 @@ std::vector<ui::RicettaResult> RefusedAndFlagged(const std::vector<SentPrescript
         const ServiceResponse& response = *prescription.response;
         if (response.Failed() || response.Warnings.Count() > 0)
         {
-            results.push_back({response.Failed(), DescribeOutcome(response), DescribeItems(*prescription.record)});
+            results.push_back({.outcome = OutcomeOf(response),
+                               .descrizione = DescribeOutcome(response),
+                               .prescrizioni = DescribeItems(*prescription.record),
+                               .ricetta = prescription.Id().Name(),
+                               .paziente = PatientOf(*prescription.record)});
         }
     }
     return results;
+}
+
+std::size_t CountAccepted(const std::vector<SentPrescription>& sent)
+{
+    return static_cast<std::size_t>(
+        std::ranges::count_if(sent, [](const SentPrescription& each) { return !each.response->Failed(); }));
 }
 
 } // namespace
 
 ReviewOutcome RegistrationReview::Run(std::vector<SentPrescription>& sent) const
 {
-    ui::FormRicettaResult window(RefusedAndFlagged(sent));
+    ui::FormRicettaResult window(RefusedAndFlagged(sent), CountAccepted(sent));
     m_context.desktop.ShowModal(window);
     if (window.Result() == Decision::CancelAll)
     {

@@ -55,6 +55,9 @@ struct Control
     bool visible = true;
     // Stands on the line of the control before it, not below it.
     bool sameLine = false;
+    // The label on its line that says what it does. The buttons and boxes of a form that have one begin a line each and
+    // are equally wide, so that the labels stand below one another.
+    const Label* explanation = nullptr;
 };
 
 struct Label final : Control
@@ -80,6 +83,10 @@ struct TextBox final : Control
     [[nodiscard]] AnyControl Actual() noexcept override { return this; }
 
     std::string value;
+    // To be read and copied, not to be changed.
+    bool readOnly = false;
+    // With more than one the caption stands above the box, lines are broken, and what does not fit scrolls.
+    int lines = 1;
     // The grid that this box searches: the arrow and page keys move in it while the keyboard stays in the box.
     Grid* list = nullptr;
 };
@@ -139,7 +146,7 @@ struct Button final : Control
     }
     [[nodiscard]] AnyControl Actual() noexcept override { return this; }
 
-    bool isDefault = false; // pressed by Enter
+    bool isDefault = false; // pressed by Enter; a form may hand it on to another button
     bool isCancel = false;  // pressed by Escape
 };
 

@@ -19,15 +19,18 @@ constexpr Colour darkRed = 0xB00000;
 
 } // namespace
 
-FormEsenzioni::FormEsenzioni(std::vector<SissExemption>& esenzioni, host::Connection& connection, Desktop& desktop)
+FormEsenzioni::FormEsenzioni(const Whom& cittadino, std::vector<SissExemption>& esenzioni, host::Connection& connection,
+                             Desktop& desktop)
     : Form("Esenzioni del cittadino")
     , m_esenzioni(esenzioni)
     , m_desktop(desktop)
+    , m_cittadino("Cittadino SISS: " + Describe(cittadino))
     , m_stato("")
     , m_esenzioniSiss("&Esenzioni SISS del cittadino")
-    , m_dettaglio("")
+    , m_dettaglio("&Dettagli dell'esenzione selezionata")
     , m_cerca("Ce&rca esenzione locale:")
     , m_assegna("&Assegna")
+    , m_invio("")
     , m_esenzioniLocali("")
     , m_conferma("&Conferma")
     , m_annulla("A&nnulla")
@@ -40,13 +43,13 @@ FormEsenzioni::FormEsenzioni(std::vector<SissExemption>& esenzioni, host::Connec
         m_esenzioniSiss.rows.push_back({Cell{esenzione.Codice}, Cell{esenzione.Descrizione}, Cell{}});
         ShowAssignment(m_assigned.size() - 1);
     }
-    Search();
     const auto offered = NextOffered(0);
     m_initialFocus = offered ? static_cast<Control*>(&m_cerca) : &m_conferma;
     if (!m_assigned.empty())
     {
         m_esenzioniSiss.selected = offered.value_or(0);
     }
+    Search();
     UpdateState();
 }
 
@@ -73,15 +76,16 @@ void FormEsenzioni::LayOut()
     m_esenzioniSiss.visibleRows = 6;
     m_esenzioniLocali.columns = {{"CODICE", "Codice", 1700}, {"DESCRIPTION", "Descrizione", 9000}};
     m_esenzioniLocali.visibleRows = 12;
+    m_cittadino.strong = true;
+    m_dettaglio.readOnly = true;
     m_dettaglio.lines = 2;
     m_cerca.list = &m_esenzioniLocali;
     m_assegna.sameLine = true;
-    m_assegna.isDefault = true;
     m_annulla.sameLine = true;
     m_annulla.isCancel = true;
-    m_controls = {&m_stato,   &m_esenzioniSiss,   &m_dettaglio, &m_cerca,
-                  &m_assegna, &m_esenzioniLocali, &m_conferma,  &m_annulla};
-    m_designSize = {14000, 8400};
+    m_controls = {&m_cittadino, &m_stato, &m_esenzioniSiss,   &m_dettaglio, &m_cerca,
+                  &m_assegna,   &m_invio, &m_esenzioniLocali, &m_conferma,  &m_annulla};
+    m_designSize = {14000, 9200};
 }
 
 void FormEsenzioni::Clicked(Control& control)
@@ -106,7 +110,7 @@ void FormEsenzioni::Clicked(Control& control)
 
 void FormEsenzioni::Changed(Control& control)
 {
-    if (&control == &m_cerca)
+    if (&control == &m_cerca || (&control == &m_esenzioniSiss && m_cerca.value.empty()))
     {
         Search();
     }
@@ -114,8 +118,8 @@ void FormEsenzioni::Changed(Control& control)
 }
 
 // Fills the local list with what matches. The likeliest match is selected, so that Enter takes it: the code as typed,
-// else one that begins so, else the first. Without a search nothing is selected, so that a second Enter by mistake
-// does not assign anything.
+// else one that begins so, else the first. Without a search only what is proposed is selected, so that a second Enter
+// by mistake does not assign anything else.
 void FormEsenzioni::Search()
 {
     const SearchWords words(m_cerca.value);
@@ -142,12 +146,33 @@ void FormEsenzioni::Search()
             best = code;
         }
     }
+    if (words.Empty())
+    {
+        Propose();
+    }
+}
+
+// For a row that still needs one, the local exemption with the same code.
+void FormEsenzioni::Propose()
+{
+    if (!m_esenzioniSiss.selected || StateOf(*m_esenzioniSiss.selected) == Assignment::Good)
+    {
+        return;
+    }
+    const std::string code = SearchText(m_esenzioni[*m_esenzioniSiss.selected].Codice) + '\n';
+    const auto same =
+        std::ranges::find_if(m_found, [&](std::size_t local) { return m_locali[local].searchText.starts_with(code); });
+    if (same != m_found.end())
+    {
+        m_esenzioniLocali.selected = static_cast<std::size_t>(same - m_found.begin());
+    }
 }
 
 void FormEsenzioni::Assign()
 {
     if (!m_esenzioniSiss.selected || !m_esenzioniLocali.selected)
     {
+        Focus(m_cerca); // what was searched is not there
         return;
     }
     const std::size_t row = *m_esenzioniSiss.selected;
@@ -162,7 +187,7 @@ void FormEsenzioni::GoToRow(std::size_t row)
     m_cerca.value.clear();
     Search();
     UpdateState();
-    Focus(m_cerca);
+    Focus(NextOffered(0) ? static_cast<Control&>(m_cerca) : m_conferma);
 }
 
 void FormEsenzioni::Confirm()
@@ -178,6 +203,7 @@ void FormEsenzioni::Confirm()
     for (std::size_t row = 0; row < m_assigned.size(); ++row)
     {
         m_esenzioni[row].IDEsenzione = m_assigned[row];
+        m_esenzioni[row].LocaleMancante = StateOf(row) == Assignment::Lost;
     }
     m_result = Decision::Confirmed;
     Close();
@@ -272,13 +298,33 @@ std::string FormEsenzioni::State() const
     return text;
 }
 
+std::string FormEsenzioni::OnEnter() const
+{
+    if (!m_assegna.enabled)
+    {
+        return Next(0, Assignment::Missing) ? "Cercare un'esenzione locale, oppure sceglierla nell'elenco."
+                                            : "Invio conferma le esenzioni assegnate.";
+    }
+    if (!m_esenzioniLocali.selected)
+    {
+        return "Nessuna esenzione locale corrisponde alla ricerca.";
+    }
+    return "Invio assegna all'esenzione SISS " + m_esenzioni[*m_esenzioniSiss.selected].Codice +
+           " l'esenzione locale " + m_locali[m_found[*m_esenzioniLocali.selected]].codice +
+           ", selezionata nell'elenco.";
+}
+
 void FormEsenzioni::UpdateState()
 {
     m_stato.text = State();
     m_esenzioniLocali.text =
         "Esenzioni &locali (" + std::to_string(m_found.size()) + " di " + std::to_string(m_locali.size()) + ")";
-    m_dettaglio.text = Detail();
-    m_assegna.enabled = m_esenzioniSiss.selected && m_esenzioniLocali.selected;
+    m_dettaglio.value = Detail();
+    // While a search finds nothing, Enter must not confirm.
+    m_assegna.enabled = m_esenzioniSiss.selected && (m_esenzioniLocali.selected || !m_cerca.value.empty());
+    m_assegna.isDefault = m_assegna.enabled;
+    m_conferma.isDefault = !m_assegna.enabled;
+    m_invio.text = OnEnter();
 }
 
 } // namespace vellumo::ui

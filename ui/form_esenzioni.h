@@ -2,13 +2,15 @@
 // exemptions; the local ones, thousands, can be searched by typing. Confirming is possible only when every row has
 // one; that it does not exist any more is shown and does not hinder. Made for the keyboard: it starts on the first row
 // that needs a local exemption, with the keyboard in the search box; typing finds, Enter assigns and goes on to the
-// next such row.
+// next such row. A local exemption with the code of the SISS one is proposed, never assigned by itself. Once nothing is
+// left to assign, the keyboard and Enter are at the confirmation; until then and after, any row can be assigned anew.
 #pragma once
 
 #include "host/connection.h"
 #include "host/date.h"
 #include "ui/desktop.h"
 #include "ui/form.h"
+#include "ui/whom.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -27,6 +29,7 @@ struct SissExemption
     host::Date DataEsenzione;     // zero: not received
     host::Date Scadenza;          // zero: not received
     std::int32_t IDEsenzione = 0; // local exemption, 0 = none yet
+    bool LocaleMancante = false;  // it was confirmed though its local exemption is not there any more
 };
 
 class FormEsenzioni final : public Form
@@ -38,8 +41,10 @@ public:
         Cancelled, // `esenzioni` is unchanged; also when closed by the frame
     };
 
-    // Reads the local exemptions from `connection`; a database fault goes through to the caller.
-    FormEsenzioni(std::vector<SissExemption>& esenzioni, host::Connection& connection, Desktop& desktop);
+    // `cittadino` as SISS has him. Reads the local exemptions from `connection`; a database fault goes through to the
+    // caller.
+    FormEsenzioni(const Whom& cittadino, std::vector<SissExemption>& esenzioni, host::Connection& connection,
+                  Desktop& desktop);
 
     [[nodiscard]] Decision Result() const noexcept { return m_result; }
 
@@ -59,11 +64,13 @@ private:
     void LayOut();
     void ShowAssignment(std::size_t row);
     void Search();
+    void Propose();
     void Assign();
     void Confirm();
     void GoToRow(std::size_t row);
     [[nodiscard]] std::string Detail() const;
     [[nodiscard]] std::string State() const;
+    [[nodiscard]] std::string OnEnter() const;
     void UpdateState();
 
     enum class Assignment
@@ -84,11 +91,13 @@ private:
     std::vector<std::size_t> m_found;     // the local exemptions that match the search, one a row of their grid
     Decision m_result = Decision::Cancelled;
 
+    Label m_cittadino;
     Label m_stato;
     Grid m_esenzioniSiss;
-    Label m_dettaglio; // the whole texts of the selected row
+    TextBox m_dettaglio; // the whole texts of the selected row
     TextBox m_cerca;
     Button m_assegna;
+    Label m_invio; // what Enter will do
     Grid m_esenzioniLocali;
     Button m_conferma;
     Button m_annulla;

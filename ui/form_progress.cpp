@@ -8,11 +8,12 @@ FormProgress::FormProgress()
     , m_header("HEADER")
     , m_description("PROGRESS...")
     , m_details("DETAILS DESCRIPTION TEXT")
+    , m_howMany("")
 {
     m_header.strong = true;
     m_details.lines = 2;
-    m_controls = {&m_header, &m_description, &m_details, &m_bar};
-    m_designSize = {6600, 1700};
+    m_controls = {&m_header, &m_description, &m_details, &m_bar, &m_howMany};
+    m_designSize = {6600, 2000};
 }
 
 void FormProgress::Load()
@@ -21,6 +22,7 @@ void FormProgress::Load()
     {
         m_loaded = true;
         m_bar.visible = BarVisible;
+        m_howMany.visible = BarVisible;
     }
 }
 
@@ -44,7 +46,17 @@ void FormProgress::SetProgressValue(std::int32_t value, std::int32_t maximum)
 {
     m_bar.maximum = static_cast<float>(maximum);
     m_bar.value = static_cast<float>(value);
+    m_howMany.text = Grouped(value) + " di " + Grouped(maximum);
+    if (m_pace)
+    {
+        m_howMany.text += m_pace->After(value, maximum);
+    }
     Report();
+}
+
+void FormProgress::MeasurePace(const host::Clock& clock, const std::string& things)
+{
+    m_pace.emplace(clock, things);
 }
 
 void FormProgress::RaiseOnActivate(const std::any& parameters, std::any& result)

@@ -2,12 +2,14 @@
 // that its tag names, which reports through the Set… members; then the window closes itself.
 #pragma once
 
+#include "ui/pace.h"
 #include "ui/working_form.h"
 
 #include <any>
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace vellumo::ui
@@ -31,6 +33,9 @@ public:
     // Both let pending messages be processed each time, so that the window lives during a long job.
     void SetProgressInformation(const std::string& description, const std::string& details);
     void SetProgressValue(std::int32_t value, std::int32_t maximum);
+    // From now on the window also says how many `things` ("pazienti") a minute are done and how long the rest will
+    // take, once that can be known. `clock` outlives the window.
+    void MeasurePace(const host::Clock& clock, const std::string& things);
 
 private:
     void RaiseOnActivate(const std::any& parameters, std::any& result) override;
@@ -41,6 +46,8 @@ private:
     Label m_description;
     Label m_details;
     ProgressBar m_bar;
+    Label m_howMany;
+    std::optional<Pace> m_pace;
 };
 
 } // namespace vellumo::ui

@@ -136,7 +136,9 @@ void ConsoleForm::FindOperable()
     char figure = '1';
     for (ui::Control* control : m_form.Controls())
     {
-        if (ui::As<ui::Label>(*control) != nullptr || ui::As<ui::ProgressBar>(*control) != nullptr)
+        const auto* const box = ui::As<ui::TextBox>(*control);
+        if (ui::As<ui::Label>(*control) != nullptr || ui::As<ui::ProgressBar>(*control) != nullptr ||
+            (box != nullptr && box->readOnly))
         {
             continue;
         }
@@ -232,6 +234,11 @@ void ConsoleForm::DrawControl(const ui::Label& label) const
 
 void ConsoleForm::DrawControl(const ui::TextBox& box) const
 {
+    if (box.readOnly)
+    {
+        m_out << WithoutAmpersand(box.text) << '\n' << box.value << '\n';
+        return;
+    }
     DrawLine(box, ' ' + box.value);
 }
 

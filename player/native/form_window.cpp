@@ -93,6 +93,7 @@ public:
 FormWindow::FormWindow(Screen& screen, ui::Form& form)
     : m_screen(screen)
     , m_form(form)
+    , m_keyboard(form.InitialFocus())
 {
     m_id = ++screen.lastId;
     m_kind = dynamic_cast<FileForm*>(&form) == nullptr ? WindowKind::Form : WindowKind::FileDialog;
@@ -107,6 +108,7 @@ FormWindow::FormWindow(Screen& screen, ui::Form& form, const ui::Prompt& prompt)
     m_kind = WindowKind::Box;
     m_icon = prompt.icon;
     m_text = prompt.text;
+    m_keyboard = All<ui::Button>().at(static_cast<std::size_t>(prompt.defaultButton) - 1);
 }
 
 FormWindow::~FormWindow()
@@ -128,6 +130,19 @@ void FormWindow::Show()
     }
 }
 
+// A control that was disabled leaves the keyboard to the next one that can have it.
+ui::Control* FormWindow::Keyboard() const
+{
+    const auto at = std::find(m_controls.begin(), m_controls.end(), m_keyboard);
+    const auto found = std::find_if(at == m_controls.end() ? m_controls.begin() : at, m_controls.end(),
+                                    [](ui::Control* each)
+                                    {
+                                        return each->visible && each->enabled && ui::As<ui::Label>(*each) == nullptr &&
+                                               ui::As<ui::ProgressBar>(*each) == nullptr;
+                                    });
+    return found == m_controls.end() ? nullptr : *found;
+}
+
 ui::Cell FormWindow::Cell(const ui::Grid& grid, std::size_t row, std::size_t column) const
 {
     return grid.rows.at(row).at(column);
@@ -135,6 +150,7 @@ ui::Cell FormWindow::Cell(const ui::Grid& grid, std::size_t row, std::size_t col
 
 void FormWindow::Press(ui::Control& control)
 {
+    m_keyboard = &control;
     if (auto* const box = ui::As<ui::CheckBox>(control))
     {
         box->checked = !box->checked;
@@ -167,6 +183,7 @@ void FormWindow::DoubleClick(ui::Grid& grid, std::size_t row)
 
 void FormWindow::Type(ui::TextBox& box, const std::string& text)
 {
+    m_keyboard = &box;
     box.value = text;
     m_form.Changed(box);
 }
@@ -174,9 +191,12 @@ void FormWindow::Type(ui::TextBox& box, const std::string& text)
 bool FormWindow::Key(const std::string& key)
 {
     const bool alt = key.size() == 5 && key.starts_with("Alt+");
+    auto* const keyboard = Keyboard();
+    const bool onButton = keyboard != nullptr && ui::As<ui::Button>(*keyboard) != nullptr;
     for (auto* const button : All<ui::Button>())
     {
-        if (button->enabled && ((key == "Enter" && button->isDefault) || (key == "Escape" && button->isCancel) ||
+        const bool takesEnter = onButton ? button == keyboard : button->isDefault;
+        if (button->enabled && ((key == "Enter" && takesEnter) || (key == "Escape" && button->isCancel) ||
                                 (alt && AccessKey(button->text) == host::Upper(key.back()))))
         {
             m_form.Clicked(*button);

@@ -35,6 +35,7 @@ public:
     void Show();
 
     [[nodiscard]] std::string Title() const override { return m_form.Title(); }
+    [[nodiscard]] ui::Control* Keyboard() const override;
     [[nodiscard]] ui::Cell Cell(const ui::Grid& grid, std::size_t row, std::size_t column) const override;
     void Press(ui::Control& control) override;
     void Select(ui::Control& control, std::size_t place) override;
@@ -48,9 +49,11 @@ public:
 private:
     void Refresh() override { m_screen.anOperator.OnBusy(*this); }
     void ProcessMessages() override { m_screen.anOperator.OnBusy(*this); }
+    void Focus(const ui::Control& control) override { m_keyboard = &control; }
 
     Screen& m_screen;
     ui::Form& m_form;
+    const ui::Control* m_keyboard; // who got it last
 };
 
 // Shows them all on the screen.

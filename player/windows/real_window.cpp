@@ -115,6 +115,14 @@ std::string RealWindow::Title() const
     return TextOf(m_window);
 }
 
+ui::Control* RealWindow::Keyboard() const
+{
+    const HWND focus = GetFocus();
+    const auto at = std::find_if(m_controls.begin(), m_controls.end(),
+                                 [&](const ui::Control* each) { return m_handles.at(each) == focus; });
+    return at == m_controls.end() ? nullptr : *at;
+}
+
 ui::Cell RealWindow::Cell(const ui::Grid& grid, std::size_t row, std::size_t column) const
 {
     return ReadCell(m_handles.at(&grid), static_cast<int>(row), static_cast<int>(column));

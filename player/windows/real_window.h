@@ -23,6 +23,7 @@ public:
     [[nodiscard]] bool IsWaiting() const noexcept { return m_waits; }
 
     [[nodiscard]] std::string Title() const override;
+    [[nodiscard]] ui::Control* Keyboard() const override;
     // The colours are those on the screen.
     [[nodiscard]] ui::Cell Cell(const ui::Grid& grid, std::size_t row, std::size_t column) const override;
     void Press(ui::Control& control) override;

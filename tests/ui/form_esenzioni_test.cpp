@@ -20,8 +20,8 @@ struct Window
     std::vector<SissExemption> esenzioni = {{"E01", "Reddito", {}, {}, 11},
                                             {"C01", "Invalidi", {}, {}, 0},
                                             {"Z9", "Altra", {}, {}, 99},
-                                            {"013", "Diab.", {}, {}, 0}};
-    FormEsenzioni form{esenzioni, database, desktop};
+                                            {"0131", "Diab.", {}, {}, 0}};
+    FormEsenzioni form{{}, esenzioni, database, desktop};
     FakeView view{form};
     Grid& siss = Find<Grid>(form, "&Esenzioni SISS");
     Grid& local = Find<Grid>(form, "Esenzioni &locali");
@@ -62,13 +62,13 @@ TEST_SUITE("exemptions window")
         // Paired with one that the local list does not have.
         CHECK(window.Assigned(2).text == "Non esiste più (esenzione locale 99): riassegnare");
         CHECK(window.Assigned(2).background == 0xFFEFF6);
-        CHECK(window.form.Controls()[0]->text == "Restano 2 esenzioni da assegnare. 1 è assegnata a un'esenzione "
+        CHECK(window.form.Controls()[1]->text == "Restano 2 esenzioni da assegnare. 1 è assegnata a un'esenzione "
                                                  "locale che non esiste più: non verrà salvata.");
         CHECK(window.siss.selected == 1);
         CHECK(window.form.InitialFocus() == &window.search);
         CHECK(window.local.rows.size() == 6);
-        CHECK_FALSE(window.local.selected);
-        CHECK_FALSE(window.assign.enabled);
+        CHECK(window.Selected() == "C01"); // proposed, since it has the same code
+        CHECK(window.assign.isDefault);
         CHECK(window.form.Result() == FormEsenzioni::Decision::Cancelled);
     }
 
@@ -107,8 +107,7 @@ TEST_SUITE("exemptions window")
         CHECK(window.Selected() == "S01");
         CHECK(window.assign.enabled);
         window.Type("");
-        CHECK(window.Selected().empty());
-        CHECK_FALSE(window.assign.enabled);
+        CHECK(window.Selected() == "C01");
     }
 
     TEST_CASE("of several local exemptions with the code as typed the first is selected, whatever stands before them")
@@ -117,7 +116,7 @@ TEST_SUITE("exemptions window")
             LocalExemptions({{21, "Esatta", "d01", 1}, {22, "Doppia", "d01", 1}, {20, "Comincia", "D01.5", 1}});
         FakeDesktop desktop;
         std::vector<SissExemption> esenzioni = {{"D01", "Da assegnare", {}, {}, 0}};
-        FormEsenzioni form(esenzioni, database, desktop);
+        FormEsenzioni form({}, esenzioni, database, desktop);
         auto& search = Find<TextBox>(form, "Ce&rca");
         search.value = "D01";
         form.Changed(search);
@@ -135,9 +134,11 @@ TEST_SUITE("exemptions window")
         CHECK(window.Assigned(1).text == "C01 - Invalidità civile 100%");
         CHECK_FALSE(window.Assigned(1).background);
         CHECK(window.siss.selected == 3);
-        CHECK(window.form.Controls()[2]->text == "SISS: 013 - Diab.\r\nLocale: da assegnare");
+        CHECK(Find<TextBox>(window.form, "&Dettagli").value == "SISS: 0131 - Diab.\r\nLocale: da assegnare");
         CHECK(window.search.value.empty());
         CHECK(window.view.focus == &window.search);
+        CHECK_FALSE(window.assign.enabled); // no local one has its code
+        CHECK(window.confirm.isDefault);
         window.form.Clicked(window.assign); // a second Enter by mistake
         CHECK(window.Assigned(3).text == "Assegna esenzione");
 
@@ -197,7 +198,7 @@ TEST_SUITE("exemptions window")
         FakeConnection database = LocalExemptions();
         FakeDesktop desktop;
         std::vector<SissExemption> none;
-        FormEsenzioni form(none, database, desktop);
+        FormEsenzioni form({}, none, database, desktop);
         auto& confirm = Find<Button>(form, "&Conferma");
         CHECK(form.InitialFocus() == &confirm);
         auto& search = Find<TextBox>(form, "Ce&rca");

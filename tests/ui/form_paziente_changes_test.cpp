@@ -111,6 +111,39 @@ TEST_SUITE("patient changes window")
         CHECK(grid.rows[1][0].text == "013");
         CHECK(grid.rows[1][1].text == "Descrizione 013");
         CHECK(grid.rows[1][2].text == "Da Inserire");
+        CHECK(Find<CheckBox>(form, "Aggiorna le").explanation->text == "1 nuova; 1 aggiornata con le date del SISS.");
+    }
+
+    TEST_CASE("beside each box stands what the confirmation will write, as the boxes are")
+    {
+        ComparedPatient paziente = Person();
+        ComparedPatient cittadino = Person();
+        Add(paziente, 1, "E01");
+        Add(paziente, 2, "C01");
+        Add(cittadino, 3, "013");
+        cittadino.exemptions[0].lost = true;
+        cittadino.values["Revocato"] = 1;
+        cittadino.domicile.comune = "Milano";
+        FakeDesktop desktop;
+        FormPazienteChanges form(paziente, cittadino, update::byDefault, desktop);
+        const auto effect = [&](const std::string& box) { return Find<CheckBox>(form, box).explanation->text; };
+        CHECK(effect("Aggiorna i dati") == "Nessun dato cambia. Il paziente diventa revocato.");
+        CHECK(effect("Aggiorna residenza") == "Sempre come nel SISS: 1 cambia.");
+        CHECK(effect("Aggiorna le") == "Nessuna nuova. 1 da riassegnare non viene salvata.");
+        CHECK(effect("&Rimuovi") == "Senza la spunta le 2 \"Da Eliminare\" restano al paziente.");
+        CHECK(Find<Grid>(form, "E&senzioni diverse (3)").rows[2][2].text == "Da Riassegnare");
+        auto& remove = Find<CheckBox>(form, "&Rimuovi");
+        remove.checked = true;
+        form.Clicked(remove);
+        CHECK(effect("&Rimuovi") == "Le 2 esenzioni locali vengono eliminate, poi si salvano quelle del SISS.");
+        for (const auto* const box : {"Aggiorna i dati", "Aggiorna le"})
+        {
+            Find<CheckBox>(form, box).checked = false;
+            form.Clicked(Find<CheckBox>(form, box));
+        }
+        CHECK(effect("Aggiorna i dati") == "I dati anagrafici restano quelli locali.");
+        CHECK(effect("Aggiorna le") == "Le esenzioni restano quelle locali.");
+        CHECK(effect("&Rimuovi") == "Senza la spunta le 2 \"Da Eliminare\" restano al paziente.");
     }
 
     TEST_CASE("the check boxes start from the mask")

@@ -84,12 +84,13 @@ TEST_SUITE("working windows")
         form.BarVisible = false;
         form.Load();
         form.BarVisible = true;
-        form.Load(); // the view's, when the caller has loaded the window already
-        CHECK_FALSE(form.Controls().back()->visible);
+        form.Load();                              // the view's, when the caller has loaded the window already
+        CHECK_FALSE(form.Controls()[3]->visible); // the bar
+        CHECK_FALSE(form.Controls()[4]->visible); // how many of how many
         FormProgress other;
         other.Load();
         other.BarVisible = false;
-        CHECK(other.Controls().back()->visible);
+        CHECK(other.Controls()[3]->visible);
     }
 
     TEST_CASE("each progress report is drawn soon and lets messages through")
@@ -106,11 +107,41 @@ TEST_SUITE("working windows")
         CHECK(view.calls == "SPSP");
         CHECK(Text(form, 1) == "Lettura");
         CHECK(Text(form, 2) == "ESENZIONI");
-        const auto* const bar = As<ProgressBar>(*form.Controls().back());
+        const auto* const bar = As<ProgressBar>(*form.Controls()[3]);
         REQUIRE(bar);
         CHECK(bar->value == 3.0F);
         CHECK(bar->maximum == 10.0F);
+        CHECK(Text(form, 4) == "3 di 10");
         form.SetProgressValue(10, 10);
         CHECK(view.calls == "SPSPRP"); // the end is drawn at once
+    }
+
+    TEST_CASE("how many a minute and the time left are told once they can be known")
+    {
+        struct : host::Clock
+        {
+            int second = 0;
+            [[nodiscard]] host::Date Now() const override { return host::Date::FromOle(45000 + second / 86400.0); }
+        } clock;
+        clock.second = 86395; // five seconds later it is another day
+        FormProgress form;
+        form.MeasurePace(clock, "pazienti");
+        const auto after = [&](int seconds, int done)
+        {
+            clock.second += seconds;
+            form.SetProgressValue(done, 12000);
+            return Text(form, 4);
+        };
+        CHECK(after(0, 1) == "1 di 12.000");
+        CHECK(after(4, 5) == "5 di 12.000");
+        CHECK(after(6, 11) == "11 di 12.000; pazienti al minuto: 60; mancano circa 3 ore e 20 minuti");
+        CHECK(after(290, 3001).starts_with("3.001 di 12.000; "));
+        CHECK(after(300, 6001) == "6.001 di 12.000; pazienti al minuto: 600; mancano circa 10 minuti");
+        CHECK(after(100, 11401) == "11.401 di 12.000; pazienti al minuto: 977; manca meno di un minuto");
+        CHECK(after(-3600, 11402) == "11.402 di 12.000"); // the clock was set back
+        CHECK(after(60, 11403) == "11.403 di 12.000; pazienti al minuto: 1; mancano circa 9 ore e 57 minuti");
+        CHECK(after(3600, 11404) == "11.404 di 12.000"); // the machine slept
+        CHECK(after(240, 11405) == "11.405 di 12.000; pazienti al minuto: meno di 1; mancano circa 39 ore e 40 minuti");
+        CHECK(after(6, 12000) == "12.000 di 12.000; pazienti al minuto: 145");
     }
 }

@@ -91,22 +91,32 @@ public:
         , m_surface(surface)
     {
         m_caption = TextWindow(surface.MakeChild(L"STATIC", L"", SS_LEFT | SS_CENTERIMAGE, 0, -1));
+        const DWORD reading = box.readOnly ? ES_READONLY : 0;
+        const DWORD lines = IsTall() ? ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL : ES_AUTOHSCROLL;
         m_edit =
-            TextWindow(surface.MakeChild(L"EDIT", L"", ES_LEFT | ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, id));
-        if (box.list != nullptr)
+            TextWindow(surface.MakeChild(L"EDIT", L"", ES_LEFT | reading | lines | WS_TABSTOP, WS_EX_CLIENTEDGE, id));
+        if (box.list != nullptr || IsTall())
         {
-            PassListKeysToWindow();
+            SeeKeysFirst();
         }
     }
     [[nodiscard]] HWND Input() const noexcept override { return m_edit.Get(); }
     [[nodiscard]] LayoutItem Needs() const override
     {
-        return {.size = {CaptionWidth() + m_surface.Pixels(150), m_surface.Pixels(editHeight)},
+        const int boxes = m_surface.Pixels(150);
+        return {.size = IsTall() ? SIZE{boxes, CaptionHeight() + BoxHeight()}
+                                 : SIZE{CaptionWidth() + boxes, m_surface.Pixels(editHeight)},
                 .sameLine = m_box.sameLine,
                 .stretches = true};
     }
     void Place(const RECT& place) override
     {
+        if (IsTall())
+        {
+            m_caption.Place(place.left, place.top, place.right, place.top + CaptionHeight());
+            m_edit.Place(place.left, place.top + CaptionHeight(), place.right, place.bottom);
+            return;
+        }
         const LONG middle = std::min(place.right, place.left + CaptionWidth());
         m_caption.Place(place.left, place.top, middle, place.bottom);
         m_edit.Place(middle, place.top, place.right, place.bottom);
@@ -134,8 +144,12 @@ public:
     }
 
 private:
-    // The window that the box belongs to knows the list and gets the keys that move in it.
-    void PassListKeysToWindow()
+    [[nodiscard]] bool IsTall() const noexcept { return m_box.lines > 1; }
+    [[nodiscard]] int CaptionHeight() const { return m_surface.LineHeight() + m_surface.Pixels(2); }
+    [[nodiscard]] int BoxHeight() const { return m_box.lines * m_surface.LineHeight() + m_surface.Pixels(6); }
+    // The window that the box belongs to knows the list and gets the keys that move in it. A box of several lines
+    // would keep Enter, Escape and Tab to itself.
+    void SeeKeysFirst()
     {
         const LONG_PTR procedure = reinterpret_cast<LONG_PTR>(&TextBoxView::EditProcedure);
         SetWindowLongPtrW(m_edit.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -143,13 +157,14 @@ private:
     }
     static LRESULT CALLBACK EditProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
     {
+        const auto* const self = reinterpret_cast<const TextBoxView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
         const bool listKey = wParam == VK_UP || wParam == VK_DOWN || wParam == VK_PRIOR || wParam == VK_NEXT;
-        if (message == WM_KEYDOWN && listKey)
+        if (message == WM_KEYDOWN && listKey && self->m_box.list != nullptr)
         {
             return Send(GetParent(window), listKeyMessage, wParam, GetDlgCtrlID(window));
         }
-        const auto* const self = reinterpret_cast<const TextBoxView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-        return CallWindowProcW(self->m_editProcedure, window, message, wParam, lParam);
+        const LRESULT answer = CallWindowProcW(self->m_editProcedure, window, message, wParam, lParam);
+        return message == WM_GETDLGCODE ? answer & ~LRESULT{DLGC_WANTALLKEYS | DLGC_WANTTAB} : answer;
     }
     [[nodiscard]] int CaptionWidth() const
     {
@@ -179,7 +194,8 @@ public:
     {
         return {.size = {m_surface.TextWidth(ToWide(m_box.text), false, true) + m_surface.Pixels(24),
                          m_surface.Pixels(checkHeight)},
-                .sameLine = m_box.sameLine};
+                .sameLine = m_box.sameLine,
+                .leads = m_box.explanation != nullptr};
     }
     void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
     void Update() override
@@ -311,9 +327,8 @@ public:
         , m_button(button)
         , m_surface(surface)
     {
-        const DWORD kind = button.isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
-        m_window =
-            TextWindow(surface.MakeChild(L"BUTTON", L"", kind | WS_TABSTOP | (startsGroup ? WS_GROUP : 0), 0, id));
+        const DWORD group = startsGroup ? WS_GROUP : 0;
+        m_window = TextWindow(surface.MakeChild(L"BUTTON", L"", BS_PUSHBUTTON | WS_TABSTOP | group, 0, id));
     }
     [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
     [[nodiscard]] LayoutItem Needs() const override
@@ -321,16 +336,36 @@ public:
         const int width = m_surface.TextWidth(ToWide(m_button.text), false, true) + m_surface.Pixels(24);
         return {.size = {std::max(width, m_surface.Pixels(buttonWidth)), m_surface.Pixels(buttonHeight)},
                 .sameLine = m_button.sameLine,
-                .isButton = true};
+                .isButton = true,
+                .leads = m_button.explanation != nullptr};
     }
     void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
-    void Update() override { m_window.Update(m_button); }
+    void Update() override
+    {
+        m_window.Update(m_button);
+        if (m_isDefault != m_button.isDefault)
+        {
+            m_isDefault = m_button.isDefault;
+            ShowWhetherDefault();
+        }
+    }
     Event OnCommand(WORD code) override { return code == BN_CLICKED ? Event::Clicked : Event::None; }
 
 private:
+    // The window knows which button Enter presses, the button how it looks.
+    void ShowWhetherDefault() const
+    {
+        if (m_isDefault)
+        {
+            Send(m_surface.Window(), DM_SETDEFID, static_cast<WPARAM>(GetDlgCtrlID(m_window.Get())));
+        }
+        Send(m_window.Get(), BM_SETSTYLE, m_isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
+    }
+
     ui::Button& m_button;
     const Surface& m_surface;
     TextWindow m_window;
+    bool m_isDefault = false;
 };
 
 class ProgressBarView final : public ControlView

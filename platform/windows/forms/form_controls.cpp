@@ -67,11 +67,6 @@ FormControls::FormControls(const ui::Form& form, const Surface& surface)
         const bool isOption = ui::As<ui::OptionButton>(control) != nullptr;
         m_views[i] = MakeControlView(control, surface, id, isOption != optionBefore);
         optionBefore = isOption;
-        const auto* const button = ui::As<ui::Button>(control);
-        if (button != nullptr && button->isDefault)
-        {
-            Send(surface.Window(), DM_SETDEFID, static_cast<WPARAM>(id));
-        }
     }
     AnswerReaders(form, surface);
 }

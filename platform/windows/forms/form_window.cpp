@@ -187,6 +187,8 @@ void FormWindow::OnInitialize()
     {
         EnableMenuItem(GetSystemMenu(m_window, FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
     }
+    // Where the keyboard is shows from the start, also to whoever opened the window by mouse.
+    Send(m_window, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL));
     m_placement->PlaceWindow(m_owner);
 }
 

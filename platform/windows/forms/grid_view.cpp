@@ -11,6 +11,7 @@ namespace vellumo::windows
 namespace
 {
 
+constexpr int rowLine = 1; // that a list view leaves below each row
 constexpr DWORD listStyle =
     LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | WS_TABSTOP;
 constexpr DWORD extendedListStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
@@ -67,7 +68,7 @@ void GridView::MakeColumns()
 
 LayoutItem GridView::Needs() const
 {
-    const int height = HeaderHeight() + m_grid.visibleRows * RowHeight() + 2 * m_surface.Metric(SM_CYEDGE);
+    const int height = HeaderHeight() + m_grid.visibleRows * (RowHeight() + rowLine) + 2 * m_surface.Metric(SM_CYEDGE);
     int width = m_surface.Metric(SM_CXVSCROLL) + 2 * m_surface.Metric(SM_CXEDGE);
     for (const ui::Column& column : m_grid.columns)
     {
@@ -86,6 +87,10 @@ void GridView::Place(const RECT& place)
     m_list.Place(place.left, top, place.right, place.bottom);
     m_placed = true;
     FitColumns();
+    if (m_grid.selected)
+    {
+        Send(m_list.Get(), LVM_ENSUREVISIBLE, *m_grid.selected, FALSE);
+    }
 }
 
 void GridView::FitColumns()

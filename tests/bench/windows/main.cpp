@@ -87,8 +87,9 @@ std::vector<ui::RicettaResult> Results()
     std::vector<ui::RicettaResult> results(10);
     for (auto& result : results)
     {
-        result = {true, "Si sono verificati i seguenti errori:\r\n - Farmaco non più in commercio. (GSSC000021)",
-                  "RAMIPRIL 5 mg 14 compresse ( Quantità : 2 )\r\n"};
+        result = {.descrizione =
+                      "Si sono verificati i seguenti errori:\r\n - Farmaco non più in commercio. (GSSC000021)",
+                  .prescrizioni = "RAMIPRIL 5 mg 14 compresse ( Quantità : 2 )\r\n"};
     }
     return results;
 }
@@ -119,7 +120,7 @@ int main()
     bool good = true;
     good = Measure("opening and closing FormStampa", [&] { return std::make_unique<ui::FormStampa>(opzioni); }) && good;
     good = Measure("opening and closing FormEsenzioni, 300 local ones",
-                   [&] { return std::make_unique<ui::FormEsenzioni>(esenzioni, catalogue, desktop); }) &&
+                   [&] { return std::make_unique<ui::FormEsenzioni>(ui::Whom(), esenzioni, catalogue, desktop); }) &&
            good;
     good = Measure("opening and closing FormPazienteChanges",
                    [&]
@@ -129,7 +130,7 @@ int main()
                    }) &&
            good;
     good = Measure("opening and closing FormRicettaResult, 10 refusals",
-                   [&] { return std::make_unique<ui::FormRicettaResult>(Results()); }) &&
+                   [&] { return std::make_unique<ui::FormRicettaResult>(Results(), 0); }) &&
            good;
     CoUninitialize();
     return good ? 0 : 1;

@@ -110,21 +110,29 @@ TEST_SUITE("console")
 
     TEST_CASE("results of prescriptions: whole texts in columns, pictures as marks, a letter for each button")
     {
-        FormRicettaResult form({{true,
-                                 "Si sono verificati i seguenti errori:\r\n - Priorità non ammessa per una prestazione "
-                                 "di quantità superiore a uno (RIC-0042)",
-                                 "Visita ( Quantità : 2 )\r\nRicercaAnticorpiAntiTireoglobulinaEAntiPerossidasi\r\n"},
-                                {false, "Breve", "Una"}});
+        FormRicettaResult form(
+            {{.outcome = RicettaResult::Outcome::Refused,
+              .descrizione = "Si sono verificati i seguenti errori:\r\n - Priorità non ammessa per una "
+                             "prestazione di quantità superiore a uno (RIC-0042)",
+              .prescrizioni = "Visita ( Quantità : 2 )\r\nRicercaAnticorpiAntiTireoglobulinaEAnti"
+                              "Perossidasi\r\n",
+              .ricetta = "Ricetta accertamenti 102, numero 1"},
+             {.outcome = RicettaResult::Outcome::Flagged, .descrizione = "Breve", .prescrizioni = "Una"}},
+            1);
         Terminal terminal("1\n");
         terminal.desktop.ShowModal(form);
         CHECK(form.Result() ==
               FormRicettaResult::Decision::CancelAll); // the second of the buttons that want the same letter
-        CHECK(terminal.Shows("[a] Annulla ricette errate e prosegui (Invio)\n[1] Annulla operazione\n"));
+        CHECK(
+            terminal.Shows("[a] Annulla ricette errate e prosegui (Invio)\nAnnulla 1 ricetta rifiutata, salva i codici "
+                           "delle altre e prosegue.\n[1] Annulla operazione\n"));
+        CHECK(terminal.Shows("Dettagli della ricetta selezionata\nPaziente: non indicato\r\nRicetta accertamenti 102, "
+                             "numero 1: rifiutata dal SISS.\n"));
         CHECK(terminal.Shows("(X) Rappresentano le ricette che sono state rifiutate dal SISS.\n"));
         const std::string blank(14, ' ');
         const auto line = [](const std::string& text, std::size_t width) { return native::Fitted(text, width) + ' '; };
         CHECK(terminal.Shows(
-            "      1  (X)  " + line("Si sono verificati i seguenti errori:", 56) + line("Visita ( Quantità : 2 )", 38) +
+            ">     1  (X)  " + line("Si sono verificati i seguenti errori:", 56) + line("Visita ( Quantità : 2 )", 38) +
             '\n' + blank + line(" - Priorità non ammessa per una prestazione di quantità", 56) +
             "RicercaAnticorpiAntiTireoglobulinaEAnt \n" + blank + line("superiore a uno (RIC-0042)", 56) +
             line("iPerossidasi", 38) + "\n      2  (!)  " + line("Breve", 56) + line("Una", 38) + '\n'));
@@ -171,7 +179,7 @@ TEST_SUITE("console")
         };
         Terminal terminal("");
         terminal.desktop.ShowModal(form);
-        CHECK(terminal.Shows("[Sincronizzazione] Tabelle Lettura riga 1000 100%\n"));
+        CHECK(terminal.Shows("[Sincronizzazione] Tabelle Lettura riga 1000 100% 1.000 di 1.000\n"));
         const std::string text = terminal.out.str();
         CHECK(std::count(text.begin(), text.end(), '\n') < 100);
     }

@@ -38,7 +38,9 @@ std::vector<RicettaResult> ManyResults()
     std::vector<RicettaResult> results;
     for (int i = 0; i < 200; ++i)
     {
-        results.push_back({i % 2 == 0, Lines(2), "Amoxicillina ( Quantità : 2 )\r\n"});
+        results.push_back({.outcome = i % 2 == 0 ? RicettaResult::Outcome::Refused : RicettaResult::Outcome::Flagged,
+                           .descrizione = Lines(2),
+                           .prescrizioni = "Amoxicillina ( Quantità : 2 )\r\n"});
     }
     results[2].descrizione = "La prestazione richiesta non è erogabile con il codice di esenzione indicato, scaduto";
     results[4].descrizione = Lines(60);
@@ -76,7 +78,7 @@ int BottomOf(int row)
 FormRicettaResult::Decision Run(std::vector<Steps::Step> steps, const std::vector<RicettaResult>& results)
 {
     windows::Win32Desktop desktop;
-    FormRicettaResult form(results);
+    FormRicettaResult form(results, 0);
     Steps operatorSteps(std::move(steps));
     const Robot robot(operatorSteps);
     desktop.ShowModal(form);
@@ -112,8 +114,8 @@ TEST_SUITE("results of the registration on screen")
                      CHECK(grid.columns[1].caption == "Descrizione");
                      CHECK(grid.columns[2].caption == "Prescrizioni");
                      CHECK(grid.rows.size() == 200);
-                     CHECK_FALSE(grid.selected);
-                     CHECK(window.All<Label>().size() == 3);
+                     CHECK(grid.selected == 0);
+                     CHECK(window.All<Label>().size() == 6);
                      CHECK(CellOf(window, 0, 0).image == Image::Error);
                      CHECK(CellOf(window, 1, 0).image == Image::Warning);
                      CHECK(CellOf(window, 1, 1).image == Image::None);
@@ -161,15 +163,17 @@ TEST_SUITE("results of the registration on screen")
     TEST_CASE("read and answered by keyboard alone; a row taller than the window is read to its end")
     {
         int topOfTall = 0;
-        std::vector<Steps::Step> steps = {Key("Down"),   OnRow(0),    Key("End"),  OnRow(199),
-                                          Key("PageUp"), Key("Home"), OnRow(0),    Key("Down"),
-                                          Key("Down"),   Key("Down"), Key("Down"), OnRow(4)};
+        std::vector<Steps::Step> steps = {OnRow(0),      Key("Down"), OnRow(1), Key("End"),  OnRow(199),
+                                          Key("PageUp"), Key("Home"), OnRow(0), Key("Down"), Key("Down"),
+                                          Key("Down"),   Key("Down"), OnRow(4)};
         steps.push_back([&](Window&) { topOfTall = BottomOf(4); });
         steps.push_back(Key("Down"));
         steps.push_back(OnRow(4)); // still there, further down in it
         steps.push_back([&](Window&) { CHECK(BottomOf(4) < topOfTall); });
         steps.push_back(Key("PageDown"));
         steps.push_back(OnRow(4));
+        steps.push_back(Key("Tab")); // to the details, which keep neither Escape nor Tab to themselves
+        steps.push_back(Key("Escape"));
         steps.push_back(Key("Tab"));
         steps.push_back(Key("Space")); // the first button
         CHECK(Run(steps, ManyResults()) == FormRicettaResult::Decision::PrintWithoutIup);

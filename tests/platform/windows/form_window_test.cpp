@@ -108,7 +108,7 @@ TEST_SUITE("windows on screen")
         std::vector<SissExemption> esenzioni = {
             {"C01", "Invalidi", {}, {}, 0}, {"E01", "Reddito", {}, {}, 11}, {"013", "Diabete", {}, {}, 0}};
         windows::Win32Desktop desktop;
-        FormEsenzioni form(esenzioni, database, desktop);
+        FormEsenzioni form({}, esenzioni, database, desktop);
         std::vector<Steps::Step> steps = {[](Window& window)
                                           {
                                               CHECK(window.All<Grid>().at(0)->selected == 0);
@@ -117,7 +117,7 @@ TEST_SUITE("windows on screen")
                                               CHECK(CellOf(window, 0, 2).background == 0xFFEFF6);
                                               CHECK_FALSE(CellOf(window, 1, 2).background);
                                               CHECK(window.All<Grid>().at(1)->rows.size() == 6);
-                                              CHECK_FALSE(window.All<Button>().at(0)->enabled);
+                                              CHECK(window.All<Grid>().at(1)->selected == 2); // C01
                                           }};
         for (const char* key : {"i", "n", "v", "à"}) // accents do not matter
         {
@@ -126,12 +126,12 @@ TEST_SUITE("windows on screen")
         steps.push_back(
             [](Window& window)
             {
-                CHECK(window.All<TextBox>().at(0)->value == "invà");
+                CHECK(window.All<TextBox>().at(1)->value == "invà");
                 CHECK(window.All<Grid>().at(1)->rows.size() == 2);
                 CHECK(window.All<Grid>().at(1)->selected == 0);
                 CHECK(window.All<Button>().at(0)->enabled);
             });
-        // The second match, from the search box; the next row; a second Enter by mistake; a row of the list; then back.
+        // The second match, from the search box; for the next row what is proposed; then another row of the list.
         for (const char* key : {"Down", "Enter", "Enter", "Alt+L", "Down", "Down", "Enter", "Alt+C"})
         {
             steps.push_back(Key(key));
@@ -174,11 +174,13 @@ TEST_SUITE("windows on screen")
             {
                 CHECK(window.Kind() == WindowKind::Form);
                 const auto boxes = window.All<CheckBox>();
-                REQUIRE(boxes.size() == 3);
+                REQUIRE(boxes.size() == 4);
                 CHECK(boxes[0]->checked);
-                CHECK_FALSE(boxes[1]->checked); // Shift+Tab led to it from the box that Alt+R ticked
-                CHECK(boxes[2]->checked);
-                CHECK_FALSE(boxes[2]->enabled);
+                CHECK(boxes[1]->checked); // addresses, in any case
+                CHECK_FALSE(boxes[1]->enabled);
+                CHECK_FALSE(boxes[2]->checked); // Shift+Tab led to it from the box that Alt+R ticked
+                CHECK(boxes[3]->checked);
+                CHECK_FALSE(boxes[3]->enabled);
                 CHECK(CellOf(window, 1, 1).background == 0xFFF2CC);
                 CHECK_FALSE(CellOf(window, 0, 1).background);
                 CHECK(window.Key("Alt+C"));
@@ -240,7 +242,7 @@ TEST_SUITE("windows on screen")
         std::vector<SissExemption> esenzioni = {{"C01", "Invalidi", {}, {}, 0}};
         for (const bool byFrame : {false, true})
         {
-            FormEsenzioni form(esenzioni, database, desktop);
+            FormEsenzioni form({}, esenzioni, database, desktop);
             Steps steps({[](Window& window) { window.DoubleClick(*window.All<Grid>().at(1), 2); },
                          [&](Window& window)
                          {

@@ -39,16 +39,22 @@ ui::ComparedAddress LocalAddress(std::int32_t idPaziente, host::ResidenceKind ki
                                  const service::ProviderContext& context)
 {
     host::Utils& utils = context.services.RequireUtils();
-    const auto rows = utils.OpenRecordset("SELECT Indirizzo, Cap, IDComune FROM Residenza WHERE IDPaziente = {0} "
-                                          "AND IDTipoResidenza = {1}",
-                                          {idPaziente, static_cast<std::int32_t>(kind)});
-    if (rows->IsAtEnd())
-    {
-        return {};
+    ui::ComparedAddress address;
+    std::int32_t town = 0;
+    { // while these rows are open, the connection may not take another statement
+        const auto rows = utils.OpenRecordset("SELECT Indirizzo, Cap, IDComune FROM Residenza WHERE IDPaziente = {0} "
+                                              "AND IDTipoResidenza = {1}",
+                                              {idPaziente, static_cast<std::int32_t>(kind)});
+        if (rows->IsAtEnd())
+        {
+            return address;
+        }
+        address.indirizzo = rows->Field("Indirizzo").ToText();
+        address.cap = rows->Field("Cap").ToText();
+        town = rows->Field("IDComune").ToInteger();
     }
-    const auto town = utils.SingleValue("SELECT Comune FROM Norda..Comune WHERE IDComune = {0}",
-                                        {rows->Field("IDComune").ToInteger()});
-    return {rows->Field("Indirizzo").ToText(), rows->Field("Cap").ToText(), town.ToText()};
+    address.comune = utils.SingleValue("SELECT Comune FROM Norda..Comune WHERE IDComune = {0}", {town}).ToText();
+    return address;
 }
 
 } // namespace

@@ -3,6 +3,9 @@
 #include "player/run.h"
 #include "player/written.h"
 
+#include <tuple>
+#include <type_traits>
+
 namespace vellumo::player
 {
 namespace
@@ -13,69 +16,59 @@ using norda::ProviderClient;
 
 constexpr auto nothing = [](Run&, const Node&) {}; // the line above it looks at this one
 
-ProviderClient& Provider(Run& run)
+// What the scenario gave for a parameter of the call: arguments in their order, which may be left out, the kind of a
+// prescription, the session that the host keeps.
+template <class Parameter>
+Parameter Given(Run& run, std::size_t& next)
 {
-    return run.GetStage().Provider();
+    auto& [arguments, kind, outcome] = run.Current();
+    if constexpr (std::is_same_v<Parameter, const norda::Argument&>)
+    {
+        static const norda::Argument leftOut;
+        return next < arguments.size() ? arguments[next++] : leftOut;
+    }
+    else if constexpr (std::is_same_v<Parameter, bool&>)
+    {
+        return outcome.gestito.emplace(false);
+    }
+    else if constexpr (std::is_same_v<Parameter, std::int32_t>)
+    {
+        return kind;
+    }
+    else
+    {
+        return run.Session();
+    }
 }
 
-norda::Argument First(Run& run)
+std::string Returned(Run&, bool value)
 {
-    return run.Current().arguments.empty() ? norda::Argument() : run.Current().arguments.front();
+    return BooleanText(value);
 }
 
-void Return(Run& run, bool value)
+std::string Returned(Run&, std::int32_t value)
 {
-    run.Current().outcome.returned = BooleanText(value);
+    return std::to_string(value);
 }
 
-template <bool (ProviderClient::*call)()>
+std::string Returned(Run& run, std::shared_ptr<norda::PrescriptionSession> session)
+{
+    run.Session() = std::move(session);
+    return run.Session() ? "session" : "nothing";
+}
+
+template <class Result, class... Parameters>
+Result Call(Run& run, Result (ProviderClient::*call)(Parameters...))
+{
+    [[maybe_unused]] std::size_t next = 0;
+    const std::tuple<Parameters...> given{Given<Parameters>(run, next)...};
+    return std::apply([&](auto&... each) { return (run.GetStage().Provider().*call)(each...); }, given);
+}
+
+template <auto call>
 void Ask(Run& run, const Node&)
 {
-    Return(run, (Provider(run).*call)());
-}
-
-template <bool (ProviderClient::*call)(const norda::Argument&)>
-void AskOf(Run& run, const Node&)
-{
-    Return(run, (Provider(run).*call)(First(run)));
-}
-
-// A form of IDRicetta and its kind.
-template <bool (ProviderClient::*call)(const norda::Argument&, std::int32_t)>
-void AskOfForm(Run& run, const Node&)
-{
-    Return(run, (Provider(run).*call)(First(run), run.Current().kind));
-}
-
-// A prescription of IDRicetta, NumRicetta and its kind.
-template <bool (ProviderClient::*call)(const norda::Argument&, const norda::Argument&, std::int32_t)>
-void AskOfPrescription(Run& run, const Node&)
-{
-    Return(run, (Provider(run).*call)(First(run), run.Current().arguments.back(), run.Current().kind));
-}
-
-void IdentificaPaziente(Run& run, const Node&)
-{
-    bool gestito = false;
-    run.Current().outcome.returned = std::to_string(Provider(run).IdentificaPaziente(First(run), gestito));
-    run.Current().outcome.gestito = gestito;
-}
-
-void ApriSessionePrescrizione(Run& run, const Node&)
-{
-    run.Session() = Provider(run).ApriSessionePrescrizione();
-    run.Current().outcome.returned = run.Session() ? "session" : "nothing";
-}
-
-void RegistraPrescrizione(Run& run, const Node&)
-{
-    Return(run, Provider(run).RegistraPrescrizione(run.Session(), First(run), run.Current().kind));
-}
-
-void RegistraPrescrizioneSingola(Run& run, const Node&)
-{
-    const auto& [arguments, kind, outcome] = run.Current();
-    Return(run, Provider(run).RegistraPrescrizioneSingola(run.Session(), First(run), arguments.back(), kind));
+    run.Current().outcome.returned = Returned(run, Call(run, call));
 }
 
 template <Passing passing>
@@ -159,32 +152,30 @@ const Group operationStatements = {
     "operation",
     Role::Part,
     {
-        {"", "IdentificaPaziente [with <argument>]", "the patient", IdentificaPaziente},
-        {"", "VerificaPaziente [with <argument>]", "", AskOf<&ProviderClient::VerificaPaziente>},
-        {"", "InserisciContatto [with <argument>]", "", AskOf<&ProviderClient::InserisciContatto>},
+        {"", "IdentificaPaziente [with <argument>]", "the patient", Ask<&ProviderClient::IdentificaPaziente>},
+        {"", "VerificaPaziente [with <argument>]", "", Ask<&ProviderClient::VerificaPaziente>},
+        {"", "InserisciContatto [with <argument>]", "", Ask<&ProviderClient::InserisciContatto>},
         {"", "IsActive", "no argument", Ask<&ProviderClient::IsActive>},
         {"", "IsPersonaleStudio", "", Ask<&ProviderClient::IsPersonaleStudio>},
-        {"", "Studio", "",
-         [](Run& run, const Node&) { run.Current().outcome.returned = std::to_string(Provider(run).Studio()); }},
+        {"", "Studio", "", Ask<&ProviderClient::Studio>},
         {"", "Sincronizza", "", Ask<&ProviderClient::Sincronizza>},
         {"", "SincronizzaPazienti", "", Ask<&ProviderClient::SincronizzaPazienti>},
-        {"", "InviaCertificato [with <argument>]", "the certificate", AskOf<&ProviderClient::InviaCertificato>},
-        {"", "AnnullaCertificato [with <argument>]", "", AskOf<&ProviderClient::AnnullaCertificato>},
+        {"", "InviaCertificato [with <argument>]", "the certificate", Ask<&ProviderClient::InviaCertificato>},
+        {"", "AnnullaCertificato [with <argument>]", "", Ask<&ProviderClient::AnnullaCertificato>},
         {"", "ApriSessionePrescrizione", "returns `session` or `nothing`; the host keeps the session",
-         ApriSessionePrescrizione},
+         Ask<&ProviderClient::ApriSessionePrescrizione>},
         {"", "RegistraPrescrizione with <argument> <kind>",
          "the prescription form, or the form and the number of the prescription; in the session that the host "
          "keeps",
-         RegistraPrescrizione},
-        {"", "RegistraPrescrizioneSingola with <argument> <argument> <kind>", "", RegistraPrescrizioneSingola},
-        {"", "ChiudiSessionePrescrizione", "ends that session",
-         [](Run& run, const Node&) { Return(run, Provider(run).ChiudiSessionePrescrizione(run.Session())); }},
+         Ask<&ProviderClient::RegistraPrescrizione>},
+        {"", "RegistraPrescrizioneSingola with <argument> <argument> <kind>", "",
+         Ask<&ProviderClient::RegistraPrescrizioneSingola>},
+        {"", "ChiudiSessionePrescrizione", "ends that session", Ask<&ProviderClient::ChiudiSessionePrescrizione>},
         {"", "VerificaPrescrizione with <argument> <kind>", "need no session",
-         AskOfForm<&ProviderClient::VerificaPrescrizione>},
+         Ask<&ProviderClient::VerificaPrescrizione>},
         {"", "VerificaPrescrizioneSingola with <argument> <argument> <kind>", "",
-         AskOfPrescription<&ProviderClient::VerificaPrescrizioneSingola>},
-        {"", "AnnullaPrescrizione with <argument> <argument> <kind>", "",
-         AskOfPrescription<&ProviderClient::AnnullaPrescrizione>},
+         Ask<&ProviderClient::VerificaPrescrizioneSingola>},
+        {"", "AnnullaPrescrizione with <argument> <argument> <kind>", "", Ask<&ProviderClient::AnnullaPrescrizione>},
     }};
 
 const Group argumentStatements = {

@@ -3,7 +3,7 @@
 #include "host/text.h"
 #include "player/written.h"
 
-#include <array>
+#include <iomanip>
 #include <map>
 #include <sstream>
 
@@ -14,17 +14,9 @@ namespace
 
 std::string Written(std::optional<ui::Colour> colour)
 {
-    if (!colour)
-    {
-        return "plain";
-    }
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string text = "#";
-    for (int shift = 20; shift >= 0; shift -= 4)
-    {
-        text += digits[(*colour >> static_cast<unsigned>(shift)) & 0xFU];
-    }
-    return text;
+    std::ostringstream text;
+    text << '#' << std::hex << std::uppercase << std::setw(6) << std::setfill('0') << colour.value_or(0);
+    return colour ? text.str() : "plain";
 }
 
 std::string Written(ui::Image image)
@@ -42,17 +34,13 @@ std::string InDigits(const std::string& colour)
 
 void ExpectLooks(const std::string& where, const std::string& marks, const ui::Cell& seen)
 {
+    const auto colours = Written(seen.foreground) + " on " + Written(seen.background);
     std::istringstream in(marks);
     for (std::string word; in >> word;)
     {
         if (word == "plain")
         {
-            Expect(where + ", colours", "plain on plain", Written(seen.foreground) + " on " + Written(seen.background));
-        }
-        else if (word == "on")
-        {
-            in >> word;
-            Expect(where + ", background", InDigits(word), Written(seen.background));
+            Expect(where + ", colours", "plain on plain", colours);
         }
         else if (word == "error" || word == "warning")
         {
@@ -60,7 +48,9 @@ void ExpectLooks(const std::string& where, const std::string& marks, const ui::C
         }
         else
         {
-            Expect(where + ", colour", InDigits(word), Written(seen.foreground));
+            const bool isBackground = word == "on" && in >> word;
+            Expect(where + (isBackground ? ", background" : ", colour"), InDigits(word),
+                   Written(isBackground ? seen.background : seen.foreground));
         }
     }
 }

@@ -5,6 +5,7 @@
 #include "simulator/norda/ansi_file.h"
 
 #include <algorithm>
+#include <regex>
 #include <set>
 
 namespace vellumo::player
@@ -29,16 +30,16 @@ void LookAtRequest(Run& run, const Node& node)
     Expect("service", node.Text("SERVICE"), run.Open().requestBody.name);
 }
 
+// What is there, so that a text is not taken for nothing.
+std::string Shown(const std::optional<std::string>& text)
+{
+    return text ? Quoted(*text) : "nothing";
+}
+
 void LookAtPath(Run& run, const Node& node)
 {
-    const auto text = [](const auto& found) { return found ? *found : std::string("no such node"); };
     const auto expected = node.Has("missing") ? std::nullopt : std::optional(node.Text("TEXT"));
-    const auto seen = run.Open().requestBody.TextAt(node.Text("PATH"));
-    if (expected != seen)
-    {
-        Expect(node.Text("PATH"), text(expected), text(seen));
-        throw Differs(node.Text("PATH") + " is " + (seen ? "there" : "missing"));
-    }
+    Expect(node.Text("PATH"), Shown(expected), Shown(run.Open().requestBody.TextAt(node.Text("PATH"))));
 }
 
 // The session as the host has it.
@@ -50,15 +51,12 @@ void LookAtSession(Run& run, const Node& node)
         throw Differs("the host has no session");
     }
     const auto& what = node.choice;
-    if (what == "SenzaSISS" || what == "DaValidare")
-    {
-        Expect(what, node.Text("VALUE"),
-               BooleanText(what == "SenzaSISS" ? session->SenzaSISS() : session->DaValidare()));
-        return;
-    }
-    const auto options = run.GetStage().Provider().OptionsOf(*session);
+    const auto options = [&] { return run.GetStage().Provider().OptionsOf(*session); };
     Expect(what, node.Text("VALUE"),
-           std::to_string(what == "TipoRicetta" ? options.TipoRicetta : options.ModalitaStampa));
+           what == "SenzaSISS"     ? BooleanText(session->SenzaSISS())
+           : what == "DaValidare"  ? BooleanText(session->DaValidare())
+           : what == "TipoRicetta" ? std::to_string(options().TipoRicetta)
+                                   : std::to_string(options().ModalitaStampa));
 }
 
 void LookAtResponses(Run& run, const Node& node)
@@ -80,9 +78,16 @@ std::string Listed(const Rows& rows)
     return lines.empty() ? "no rows" : lines;
 }
 
+// "*" stands for anything, also as the value of a column.
 bool Fits(const std::string& expected, const std::string& seen)
 {
-    return expected == "*" || expected == seen;
+    return expected == seen || expected == "*" ||
+           (expected.ends_with(" = *") && seen.starts_with(expected.substr(0, expected.size() - 2)));
+}
+
+bool AllFit(const std::vector<std::string>& expected, const std::vector<std::string>& seen)
+{
+    return std::equal(expected.begin(), expected.end(), seen.begin(), seen.end(), Fits);
 }
 
 void LookAtRows(Run& run, const Node& node)
@@ -105,42 +110,20 @@ void LookAtRows(Run& run, const Node& node)
             expected.push_back(line.Cells());
         }
     }
-    const auto fits = [](const auto& left, const auto& right)
-    { return std::equal(left.begin(), left.end(), right.begin(), right.end(), Fits); };
-    if (!std::equal(expected.begin(), expected.end(), seen.begin(), seen.end(), fits))
+    if (!std::equal(expected.begin(), expected.end(), seen.begin(), seen.end(), AllFit))
     {
         throw Differs("rows\n  expected: " + Listed(expected) + "\n  seen:     " + Listed(seen));
     }
 }
 
-// `changed TABLE KEY COLUMN = TEXT | COLUMN = TEXT`, `added …`, `removed …`
-RowChange ChangeOf(const Node& line)
+// As `RowChange::Texts`.
+std::vector<std::string> TextsOf(const Node& line)
 {
-    RowChange change;
-    change.kind = line.Keyword() == "added"     ? RowChange::Kind::Added
-                  : line.Keyword() == "removed" ? RowChange::Kind::Removed
-                                                : RowChange::Kind::Changed;
-    change.table = line.Text("TABLE");
-    change.key = change.kind == RowChange::Kind::Added ? 0 : line.Number("N");
-    for (const auto& cell : change.kind == RowChange::Kind::Removed ? std::vector<std::string>() : line.Cells())
-    {
-        const auto sign = cell.find(" =");
-        if (sign == std::string::npos)
-        {
-            throw Differs("expected COLUMN = text in " + cell);
-        }
-        change.texts[cell.substr(0, sign)] = host::Trimmed(std::string_view(cell).substr(sign + 2));
-    }
-    return change;
-}
-
-bool Fits(const RowChange& expected, const RowChange& seen)
-{
-    const auto same = [](const auto& left, const auto& right)
-    { return left.first == right.first && Fits(left.second, right.second); };
-    return expected.kind == seen.kind && expected.table == seen.table &&
-           (expected.kind == RowChange::Kind::Added || expected.key == seen.key) &&
-           std::equal(expected.texts.begin(), expected.texts.end(), seen.texts.begin(), seen.texts.end(), same);
+    auto texts = line.Has("CELLS") ? line.Cells() : std::vector<std::string>();
+    std::sort(texts.begin(), texts.end());
+    texts.insert(texts.begin(),
+                 std::string(line.Keyword()) + ' ' + line.Text("TABLE") + (line.Has("N") ? ' ' + line.Text("N") : ""));
+    return texts;
 }
 
 void LookAtChanges(Run& run, const Node& node)
@@ -148,12 +131,12 @@ void LookAtChanges(Run& run, const Node& node)
     auto seen = run.Changes();
     for (const auto& line : node.below)
     {
-        const auto expected = ChangeOf(line);
-        const auto found =
-            std::find_if(seen.begin(), seen.end(), [&](const RowChange& each) { return Fits(expected, each); });
+        const auto expected = TextsOf(line);
+        const auto found = std::find_if(seen.begin(), seen.end(),
+                                        [&](const RowChange& each) { return AllFit(expected, each.Texts()); });
         if (found == seen.end())
         {
-            run.Report(line.place, "the database did not change so: " + expected.Text());
+            run.Report(line.place, "the database did not change so: " + Joined(expected, " | "));
         }
         else
         {
@@ -167,20 +150,13 @@ void LookAtChanges(Run& run, const Node& node)
         {
             continue;
         }
-        run.Report(node.place, "the database changed and should not have: " + change.Text());
+        run.Report(node.place, "the database changed and should not have: " + Joined(change.Texts(), " | "));
     }
 }
 
 std::vector<fs::path> LogFolders(Run& run)
 {
-    std::vector<fs::path> folders;
-    std::error_code none;
-    for (const auto& entry : fs::directory_iterator(run.GetStage().Practice().LogFolder(), none))
-    {
-        folders.push_back(entry.path());
-    }
-    std::sort(folders.begin(), folders.end());
-    return folders;
+    return EntriesOf(run.GetStage().Practice().LogFolder());
 }
 
 std::string Name(const fs::path& path)
@@ -193,17 +169,15 @@ void LookAtLog(Run& run, const Node& node)
 {
     const auto folders = LogFolders(run);
     const auto& folder = Numbered(folders, node.Count("N"), "log folder");
-    constexpr std::string_view form = "dddd-dd-dd dd.dd.dd"; // 2024-01-31 09.30.00
-    const auto name = Name(folder);
-    if (!std::equal(name.begin(), name.end(), form.begin(), form.end(),
-                    [](char c, char kind) { return kind == 'd' ? c >= '0' && c <= '9' : c == kind; }))
+    static const std::regex form(R"(\d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d)"); // 2024-01-31 09.30.00
+    if (!std::regex_match(Name(folder), form))
     {
-        run.Report(node.place, "the folder's name is " + Quoted(name));
+        run.Report(node.place, "the folder's name is " + Quoted(Name(folder)));
     }
     std::set<std::string> others;
-    for (const auto& entry : fs::directory_iterator(folder))
+    for (const auto& file : EntriesOf(folder))
     {
-        others.insert(Name(entry.path()));
+        others.insert(Name(file));
     }
     run.Open().logFolder = folder;
     run.PlayBelow(node);
@@ -237,10 +211,9 @@ void LookAtLogFile(Run& run, const Node& node)
 std::string Traces(Run& run)
 {
     std::string text;
-    std::error_code none;
-    for (const auto& entry : fs::directory_iterator(run.GetStage().Practice().TraceFolder(), none))
+    for (const auto& file : EntriesOf(run.GetStage().Practice().TraceFolder()))
     {
-        text += Name(entry.path()).starts_with("tracce ") ? norda::ReadAnsiFile(entry.path()) : "";
+        text += Name(file).starts_with("tracce ") ? norda::ReadAnsiFile(file) : "";
     }
     return text;
 }
@@ -256,11 +229,9 @@ void LookAtTraces(Run& run, const Node& node)
 
 void LookAtRegistry(Run& run, const Node& node)
 {
+    const auto expected = node.Has("missing") ? std::nullopt : std::optional(node.Text("TEXT"));
     const auto seen = run.GetStage().GetTarget().Machine().MachineText(node.Text("KEY"), node.Text("NAME"));
-    if (seen != (node.Has("missing") ? std::nullopt : std::optional(node.Text("TEXT"))))
-    {
-        throw Differs("the registry holds " + (seen ? Quoted(*seen) : "nothing"));
-    }
+    Expect(node.Text("NAME"), Shown(expected), Shown(seen));
 }
 
 constexpr auto nothing = [](Run&, const Node&) {}; // the line above it looks at this one

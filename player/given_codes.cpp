@@ -11,7 +11,7 @@ namespace vellumo::player
 namespace
 {
 
-using Rows = std::set<std::pair<std::string, int>>; // table and key
+using Rows = std::set<RowId>;
 
 void AddCodes(const std::string& reply, std::vector<std::string>& codes)
 {
@@ -29,16 +29,13 @@ void AddCodes(const std::string& reply, std::vector<std::string>& codes)
 Rows RowsWith(const std::string& code, const Snapshot& snapshot, const Rows& before = {})
 {
     Rows rows;
-    for (const auto& [table, texts] : snapshot)
+    for (const auto& [row, texts] : snapshot)
     {
-        for (const auto& [key, row] : texts.rows)
+        const bool has = row.table != journalTable &&
+                         std::ranges::any_of(texts, [&](const auto& cell) { return cell.second == code; });
+        if (has && !before.contains(row))
         {
-            const bool has = table != journalTable &&
-                             std::ranges::any_of(row, [&](const auto& cell) { return cell.second == code; });
-            if (has && !before.contains({table, key}))
-            {
-                rows.emplace(table, key);
-            }
+            rows.insert(row);
         }
     }
     return rows;
@@ -46,8 +43,9 @@ Rows RowsWith(const std::string& code, const Snapshot& snapshot, const Rows& bef
 
 bool InJournal(const std::string& code, const Snapshot& snapshot)
 {
-    return std::ranges::any_of(snapshot.at(std::string(journalTable)).rows,
-                               [&](const auto& row) { return row.second.at("Riga").find(code) != std::string::npos; });
+    return std::ranges::any_of(
+        snapshot, [&](const auto& each)
+        { return each.first.table == journalTable && each.second.at("Riga").find(code) != std::string::npos; });
 }
 
 } // namespace

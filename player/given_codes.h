@@ -17,7 +17,7 @@ struct Snapshots
 {
     const Snapshot& before;
     const Snapshot& after;
-    const Snapshot& now;
+    Snapshot now;
 };
 
 // What is wrong with the first of the codes in the first `replies` replies that is neither in the row where the whole

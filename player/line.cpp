@@ -14,11 +14,6 @@ namespace vellumo::player
 namespace
 {
 
-bool IsBlank(char c)
-{
-    return host::blanks.find(c) != std::string_view::npos;
-}
-
 // "{today}", "{today-31}", "{today+5 siss}", "{today shown}"
 std::string WithDates(std::string text)
 {
@@ -31,22 +26,6 @@ std::string WithDates(std::string text)
                                             : found[2] == " shown" ? "%d/%m/%Y"
                                                                    : dayForm);
         text = found.prefix().str() + written + found.suffix().str();
-    }
-    return text;
-}
-
-// A comment begins with "#" at the line's begin or behind a blank, outside quotes.
-std::string_view WithoutComment(std::string_view text)
-{
-    bool quoted = false;
-    for (std::size_t at = 0; at < text.size(); ++at)
-    {
-        quoted = quoted != (text[at] == '"');
-        const bool apart = at == 0 || IsBlank(text[at - 1]);
-        if (!quoted && apart && text[at] == '#' && (at + 1 == text.size() || IsBlank(text[at + 1])))
-        {
-            return text.substr(0, at);
-        }
     }
     return text;
 }
@@ -84,6 +63,12 @@ Line::Line(Place where, std::string_view written)
         word.text =
             word.quoted ? TakeQuoted(place, text, at) : text.substr(at, text.find_first_of(host::blanks, at) - at);
         at += word.quoted ? 0 : word.text.size();
+        if (word.text == "#" && !word.quoted) // the rest is a comment
+        {
+            text.resize(word.at);
+            text.resize(host::Trimmed(text).size());
+            return;
+        }
         words.push_back(std::move(word));
     }
 }
@@ -122,9 +107,9 @@ std::vector<Line> ReadLines(const std::string& file, const std::string& text)
             }
             lines.back().block.push_back(dated.substr(std::min(dated.find('|') + 2, dated.size())));
         }
-        else if (const auto content = host::Trimmed(WithoutComment(dated)); !content.empty())
+        else if (Line line(place, dated); !line.words.empty())
         {
-            lines.emplace_back(place, content);
+            lines.push_back(std::move(line));
         }
     }
     return lines;

@@ -36,6 +36,7 @@ struct Word
     std::size_t at = 0; // where it begins in the line
 };
 
+// Behind a word "#" stands a comment.
 struct Line
 {
     Line(Place where, std::string_view written);

@@ -9,6 +9,7 @@
 
 #include <fstream>
 #include <iostream>
+#include <map>
 #include <optional>
 
 namespace
@@ -28,28 +29,23 @@ struct Arguments
 std::optional<Arguments> ReadArguments(const std::vector<std::string>& words)
 {
     Arguments arguments;
+    const std::map<std::string, fs::path*> paths = {{"--screenshots", &arguments.options.screenshots},
+                                                    {"--keep", &arguments.options.keep},
+                                                    {"--statements", &arguments.document}};
     for (std::size_t i = 0; i < words.size(); ++i)
     {
-        const bool more = i + 1 < words.size();
-        if (words[i] == "--tell")
+        const auto path = paths.find(words[i]);
+        if (path != paths.end() && i + 1 < words.size())
+        {
+            *path->second = fs::u8path(words[++i]);
+        }
+        else if (words[i] == "--tell")
         {
             arguments.options.tell = true;
         }
         else if (words[i] == "--strict")
         {
             arguments.options.strict = true;
-        }
-        else if (words[i] == "--screenshots" && more)
-        {
-            arguments.options.screenshots = fs::u8path(words[++i]);
-        }
-        else if (words[i] == "--keep" && more)
-        {
-            arguments.options.keep = fs::u8path(words[++i]);
-        }
-        else if (words[i] == "--statements" && more)
-        {
-            arguments.document = fs::u8path(words[++i]);
         }
         else if (words[i] == "--apart" && i + 2 < words.size()) // how the player starts itself
         {
@@ -68,13 +64,6 @@ std::optional<Arguments> ReadArguments(const std::vector<std::string>& words)
     return arguments.files.empty() && arguments.document.empty() ? std::nullopt : std::optional(arguments);
 }
 
-// Writes the document's tables of statements anew.
-void WriteTables(const fs::path& document)
-{
-    const auto text = FileText(document);
-    std::ofstream(document, std::ios::binary) << WithStatementTables(text);
-}
-
 } // namespace
 
 int main(int count, char** words)
@@ -91,7 +80,8 @@ int main(int count, char** words)
     {
         if (!arguments->document.empty())
         {
-            WriteTables(arguments->document);
+            const auto text = FileText(arguments->document);
+            std::ofstream(arguments->document, std::ios::binary) << WithStatementTables(text);
             return 0;
         }
         Runner runner(arguments->options, std::cout);

@@ -4,9 +4,7 @@
 #include "simulator/siss/xml_text.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <map>
-#include <set>
 #include <utility>
 
 namespace vellumo::player
@@ -29,6 +27,14 @@ std::string Caption(const ui::Cell& cell)
     return cell.image == ui::Image::Error     ? "(errore)"
            : cell.image == ui::Image::Warning ? "(avviso)"
                                               : Replaced(cell.text, "\r\n", " ");
+}
+
+// The title with what is to be said of it, and the labels.
+std::vector<std::string> LabelsOf(const Window& window, const std::string& more)
+{
+    auto lines = CaptionsOf(window.All<ui::Label>());
+    lines.insert(lines.begin(), '"' + window.Title() + '"' + more);
+    return lines;
 }
 
 // Short grids whole, of long ones only how many rows there are.
@@ -88,11 +94,12 @@ std::string ServiceOf(const std::string& requestXml)
     return body == nullptr || body->children.empty() ? "?" : body->children.front().name;
 }
 
-std::string InWords(RowChange::Kind kind)
+// What happened to how many rows of which table.
+std::string KindInWords(const RowChange& change)
 {
-    return kind == RowChange::Kind::Added     ? "nuova riga in "
-           : kind == RowChange::Kind::Removed ? "eliminata una riga di "
-                                              : "aggiornata una riga di ";
+    static const std::map<std::string, std::string> kinds = {
+        {"added", "nuova riga in "}, {"removed", "eliminata una riga di "}, {"changed", "aggiornata una riga di "}};
+    return kinds.at(change.kind) + change.row.table;
 }
 
 std::string InWords(const RowChange& change)
@@ -102,8 +109,7 @@ std::string InWords(const RowChange& change)
     {
         texts.push_back(column + " = " + (value == "now" ? "adesso" : value == "NULL" ? "(vuoto)" : value));
     }
-    return InWords(change.kind) + change.table +
-           (change.kind == RowChange::Kind::Added ? "" : ", " + std::to_string(change.key)) +
+    return KindInWords(change) + (change.kind == "added" ? "" : ", " + std::to_string(change.row.key)) +
            (texts.empty() ? "" : ": ") + Joined(texts, ", ");
 }
 
@@ -156,8 +162,7 @@ void Narrator::WindowSeen(const Window& window, bool isNew)
         return;
     }
     ++m_windows;
-    auto lines = CaptionsOf(window.All<ui::Label>());
-    lines.insert(lines.begin(), {'"' + window.Title() + '"'});
+    auto lines = LabelsOf(window, "");
     if (window.Kind() == WindowKind::Box)
     {
         lines.push_back(window.Text());
@@ -179,9 +184,9 @@ void Narrator::Progress(const Window& window)
         return;
     }
     const auto* const bar = window.All<ui::ProgressBar>().front();
-    auto lines = CaptionsOf(window.All<ui::Label>());
-    lines.insert(lines.begin(), '"' + window.Title() + "\", " + std::to_string(static_cast<long>(bar->value)) + " di " +
-                                    std::to_string(static_cast<long>(bar->maximum)));
+    const auto progress =
+        ", " + std::to_string(static_cast<long>(bar->value)) + " di " + std::to_string(static_cast<long>(bar->maximum));
+    const auto lines = LabelsOf(window, progress);
     Say("avanzamento", Joined(lines, "\n"));
 }
 
@@ -208,7 +213,7 @@ void Narrator::SayStored(const std::vector<RowChange>& stored)
         }
         else
         {
-            ++counts[InWords(change.kind) + change.table];
+            ++counts[KindInWords(change)];
         }
     }
     for (const auto& [what, count] : counts)
@@ -231,23 +236,14 @@ void Narrator::CallEnds(const Outcome& outcome, const std::vector<RowChange>& st
 
 void Narrator::Logged(const std::filesystem::path& logFolder)
 {
-    std::map<std::string, std::set<std::pair<int, std::string>>> folders; // by the number that a name begins with
-    std::error_code none;
-    for (const auto& folder : std::filesystem::directory_iterator(logFolder, none))
+    const auto folders = EntriesOf(logFolder);
+    m_out << (folders.empty() ? "" : "\n  Registro degli scambi\n");
+    for (const auto& folder : folders)
     {
-        auto& files = folders[folder.path().filename().string()];
-        for (const auto& file : std::filesystem::directory_iterator(folder.path()))
+        m_out << "    " << folder.filename().string() << '\n';
+        for (const auto& file : EntriesOf(folder))
         {
-            const auto name = file.path().filename().string();
-            files.emplace(std::atoi(name.c_str()), name);
-        }
-    }
-    for (const auto& [folder, files] : folders)
-    {
-        m_out << (folder == folders.begin()->first ? "\n  Registro degli scambi\n    " : "    ") << folder << '\n';
-        for (const auto& [number, file] : files)
-        {
-            m_out << "      " << file << '\n';
+            m_out << "      " << file.filename().string() << '\n';
         }
     }
 }

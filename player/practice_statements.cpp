@@ -82,25 +82,17 @@ void RunSql(Run& run, const Node& node)
     transaction.Commit();
 }
 
-void RemoveRegistryText(Run& run, const Node& node)
+void SetRegistryText(Run& run, const Node& node)
 {
     const auto key = node.Text("KEY");
-    if (node.Has("user"))
-    {
-        Machine(run).SetUserText(key, node.Text("NAME"), std::nullopt);
-        return;
-    }
-    if (!Machine(run).MachineText(key, node.Text("NAME")))
+    const auto name = node.Text("NAME");
+    const auto text = node.Has("missing") ? std::nullopt : std::optional(node.Text("TEXT"));
+    if (node.Has("machine") && !text && !Machine(run).MachineText(key, name))
     {
         run.HasNoEffect(node, nothingThere);
     }
-    Machine(run).SetMachineText(key, node.Text("NAME"), std::nullopt);
-}
-
-void SetRegistryText(Run& run, const Node& node)
-{
     const auto set = node.Has("machine") ? &norda::Installation::SetMachineText : &norda::Installation::SetUserText;
-    (Machine(run).*set)(node.Text("KEY"), node.Text("NAME"), node.Text("TEXT"));
+    (Machine(run).*set)(key, name, text);
 }
 
 void SetSaveHabit(Run& run, const Node& node)
@@ -188,7 +180,7 @@ const Group practiceStatements = {
         {"", "folder 'PATH' missing", "removes a folder", Remove},
         {"", "registry machine KEY missing", "removes a registry key, so that nothing can be written there",
          [](Run& run, const Node& node) { Machine(run).RemoveMachineKey(node.Text("KEY")); }},
-        {"", "registry machine/user KEY NAME missing", "removes a registry value", RemoveRegistryText},
+        {"", "registry machine/user KEY NAME missing", "removes a registry value", SetRegistryText},
         {"", "registry machine/user KEY NAME TEXT", "sets a registry text", SetRegistryText},
         {"", "save patient/asl/specialist/prescription/certificate without a result",
          "the host's record is saved by a procedure, which answers nothing", SetSaveHabit},
@@ -199,8 +191,7 @@ const Group practiceStatements = {
         {"", "fail statement N 'PART' ['TEXT']", "the N-th of them does", FailStatement},
         {"", "fail statement N 'PART' as deadlock/doomed/timeout/lost/reported",
          "in the server's ways: the victim of a deadlock or an error that dooms its transaction, which the server "
-         "takes "
-         "back; too long a wait; a connection lost for good; a statement that happens and is reported as failed",
+         "takes back; too long a wait; a connection lost for good; a statement that happens and is reported as failed",
          FailStatement},
         {"", "fail session after keeping/giving N responses",
          "the session that the host keeps faults when it is to keep, or to give back, more than that", LimitSession},

@@ -11,6 +11,25 @@
 namespace vellumo::player
 {
 
+namespace
+{
+
+// `expected`: part of the fault's text; empty: there must be none.
+void ExpectFault(const std::optional<std::string>& expected, const std::optional<std::string>& seen,
+                 const std::string& otherwise)
+{
+    if (expected.has_value() != seen.has_value())
+    {
+        throw Differs(seen ? "there was a fault: " + Quoted(*seen) : "there was no fault: " + otherwise);
+    }
+    if (seen && seen->find(*expected) == std::string::npos)
+    {
+        Expect("fault", *expected, *seen);
+    }
+}
+
+} // namespace
+
 std::filesystem::path FileBeside(const Node& node, const std::string& name)
 {
     return std::filesystem::path(node.place.file).parent_path() / std::filesystem::u8path(name);
@@ -19,12 +38,13 @@ std::filesystem::path FileBeside(const Node& node, const std::string& name)
 Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator& narrator)
     : m_options(std::move(options))
     , m_narrator(narrator)
-    , m_stage(std::make_unique<Stage>(model, folder, m_operator))
+    , m_stage(std::make_unique<Stage>(model, folder, *this))
 {
     if (m_options.strict)
     {
         m_stage->BecomeStrict();
     }
+    m_operator.emplace(*this, Node(), false); // no window is expected
     m_stage->Network().onCall = [this](const std::string& requestXml) { OnRequest(requestXml); };
     m_stage->Network().onReply = [this](const std::string& reply) { m_narrator.Received(reply); };
     m_stage->SetStatementSeen([this] { OnStatement(); });
@@ -36,12 +56,13 @@ Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder
     }
 }
 
-void Run::Play(const Node& node)
+bool Run::Play(const Node& node)
 {
     try
     {
         m_place = node.place;
         node.Perform(*this);
+        return true;
     }
     catch (const Differs& difference)
     {
@@ -51,6 +72,7 @@ void Run::Play(const Node& node)
     {
         Report(node.place, std::string("this could not be done: ") + fault.what());
     }
+    return false;
 }
 
 void Run::PlayBelow(const Node& node)
@@ -61,9 +83,16 @@ void Run::PlayBelow(const Node& node)
     }
 }
 
-void Run::MustHaveEffect(const Node& line, std::string otherwise, std::function<bool()> hadEffect)
+void Run::MustHaveEffect(const Node& line, const std::string& otherwise, const std::function<bool()>& hadEffect)
 {
-    m_awaited.push_back({line.place, std::move(otherwise), std::move(hadEffect)});
+    m_atEnd.push_back(
+        [this, &line, otherwise, hadEffect]
+        {
+            if (!hadEffect())
+            {
+                HasNoEffect(line, otherwise);
+            }
+        });
 }
 
 std::int32_t Run::PatientId(const std::string& codiceFiscale)
@@ -119,10 +148,7 @@ void Run::Call(const Node& call)
     Remember();
     m_current = {};
     const auto& operation = call.parts.front();
-    for (const auto& part : operation.parts)
-    {
-        part.Perform(*this);
-    }
+    TakeArguments(operation);
     m_narrator.CallBegins(std::string(operation.Keyword()), m_narrator.IsHeard() ? Describe(operation) : "");
     const auto before = m_narrator.IsHeard() ? Now() : Snapshot();
     const bool lenient = m_options.failingStatement != 0;
@@ -133,18 +159,9 @@ void Run::Call(const Node& call)
             m_timer.push_back(&line);
         }
     }
-    m_watch.Begin(call, lenient);
-    m_operator.Begin(call, lenient);
-    try
-    {
-        operation.Perform(*this);
-    }
-    catch (const host::Fault& fault)
-    {
-        m_current.outcome = {"", std::nullopt, fault.Description()};
-    }
-    m_operator.End();
-    m_watch.End();
+    m_operator.emplace(*this, call, lenient);
+    Make(operation);
+    m_operator->End();
     for (const auto* const line : std::exchange(m_timer, {}))
     {
         if (!lenient)
@@ -164,28 +181,35 @@ void Run::Call(const Node& call)
 void Run::CallMeanwhile(const Node& line)
 {
     const auto outer = std::exchange(m_current, {});
-    const auto& operation = line.parts.front();
+    TakeArguments(line.parts.front());
+    m_stage->HandOver();
+    Make(line.parts.front());
+    const auto [returned, gestito, fault] = std::exchange(m_current, outer).outcome;
+    ExpectFault(line.Has("faults") ? std::optional(line.Text("PART")) : std::nullopt, fault,
+                "the call returned " + returned);
+    if (!fault)
+    {
+        Expect("returned value", line.Text("VALUE"), returned);
+    }
+}
+
+void Run::TakeArguments(const Node& operation)
+{
     for (const auto& part : operation.parts)
     {
         part.Perform(*this);
     }
-    m_stage->HandOver();
+}
+
+void Run::Make(const Node& operation)
+{
     try
     {
         operation.Perform(*this);
     }
     catch (const host::Fault& fault)
     {
-        m_current.outcome = {"fault", std::nullopt, fault.Description()};
-    }
-    const auto seen = std::exchange(m_current, outer).outcome;
-    if (!line.Has("faults"))
-    {
-        Expect("returned value", line.Text("VALUE"), seen.returned);
-    }
-    else if (!seen.fault || seen.fault->find(line.Text("PART")) == std::string::npos)
-    {
-        Expect("fault", line.Text("PART"), seen.fault.value_or("none, it returned " + seen.returned));
+        m_current.outcome = {"", std::nullopt, fault.Description()};
     }
 }
 
@@ -193,17 +217,10 @@ void Run::Compare(const Node& call)
 {
     const auto& [returned, gestito, fault] = m_current.outcome;
     const auto* const faults = FindLine(call.below, "faults");
-    if (fault.has_value() != (faults != nullptr))
-    {
-        throw Differs(fault ? "the call faulted: " + Quoted(*fault)
-                            : "the call did not fault, it returned " + returned);
-    }
+    ExpectFault(faults == nullptr ? std::nullopt : std::optional(faults->Text("PART")), fault,
+                "the call returned " + returned);
     if (fault)
     {
-        if (fault->find(faults->Text("PART")) == std::string::npos)
-        {
-            Expect("fault", faults->Text("PART"), *fault);
-        }
         return;
     }
     const auto* const returns = FindLine(call.below, "returns");
@@ -223,49 +240,59 @@ void Run::Compare(const Node& call)
 void Run::CreateProvider(const std::optional<std::string>& fault)
 {
     Remember();
-    m_session.reset(); // as when the host's program starts anew
-    if (!m_stage->ReleaseProvider())
-    {
-        Report(m_place, "the library could not be unloaded after the provider was released");
-    }
+    LetGo(m_place); // as when the host's program starts anew
+    std::optional<std::string> seen;
     try
     {
         static_cast<void>(m_stage->Provider());
     }
-    catch (const host::Fault& seen)
+    catch (const host::Fault& thrown)
     {
-        if (!fault || seen.Description().find(*fault) == std::string::npos)
-        {
-            throw Differs("creating the provider faulted: " + Quoted(seen.Description()));
-        }
-        return;
+        seen = thrown.Description();
     }
-    if (fault)
+    ExpectFault(fault, seen, "the provider was created");
+}
+
+void Run::LetGo(const Place& place)
+{
+    m_session.reset();
+    if (!m_stage->ReleaseProvider())
     {
-        throw Differs("the provider was created");
+        Report(place, "the library could not be unloaded after the provider was released: something still holds it");
     }
 }
 
 void Run::Finish(const Place& place)
 {
     m_narrator.Logged(m_stage->Practice().LogFolder());
-    m_session.reset();
-    if (!m_stage->ReleaseProvider())
+    LetGo(place);
+    for (const auto& look : m_atEnd)
     {
-        Report(place, "the library could not be unloaded after the provider was released: something still holds it");
+        look();
     }
     if (const auto count = m_stage->SecondConnections(); count != 0)
     {
         Report(place, "the library ran " + std::to_string(count) +
                           " statements while a result was open, each over a connection that ADO opened for it");
     }
-    for (const auto& line : m_awaited)
+}
+
+void Run::OnScreen(Window& window) noexcept
+{
+    try
     {
-        if (!line.hadEffect())
-        {
-            m_withoutEffect.push_back({line.place, line.otherwise});
-        }
+        m_operator->Work(window);
     }
+    catch (const std::exception& fault)
+    {
+        host::PassOver([&] { Report(m_place, std::string("the player failed: ") + fault.what()); });
+        host::PassOver([&] { ScriptedOperator::Dismiss(window); });
+    }
+}
+
+void Run::OnBusy(Window& window) noexcept
+{
+    host::PassOver([&] { m_operator->Watch(window); });
 }
 
 void Run::OnWindow(const Window& window, bool isNew)
@@ -276,7 +303,7 @@ void Run::OnWindow(const Window& window, bool isNew)
 }
 
 // A window that the operator has worked in is worth a picture before it goes.
-void Run::Perform(const Node& line, Window& window)
+bool Run::PlayIn(Window& window, const Node& line)
 {
     if (!line.statement->told.empty())
     {
@@ -288,7 +315,7 @@ void Run::Perform(const Node& line, Window& window)
         m_narrator.Did(line);
     }
     m_window = &window;
-    line.Perform(*this);
+    return Play(line);
 }
 
 bool Run::IsSo(const Node& look, Window& window)
@@ -364,7 +391,7 @@ void Run::OnStatement()
     }
     if (auto* const window = m_stage->GetTarget().Topmost(); window != nullptr)
     {
-        m_watch.Look(*window);
+        m_operator->Watch(*window);
     }
 }
 

@@ -1,9 +1,7 @@
 // One scenario while it is played: what its lines act on, and the differences found so far.
 #pragma once
 
-#include "player/audience.h"
 #include "player/narrator.h"
-#include "player/progress_watch.h"
 #include "player/scripted_operator.h"
 #include "player/snapshot.h"
 #include "player/stage.h"
@@ -45,7 +43,7 @@ struct CallInProgress
 // The folder of the scenario's file is where the files that it names lie.
 [[nodiscard]] std::filesystem::path FileBeside(const Node& node, const std::string& name);
 
-class Run final : private Audience
+class Run final : public Operator
 {
 public:
     // Exit code of a process that ended at its `dyingStatement`.
@@ -61,14 +59,14 @@ public:
     };
     Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator& narrator);
 
-    // Does what the line says and reports what differs.
-    void Play(const Node& node);
+    // Does what the line says and reports what differs; True when nothing did.
+    bool Play(const Node& node);
     // The lines that belong to it.
     void PlayBelow(const Node& node);
     // Releases the provider, and looks whether the library could be unloaded and which lines had no effect.
     void Finish(const Place& place);
 
-    void Report(const Place& place, const std::string& what) override { m_differences.push_back({place, what}); }
+    void Report(const Place& place, const std::string& what) { m_differences.push_back({place, what}); }
     [[nodiscard]] const std::vector<Difference>& Differences() const noexcept { return m_differences; }
     // Lines that set something up and changed nothing, so that they say what is not so.
     [[nodiscard]] const std::vector<Difference>& WithoutEffect() const noexcept { return m_withoutEffect; }
@@ -91,9 +89,18 @@ public:
     void CreateProvider(const std::optional<std::string>& fault);
     // The line changes nothing, now or at the end of the scenario.
     void HasNoEffect(const Node& line, const std::string& why) { m_withoutEffect.push_back({line.place, why}); }
-    void MustHaveEffect(const Node& line, std::string otherwise, std::function<bool()> hadEffect);
+    void MustHaveEffect(const Node& line, const std::string& otherwise, const std::function<bool()>& hadEffect);
     // 0 when nobody has it.
     [[nodiscard]] std::int32_t PatientId(const std::string& codiceFiscale);
+
+    // For the operator. Plays a line that belongs to a window.
+    bool PlayIn(Window& window, const Node& line);
+    // Whether the window is as the line says.
+    [[nodiscard]] bool IsSo(const Node& look, Window& window);
+    // A window came on top, or came back.
+    void OnWindow(const Window& window, bool isNew);
+    // A window that is at work: the first look at it, the first at its middle and the first at its end.
+    void OnMilestone(const Window& window);
 
     // What has changed since before the first call.
     [[nodiscard]] std::vector<RowChange> Changes();
@@ -106,36 +113,30 @@ public:
     [[nodiscard]] bool HasFailed() const noexcept { return m_stage->Statements().size() >= m_options.failingStatement; }
 
 private:
-    void Perform(const Node& line, Window& window) override;
-    [[nodiscard]] bool IsSo(const Node& look, Window& window) override;
-    void OnWindow(const Window& window, bool isNew) override;
-    void OnMilestone(const Window& window) override;
-    void OnWork(Window& window) override { m_watch.Look(window); }
+    void OnScreen(Window& window) noexcept override;
+    void OnBusy(Window& window) noexcept override;
     void OnRequest(const std::string& requestXml);
     void CallsOfTimer();
     void OnStatement();
     [[nodiscard]] std::string LookAtWaitWindow();
+    void TakeArguments(const Node& operation);
+    // A fault is its outcome.
+    void Make(const Node& operation);
     void Compare(const Node& call);
+    // Of the provider and the session.
+    void LetGo(const Place& place);
     void TakeScreenshot(const std::string& title);
     void Remember();
     [[nodiscard]] std::string Describe(const Node& operation);
     // ", Anna Ferrari"; "" for nobody of the practice.
     [[nodiscard]] std::string NameOf(const host::Value& patient);
 
-    struct Awaited
-    {
-        Place place;
-        std::string otherwise;
-        std::function<bool()> hadEffect;
-    };
-
     Options m_options;
     Narrator& m_narrator;
     std::vector<Difference> m_differences;
     std::vector<Difference> m_withoutEffect;
-    std::vector<Awaited> m_awaited;
-    ProgressWatch m_watch{*this};
-    ScriptedOperator m_operator{*this};
+    std::vector<std::function<void()>> m_atEnd;
+    std::optional<ScriptedOperator> m_operator; // of the last call
     std::unique_ptr<Stage> m_stage;
     std::shared_ptr<norda::PrescriptionSession> m_session;
     std::optional<Snapshot> m_before;

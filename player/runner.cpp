@@ -14,71 +14,49 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr const char* nothingFailed = "the library runs no statement here that could fail";
-
 bool SweepsPatients(const Scenario& scenario)
 {
     return scenario.Find("sweep")->Has("patients");
 }
 
-// What a call stores. The lines that it leaves in the host's journal when something fails are no part of that.
-std::vector<std::string> StoredBy(Run& run)
+// What is stored between two moments. The lines that something that fails leaves in the host's journal are no part of
+// that.
+std::vector<std::string> StoredBetween(const Snapshot& before, const Snapshot& after)
 {
     std::vector<std::string> stored;
-    for (const auto& change : run.Changes())
+    for (const auto& change : Compare(before, after))
     {
         if (!change.IsJournalLine())
         {
-            stored.push_back(change.Text());
+            stored.push_back(Joined(change.Texts(), " | "));
         }
     }
     return stored;
 }
 
-// What a run that something made to fail has left half done; empty when it is all or nothing, for the whole call or for
-// each patient.
-std::optional<std::string> HalfDone(const Scenario& scenario, const Runner::Whole& whole, Run& failed)
-{
-    if (SweepsPatients(scenario))
-    {
-        return FindBrokenPatient(whole.before, whole.after, failed.Now());
-    }
-    const auto stored = StoredBy(failed);
-    return stored.empty() || stored == whole.stored ? std::nullopt
-                                                    : std::optional("this is stored:\n    " + Joined(stored, "\n    "));
-}
-
 } // namespace
-
-WorkFolder::WorkFolder(const fs::path& keep)
-    : m_path(keep)
-    , m_kept(!keep.empty())
-{
-    if (!m_kept)
-    {
-        m_path = fs::temp_directory_path() / ("vellumo-" + std::to_string(std::random_device()()));
-    }
-    fs::create_directories(m_path);
-}
-
-WorkFolder::~WorkFolder()
-{
-    std::error_code ignored;
-    if (!m_kept)
-    {
-        fs::remove_all(m_path, ignored);
-    }
-}
 
 Runner::Runner(Options options, std::ostream& out)
     : m_options(std::move(options))
     , m_out(out)
-    , m_folder(m_options.keep)
+    , m_folder(!m_options.keep.empty()
+                   ? m_options.keep
+                   : fs::temp_directory_path() / ("vellumo-" + std::to_string(std::random_device()())))
     , m_narrator(m_out, m_options.tell)
 {
+    fs::create_directories(m_folder);
     if (m_options.apartLine == 0)
     {
-        norda::Practice(m_folder.Model()).Create();
+        norda::Practice(m_folder / "model").Create();
+    }
+}
+
+Runner::~Runner()
+{
+    std::error_code ignored;
+    if (m_options.keep.empty())
+    {
+        fs::remove_all(m_folder, ignored);
     }
 }
 
@@ -90,11 +68,12 @@ std::size_t Runner::RunFile(const fs::path& file)
     const auto scenarios = ReadScenarios(file);
     for (const auto& scenario : scenarios)
     {
+        m_scenario = &scenario;
         if (m_options.apartLine != 0)
         {
             if (scenario.place.line == m_options.apartLine)
             {
-                static_cast<void>(Once(scenario, 0, m_options.apartStatement));
+                static_cast<void>(Once(0, m_options.apartStatement));
             }
             continue;
         }
@@ -102,9 +81,9 @@ std::size_t Runner::RunFile(const fs::path& file)
         if (scenario.IsFor(VELLUMO_TARGET))
         {
             ++played;
-            const auto differences = RunScenario(scenario);
-            SayDifferences(scenario.title, differences);
-            failed += differences.empty() ? 0U : 1U;
+            RunScenario();
+            SayDifferences(scenario.title, m_differences);
+            failed += m_differences.empty() ? 0U : 1U;
         }
     }
     m_count += played;
@@ -139,150 +118,152 @@ void Runner::Summary(std::size_t failed)
     }
 }
 
-std::unique_ptr<Run> Runner::Once(const Scenario& scenario, std::size_t failingStatement, std::size_t dyingStatement)
+std::unique_ptr<Run> Runner::Once(std::size_t failingStatement, std::size_t dyingStatement)
 {
-    const bool compares = scenario.Find("database") != nullptr || scenario.Find("sweep") != nullptr;
+    const bool compares = m_scenario->Find("database") != nullptr || m_scenario->Find("sweep") != nullptr;
     const bool whole = failingStatement == 0 && dyingStatement == 0;
     const Run::Options options{m_screenshots, m_options.strict, compares, failingStatement, dyingStatement};
-    auto run = std::make_unique<Run>(m_folder.Model(), m_folder.Practice(), options, m_narrator);
-    for (const auto& node : scenario.nodes)
+    auto run = std::make_unique<Run>(m_folder / "model", m_folder / "practice", options, m_narrator);
+    for (const auto& node : m_scenario->nodes)
     {
         if (whole || node.group->role != Role::Check)
         {
             run->Play(node);
         }
     }
-    run->Finish(scenario.place);
+    run->Finish(m_scenario->place);
     return run;
 }
 
-std::vector<Difference> Runner::RunScenario(const Scenario& scenario)
+void Runner::RunScenario()
 {
-    m_narrator.Begin(scenario.title);
-    auto run = Once(scenario);
-    auto differences = run->Differences();
-    for (const auto& idle : run->WithoutEffect())
+    m_narrator.Begin(m_scenario->title);
+    auto run = Once();
+    m_differences = run->Differences();
+    for (const auto& [place, why] : run->WithoutEffect())
     {
-        const Difference difference{idle.place, "this line has no effect: " + idle.what};
-        if (idle.place.line < scenario.place.line)
+        const Difference difference{place, "this line has no effect: " + why};
+        if (place.line < m_scenario->place.line)
         {
-            ++m_idleCommon.try_emplace(idle.place.line, 0, difference).first->second.first;
+            ++m_idleCommon.try_emplace(place.line, 0, difference).first->second.first;
         }
         else
         {
-            differences.push_back(difference);
+            m_differences.push_back(difference);
         }
     }
-    if (!differences.empty() || scenario.Find("sweep") == nullptr)
+    if (!m_differences.empty() || m_scenario->Find("sweep") == nullptr)
     {
-        return differences;
-    }
-    const Whole whole{run->Before(), run->Now(), StoredBy(*run), run->GetStage().Network().Exchanges(),
-                      run->StatementsAfterReplies()};
-    run.reset();
-    if (scenario.Find("sweep")->Has("programs"))
-    {
-        EndAfterEachReply(scenario, whole, differences);
-        return differences;
-    }
-    return Sweep(scenario, whole);
-}
-
-// Again with the first statement of the library failing, with the second, and so on until none is left to fail.
-std::vector<Difference> Runner::Sweep(const Scenario& scenario, const Whole& whole)
-{
-    std::vector<Difference> differences;
-    for (std::size_t failing = 1;; ++failing)
-    {
-        const auto run = Once(scenario, failing);
-        if (!run->HasFailed())
-        {
-            if (failing == 1)
-            {
-                differences.push_back({scenario.place, nothingFailed});
-            }
-            break;
-        }
-        const auto when = "with statement " + std::to_string(failing) + " of the library failing, ";
-        if (const auto halfDone = HalfDone(scenario, whole, *run))
-        {
-            differences.push_back({scenario.place, when + *halfDone});
-        }
-        if (!SweepsPatients(scenario)) // where an import ends early, the windows of its end do not come
-        {
-            for (const auto& difference : run->Differences())
-            {
-                differences.push_back({difference.place, when + difference.what});
-            }
-        }
-    }
-    constexpr bool isCheap = std::string_view(VELLUMO_TARGET) == "native"; // to make a process
-    if (isCheap && SweepsPatients(scenario))
-    {
-        KillAtEachStatement(scenario, whole, differences);
-    }
-    return differences;
-}
-
-int Runner::EndAt(const Scenario& scenario, std::size_t statement)
-{
-    const std::vector<std::string> words = {"--keep",
-                                            m_folder.Path().string(),
-                                            "--apart",
-                                            std::to_string(scenario.place.line),
-                                            std::to_string(statement),
-                                            scenario.place.file};
-    return DoApart(words, [&] { static_cast<void>(Once(scenario, 0, statement)); });
-}
-
-// The program ends after each reply of SISS, and is started again, which tells of the codes that it had.
-void Runner::EndAfterEachReply(const Scenario& scenario, const Whole& whole, std::vector<Difference>& differences)
-{
-    if (whole.statementsAfterReplies.size() != whole.exchanges.size())
-    {
-        differences.push_back({scenario.place, "there is no statement of the library after the last reply"});
         return;
     }
-    for (std::size_t replies = 1; replies <= whole.exchanges.size(); ++replies)
+    const auto before = run->Before();
+    const auto after = run->Now();
+    const auto exchanges = run->GetStage().Network().Exchanges();
+    const auto statementsAfterReplies = run->StatementsAfterReplies();
+    run.reset();
+    if (m_scenario->Find("sweep")->Has("programs"))
     {
-        const auto when = "ended after reply " + std::to_string(replies) + ", ";
-        if (EndAt(scenario, whole.statementsAfterReplies[replies - 1]) != Run::died)
+        EndAfterEachReply(before, after, exchanges, statementsAfterReplies);
+        return;
+    }
+    BreakAtEach("with a fault of statement ", before, after, &Runner::Fail);
+    constexpr bool isCheap = std::string_view(VELLUMO_TARGET) == "native"; // to make a process
+    if (isCheap && SweepsPatients(*m_scenario))
+    {
+        BreakAtEach("ended before statement ", before, after, &Runner::Die);
+    }
+}
+
+void Runner::BreakAtEach(const std::string& how, const Snapshot& before, const Snapshot& after,
+                         std::optional<Snapshot> (Runner::*play)(std::size_t statement))
+{
+    const auto whole = StoredBetween(before, after);
+    std::size_t statement = 1;
+    for (auto now = (this->*play)(statement); now; now = (this->*play)(++statement))
+    {
+        const auto when = how + std::to_string(statement) + ", ";
+        if (SweepsPatients(*m_scenario))
         {
-            differences.push_back({scenario.place, when + "the process did not come to it"});
-            return;
+            if (const auto broken = FindBrokenPatient(before, after, *now))
+            {
+                Differ(m_scenario->place, when + *broken);
+            }
         }
-        Run again({}, m_folder.Practice(), {.screenshots = {}, .snapshots = true}, m_narrator);
-        static_cast<void>(again.GetStage().Provider().IsPersonaleStudio());
-        const Snapshot now = again.Now();
-        if (const auto lost = FindLostCode(whole.exchanges, replies, {whole.before, whole.after, now}))
+        else if (const auto stored = StoredBetween(before, *now); !stored.empty() && stored != whole)
         {
-            differences.push_back({scenario.place, when + *lost});
+            Differ(m_scenario->place, when + "this is stored:\n    " + Joined(stored, "\n    "));
         }
     }
 }
 
-void Runner::KillAtEachStatement(const Scenario& scenario, const Whole& whole, std::vector<Difference>& differences)
+std::optional<Snapshot> Runner::Fail(std::size_t statement)
 {
-    for (std::size_t dying = 1;; ++dying)
+    const auto run = Once(statement);
+    if (!run->HasFailed())
     {
-        const int code = EndAt(scenario, dying);
-        if (code == 0)
+        if (statement == 1)
         {
-            if (dying == 1)
-            {
-                differences.push_back({scenario.place, nothingFailed});
-            }
+            Differ(m_scenario->place, "the library runs no statement here that could fail");
+        }
+        return std::nullopt;
+    }
+    if (!SweepsPatients(*m_scenario)) // where an import ends early, the windows of its end do not come
+    {
+        for (const auto& [place, what] : run->Differences())
+        {
+            Differ(place, "with a fault of statement " + std::to_string(statement) + ", " + what);
+        }
+    }
+    return run->Now();
+}
+
+std::optional<Snapshot> Runner::Die(std::size_t statement)
+{
+    const int code = EndAt(statement);
+    if (code == Run::died)
+    {
+        return TakeSnapshot(*norda::Practice(m_folder / "practice").Open());
+    }
+    if (code != 0)
+    {
+        Differ(m_scenario->place, "the process did not come to statement " + std::to_string(statement));
+    }
+    return std::nullopt;
+}
+
+int Runner::EndAt(std::size_t statement)
+{
+    const std::vector<std::string> words = {"--keep",
+                                            m_folder.string(),
+                                            "--apart",
+                                            std::to_string(m_scenario->place.line),
+                                            std::to_string(statement),
+                                            m_scenario->place.file};
+    return DoApart(words, [&] { static_cast<void>(Once(0, statement)); });
+}
+
+void Runner::EndAfterEachReply(const Snapshot& before, const Snapshot& after,
+                               const std::vector<siss::Exchange>& exchanges,
+                               const std::vector<std::size_t>& statementsAfterReplies)
+{
+    if (statementsAfterReplies.size() != exchanges.size())
+    {
+        Differ(m_scenario->place, "there is no statement of the library after the last reply");
+        return;
+    }
+    for (std::size_t replies = 1; replies <= exchanges.size(); ++replies)
+    {
+        const auto when = "ended after reply " + std::to_string(replies) + ", ";
+        if (EndAt(statementsAfterReplies[replies - 1]) != Run::died)
+        {
+            Differ(m_scenario->place, when + "the process did not come to it");
             return;
         }
-        if (code != Run::died)
+        Run again({}, m_folder / "practice", {.screenshots = {}, .snapshots = true}, m_narrator);
+        static_cast<void>(again.GetStage().Provider().IsPersonaleStudio());
+        if (const auto lost = FindLostCode(exchanges, replies, {before, after, again.Now()}))
         {
-            differences.push_back({scenario.place, "the process did not come to statement " + std::to_string(dying)});
-            return;
-        }
-        const auto database = norda::Practice(m_folder.Practice()).Open();
-        if (const auto broken = FindBrokenPatient(whole.before, whole.after, TakeSnapshot(*database)))
-        {
-            differences.push_back({scenario.place, "ended at statement " + std::to_string(dying) + ", " + *broken});
+            Differ(m_scenario->place, when + *lost);
         }
     }
 }

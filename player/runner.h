@@ -7,29 +7,13 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
 #include <ostream>
+#include <string>
 #include <vector>
 
 namespace vellumo::player
 {
-
-// Gone with the object, unless it is a folder to keep.
-class WorkFolder
-{
-public:
-    explicit WorkFolder(const std::filesystem::path& keep);
-    ~WorkFolder();
-    WorkFolder(const WorkFolder&) = delete;
-    WorkFolder& operator=(const WorkFolder&) = delete;
-
-    [[nodiscard]] const std::filesystem::path& Path() const noexcept { return m_path; }
-    [[nodiscard]] std::filesystem::path Model() const { return m_path / "model"; }
-    [[nodiscard]] std::filesystem::path Practice() const { return m_path / "practice"; }
-
-private:
-    std::filesystem::path m_path;
-    bool m_kept;
-};
 
 class Runner
 {
@@ -43,16 +27,10 @@ public:
         int apartLine = 0;                 // of the scenario that a process of its own plays, in the folder to keep
         std::size_t apartStatement = 0;    // where that process ends
     };
-    // What a run in which nothing was made to fail did to the database.
-    struct Whole
-    {
-        Snapshot before;
-        Snapshot after;
-        std::vector<std::string> stored;
-        std::vector<siss::Exchange> exchanges;
-        std::vector<std::size_t> statementsAfterReplies;
-    };
     Runner(Options options, std::ostream& out);
+    ~Runner();
+    Runner(const Runner&) = delete;
+    Runner& operator=(const Runner&) = delete;
 
     // The number of scenarios that do not hold.
     std::size_t RunFile(const std::filesystem::path& file);
@@ -60,21 +38,30 @@ public:
 
 private:
     void SetScreenshots(const std::string& folder);
-    [[nodiscard]] std::unique_ptr<Run> Once(const Scenario& scenario, std::size_t failingStatement = 0,
-                                            std::size_t dyingStatement = 0);
-    std::vector<Difference> RunScenario(const Scenario& scenario);
-    std::vector<Difference> Sweep(const Scenario& scenario, const Whole& whole);
+    [[nodiscard]] std::unique_ptr<Run> Once(std::size_t failingStatement = 0, std::size_t dyingStatement = 0);
+    void RunScenario();
+    // Again with something that breaks at the first statement of the library, at the second, and so on until none is
+    // left. `play` returns the database that the break has left, empty when there was none.
+    void BreakAtEach(const std::string& how, const Snapshot& before, const Snapshot& after,
+                     std::optional<Snapshot> (Runner::*play)(std::size_t statement));
+    [[nodiscard]] std::optional<Snapshot> Fail(std::size_t statement);
+    // The program ends before the statement, in a process of its own.
+    [[nodiscard]] std::optional<Snapshot> Die(std::size_t statement);
     // The exit code of the process that ended.
-    [[nodiscard]] int EndAt(const Scenario& scenario, std::size_t statement);
-    void EndAfterEachReply(const Scenario& scenario, const Whole& whole, std::vector<Difference>& differences);
-    void KillAtEachStatement(const Scenario& scenario, const Whole& whole, std::vector<Difference>& differences);
+    [[nodiscard]] int EndAt(std::size_t statement);
+    // The program ends after each reply of SISS, and is started again, which tells of the codes that it had.
+    void EndAfterEachReply(const Snapshot& before, const Snapshot& after, const std::vector<siss::Exchange>& exchanges,
+                           const std::vector<std::size_t>& statementsAfterReplies);
+    void Differ(const Place& place, const std::string& what) { m_differences.push_back({place, what}); }
     void SayDifferences(const std::string& title, const std::vector<Difference>& differences);
 
     Options m_options;
     std::ostream& m_out;
-    WorkFolder m_folder;
+    std::filesystem::path m_folder; // gone at the end, unless it is the one to keep
     Narrator m_narrator;
-    std::filesystem::path m_screenshots; // of the scenario that is being played
+    const Scenario* m_scenario = nullptr;  // being played
+    std::vector<Difference> m_differences; // of it
+    std::filesystem::path m_screenshots;   // of it
     std::size_t m_count = 0;
     // Of the lines that a file's scenarios have in common: in how many they had no effect, and why.
     std::map<int, std::pair<std::size_t, Difference>> m_idleCommon;

@@ -35,33 +35,21 @@ bool Holds(const Node& node, std::string_view keyword)
     return own == keyword || (keyword == "window" && (own == "box" || own == "dialog" || own == "watch"));
 }
 
-// Puts lines below the one that they belong to: the last one above that can have them.
-class Tree
+// Puts a line below the one that it belongs to: the last one above that can have it. `open` are the line above and
+// those that it belongs to.
+void Add(Node node, std::vector<Node>& top, std::vector<Node*>& open)
 {
-public:
-    void Add(Node node, std::vector<Node>& top)
+    const auto below = node.statement->below;
+    while (!open.empty() && (below.empty() || !Holds(*open.back(), below)))
     {
-        const auto below = node.statement->below;
-        if (below.empty())
-        {
-            m_open.clear();
-            m_open.push_back(&top.emplace_back(std::move(node)));
-            return;
-        }
-        while (!m_open.empty() && !Holds(*m_open.back(), below))
-        {
-            m_open.pop_back();
-        }
-        if (m_open.empty())
-        {
-            throw SyntaxError(node.place, "this line belongs below " + std::string(below));
-        }
-        m_open.push_back(&m_open.back()->below.emplace_back(std::move(node)));
+        open.pop_back();
     }
-
-private:
-    std::vector<Node*> m_open; // the last line and those that it belongs to
-};
+    if (open.empty() && !below.empty())
+    {
+        throw SyntaxError(node.place, "this line belongs below " + std::string(below));
+    }
+    open.push_back(&(open.empty() ? top : open.back()->below).emplace_back(std::move(node)));
+}
 
 constexpr auto nothing = [](Run&, const Node&) {}; // whoever plays the scenario looks at it
 
@@ -77,17 +65,17 @@ std::vector<Scenario> ReadScenarios(const std::filesystem::path& file)
 {
     std::vector<Node> common;
     std::vector<Scenario> scenarios;
-    Tree tree;
+    std::vector<Node*> open;
     for (const auto& line : ReadLines(file.string(), FileText(file)))
     {
         auto node = ReadNode(line);
         if (node.Keyword() == "scenario")
         {
             scenarios.push_back({node.place, node.behind, common, common.size()});
-            tree = {};
+            open.clear();
             continue;
         }
-        tree.Add(std::move(node), scenarios.empty() ? common : scenarios.back().nodes);
+        Add(std::move(node), scenarios.empty() ? common : scenarios.back().nodes, open);
     }
     if (scenarios.empty())
     {

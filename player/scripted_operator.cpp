@@ -1,11 +1,10 @@
 #include "player/scripted_operator.h"
 
-#include "host/fault.h"
 #include "player/controls.h"
-#include "player/written.h"
+#include "player/run.h"
 
 #include <algorithm>
-#include <exception>
+#include <utility>
 
 namespace vellumo::player
 {
@@ -16,6 +15,11 @@ namespace
 // have been dispatched each time, so more than a few mean that it does not close.
 constexpr int patience = 20;
 
+bool IsWatched(const Node& expected)
+{
+    return expected.Keyword() == "watch";
+}
+
 bool Fits(const Node& expected, const Window& window)
 {
     const auto kind = expected.Keyword() == "box"      ? WindowKind::Box
@@ -24,140 +28,174 @@ bool Fits(const Node& expected, const Window& window)
     return kind == window.Kind() && expected.Text("TITLE") == window.Title();
 }
 
-bool IsAction(const Node& line)
+// What the job is at: the heading and what is being done. The labels behind them name the row and count.
+std::vector<std::string> StageOf(const Window& window)
 {
-    return line.group == &actionStatements;
+    auto labels = CaptionsOf(window.All<ui::Label>());
+    labels.resize(std::min<std::size_t>(labels.size(), 2));
+    return labels;
 }
 
 } // namespace
 
-void ScriptedOperator::Begin(const Node& call, bool lenient)
+ScriptedOperator::ScriptedOperator(Run& run, const Node& call, bool lenient)
+    : m_run(run)
+    , m_call(call.place)
+    , m_lenient(lenient)
 {
-    m_call = call.place;
-    m_windows.clear();
     for (const auto& line : call.below)
     {
-        if (line.Keyword() == "box" || line.Keyword() == "window" || line.Keyword() == "dialog")
+        if (line.Has("TITLE"))
         {
-            m_windows.push_back(&line);
+            m_expected.push_back({&line, false, std::vector<bool>(line.below.size())});
         }
     }
-    m_lenient = lenient;
-    m_next = 0;
-    m_current = nullptr;
-    m_currentId = 0;
-    m_seenId = 0;
-    m_unexpected.clear();
-    m_patience = patience;
 }
 
 void ScriptedOperator::End()
 {
-    if (m_current != nullptr && m_line < m_current->below.size() && !m_lenient)
+    for (const auto& [expected, appeared, met] : m_expected)
     {
-        m_audience.Report(m_current->below[m_line].place,
-                          "the window " + Quoted(m_current->Text("TITLE")) + " was gone before this");
+        const auto what = (expected->Keyword() == "box" ? "the box " : "the window ") + Quoted(expected->Text("TITLE"));
+        if (!appeared && !m_lenient)
+        {
+            m_run.Report(expected->place, what + " did not appear");
+        }
+        for (std::size_t line = 0; line < met.size(); ++line)
+        {
+            if (appeared && !met[line] && !m_lenient)
+            {
+                m_run.Report(expected->below[line].place, what + " was gone before this was so");
+            }
+        }
     }
-    for (; m_next < m_windows.size() && !m_lenient; ++m_next)
-    {
-        const auto& missing = *m_windows[m_next];
-        m_audience.Report(missing.place, std::string(missing.Keyword() == "box" ? "the box " : "the window ") +
-                                             Quoted(missing.Text("TITLE")) + " did not appear");
-    }
-    m_windows.clear();
+    m_expected.clear();
     m_current = nullptr;
+    m_next = 0;
 }
 
-void ScriptedOperator::OnScreen(Window& window) noexcept
+std::vector<ScriptedOperator::Expected>::iterator ScriptedOperator::NextExpected()
 {
-    try
-    {
-        Play(window);
-    }
-    catch (const std::exception& fault)
-    {
-        host::PassOver([&] { m_audience.Report(m_call, std::string("the player failed: ") + fault.what()); });
-        host::PassOver([&] { Dismiss(window); });
-    }
+    return std::find_if(m_expected.begin() + static_cast<std::ptrdiff_t>(m_next), m_expected.end(),
+                        [](const Expected& each) { return !IsWatched(*each.line); });
 }
 
-void ScriptedOperator::OnBusy(Window& window) noexcept
+bool ScriptedOperator::IsWorking(const Window& window) const
 {
-    host::PassOver([&] { m_audience.OnWork(window); });
+    return m_current != nullptr && window.Id() == m_currentId &&
+           std::find(m_current->met.begin(), m_current->met.end(), false) != m_current->met.end();
 }
 
-void ScriptedOperator::Play(Window& window)
+void ScriptedOperator::Work(Window& window)
 {
     if (window.Id() != m_seenId)
     {
         m_seenId = window.Id();
-        m_audience.OnWindow(window, m_known.insert(window.Id()).second);
-    }
-    if (m_current != nullptr && window.Id() == m_currentId && m_line < m_current->below.size())
-    {
-        Work(window);
-        return;
+        m_run.OnWindow(window, m_known.insert(window.Id()).second);
     }
     const bool worked = window.Id() == m_currentId;
+    if (IsWorking(window))
+    {
+        PlayLines(window);
+    }
     // Any press ends a box, so one that has been worked is on its way out; a form may come back into play.
-    if ((!worked || window.Kind() == WindowKind::Form) && Advance(window))
+    else if ((!worked || window.Kind() == WindowKind::Form) && Advance(window))
     {
-        static_cast<void>(Do(*m_current, window));
-        Work(window);
-        return;
+        static_cast<void>(m_run.PlayIn(window, *m_current->line));
+        PlayLines(window);
     }
-    if (worked && m_patience-- > 0)
+    else if (!worked || m_patience-- <= 0)
     {
-        return;
+        Unexpected(window);
     }
-    Unexpected(window);
 }
 
 bool ScriptedOperator::Advance(const Window& window)
 {
-    const auto fits = [&](const Node* expected) { return Fits(*expected, window); };
-    const auto begin = m_windows.begin() + static_cast<std::ptrdiff_t>(m_next);
-    const auto found = m_lenient ? std::find_if(begin, m_windows.end(), fits) : begin;
-    if (found == m_windows.end() || !fits(*found))
+    const auto fits = [&](const Expected& each) { return !IsWatched(*each.line) && Fits(*each.line, window); };
+    const auto found = m_lenient ? std::find_if(NextExpected(), m_expected.end(), fits) : NextExpected();
+    if (found == m_expected.end() || !fits(*found))
     {
         return false;
     }
-    m_current = *found;
-    m_next = static_cast<std::size_t>(found - m_windows.begin()) + 1;
-    m_line = 0;
+    found->appeared = true;
+    m_next = static_cast<std::size_t>(found - m_expected.begin()) + 1;
+    m_current = &*found;
     m_currentId = window.Id();
     m_patience = patience;
     return true;
 }
 
-bool ScriptedOperator::Do(const Node& line, Window& window)
+// Looks at the window until there is something to do in it; that is done, and takes effect before the next step.
+void ScriptedOperator::PlayLines(Window& window)
 {
-    try
+    auto& [expected, appeared, met] = *m_current;
+    for (auto next = std::find(met.begin(), met.end(), false); next != met.end(); ++next)
     {
-        m_audience.Perform(line, window);
-        return true;
-    }
-    catch (const Differs& difference)
-    {
-        m_audience.Report(line.place, difference.what());
-        return false;
+        *next = true;
+        const auto& line = expected->below[static_cast<std::size_t>(next - met.begin())];
+        const bool holds = m_run.PlayIn(window, line);
+        if (line.group != &actionStatements)
+        {
+            continue;
+        }
+        if (!holds)
+        {
+            // What was to be done cannot be done, and what follows builds on it.
+            std::fill(met.begin(), met.end(), true);
+            Dismiss(window);
+        }
+        return;
     }
 }
 
-// Looks at the window until there is something to do in it; that is done, and takes effect before the next step.
-void ScriptedOperator::Work(Window& window)
+void ScriptedOperator::Watch(Window& window)
 {
-    bool acted = false;
-    while (!acted && m_line < m_current->below.size())
+    if (window.All<ui::ProgressBar>().empty())
     {
-        const auto& line = m_current->below[m_line++];
-        acted = IsAction(line);
-        if (!Do(line, window) && acted)
+        return;
+    }
+    LookAtBar(window);
+    const auto found =
+        std::find_if(m_expected.begin(), m_expected.end(),
+                     [&](const Expected& each) { return IsWatched(*each.line) && Fits(*each.line, window); });
+    if (found == m_expected.end())
+    {
+        if (!std::exchange(m_told, true))
         {
-            // What was to be done cannot be done, and what follows builds on it.
-            m_line = m_current->below.size();
-            Dismiss(window);
+            m_run.Report(m_call, "the window " + Quoted(window.Title()) + " appeared, which is not watched");
         }
+        return;
+    }
+    found->appeared = true;
+    for (std::size_t line = 0; line < found->met.size(); ++line)
+    {
+        found->met[line] = found->met[line] || m_run.IsSo(found->line->below[line], window);
+    }
+}
+
+void ScriptedOperator::LookAtBar(const Window& window)
+{
+    const auto* const bar = window.All<ui::ProgressBar>().front();
+    if (window.Id() != m_watchedId)
+    {
+        m_watchedId = window.Id();
+        m_milestones = 0;
+        m_last = bar->value;
+    }
+    // Each table begins anew; its first row is there a moment before its name.
+    auto stage = StageOf(window);
+    if (stage == m_stage && bar->value < m_last && bar->value > 1 && !std::exchange(m_told, true))
+    {
+        m_run.Report(m_call, "the bar of " + Quoted(window.Title()) + " went back");
+    }
+    m_last = bar->value;
+    m_stage = std::move(stage);
+    if (m_milestones == 0 || (m_milestones == 1 && bar->value >= bar->maximum / 2 && bar->value > 0) ||
+        (m_milestones == 2 && bar->value >= bar->maximum))
+    {
+        ++m_milestones;
+        m_run.OnMilestone(window);
     }
 }
 
@@ -170,25 +208,18 @@ bool ScriptedOperator::OnlyTells(const Window& window)
 
 void ScriptedOperator::Unexpected(Window& window)
 {
-    if (m_lenient && OnlyTells(window))
+    if (!(m_lenient && OnlyTells(window)) && m_unexpected.insert(window.Id()).second)
     {
-        Dismiss(window);
-        return;
-    }
-    if (std::find(m_unexpected.begin(), m_unexpected.end(), window.Id()) == m_unexpected.end())
-    {
-        m_unexpected.push_back(window.Id());
-        const bool stillOpen = window.Id() == m_currentId;
-        const auto* const next = m_next < m_windows.size() ? m_windows[m_next] : nullptr;
-        m_audience.Report(
-            next == nullptr ? m_call : next->place,
-            Describe(window) + (stillOpen ? " is still open; " : " appeared; ") +
-                (next == nullptr ? "no further window is expected" : "expected now: " + Quoted(next->Text("TITLE"))));
+        const auto next = NextExpected();
+        const bool none = next == m_expected.end();
+        m_run.Report(
+            none ? m_call : next->line->place,
+            Describe(window) + (window.Id() == m_currentId ? " is still open; " : " appeared; ") +
+                (none ? "no further window is expected" : "expected now: " + Quoted(next->line->Text("TITLE"))));
     }
     Dismiss(window);
 }
 
-// The way out that does least.
 void ScriptedOperator::Dismiss(Window& window)
 {
     if (window.Kind() != WindowKind::Box)

@@ -1,9 +1,13 @@
-// Plays the operator: compares each window that appears with what the scenario expects, and works it step by step.
-// What appears and is not expected is a difference, and is got rid of so that the call comes to its end; what is
-// expected and does not appear is one when the call is over.
+// Plays the operator in one call: compares each window that appears with what the scenario expects, and works it step
+// by step. What appears and is not expected is a difference, and is got rid of so that the call comes to its end; what
+// is expected and does not appear is one when the call is over.
+//
+// Windows that show how far a job is wait for nobody, so they are not worked but watched: what the scenario says of one
+// must have been so at some moment of the call, and its bar must never go back.
 #pragma once
 
-#include "player/audience.h"
+#include "player/screen.h"
+#include "player/statement.h"
 
 #include <cstdint>
 #include <set>
@@ -13,45 +17,56 @@
 namespace vellumo::player
 {
 
-class ScriptedOperator final : public Operator
+class ScriptedOperator
 {
 public:
-    explicit ScriptedOperator(Audience& audience)
-        : m_audience(audience)
-    {
-    }
-
     // `call` and its windows are a line of the scenario and lines below it. `lenient`: something fails in it on
     // purpose, so that it may end before all windows have appeared, and boxes may tell of the failure.
-    void Begin(const Node& call, bool lenient);
-    void End();
+    ScriptedOperator(Run& run, const Node& call, bool lenient);
 
-    void OnScreen(Window& window) noexcept override;
-    void OnBusy(Window& window) noexcept override;
-
-private:
-    void Play(Window& window);
+    // A window that waits.
     void Work(Window& window);
-    // Takes the next expected window that fits; false when none does.
-    bool Advance(const Window& window);
-    // False when something differed, which has been reported.
-    bool Do(const Node& line, Window& window);
-    void Unexpected(Window& window);
-    [[nodiscard]] static bool OnlyTells(const Window& window);
+    // Any other; it need not have a bar.
+    void Watch(Window& window);
+    // Tells what was not seen; from then on nothing is expected.
+    void End();
+    // The way out of a window that does least.
     static void Dismiss(Window& window);
 
-    Audience& m_audience;
+private:
+    struct Expected
+    {
+        const Node* line;
+        bool appeared = false;
+        std::vector<bool> met; // by the lines below it
+    };
+
+    [[nodiscard]] bool IsWorking(const Window& window) const;
+    [[nodiscard]] std::vector<Expected>::iterator NextExpected();
+    // Takes the next expected window that fits; false when none does.
+    bool Advance(const Window& window);
+    void PlayLines(Window& window);
+    void LookAtBar(const Window& window);
+    void Unexpected(Window& window);
+    [[nodiscard]] static bool OnlyTells(const Window& window);
+
+    Run& m_run;
     Place m_call;
-    std::vector<const Node*> m_windows; // that are expected
-    bool m_lenient = false;
-    std::size_t m_next = 0;          // window that is expected next
-    const Node* m_current = nullptr; // the one being worked
-    std::size_t m_line = 0;          // its next line
-    std::uint64_t m_seenId = 0;      // window last looked at
+    bool m_lenient;
+    std::vector<Expected> m_expected; // in order; watched ones may come at any time
+    std::size_t m_next = 0;           // where to look for the next one
+    Expected* m_current = nullptr;    // being worked, or worked last
+    std::uint64_t m_currentId = 0;    // its window
+    std::uint64_t m_seenId = 0;       // window last looked at
     std::set<std::uint64_t> m_known;
-    std::uint64_t m_currentId = 0;           // window being worked, or worked last
-    std::vector<std::uint64_t> m_unexpected; // told already
+    std::set<std::uint64_t> m_unexpected; // told already
     int m_patience = 0;
+
+    std::uint64_t m_watchedId = 0;
+    int m_milestones = 0;
+    double m_last = 0;
+    std::vector<std::string> m_stage; // as the bar was last seen
+    bool m_told = false;              // that it was not expected, or went back
 };
 
 } // namespace vellumo::player

@@ -92,17 +92,12 @@ void SetFinal(Run& run, const Node& node)
     siss::FinalOutcome outcome;
     if (node.Has("says"))
     {
-        outcome.esito = node.Text("TEXT");
-        outcome.messaggio = node.Text("MESSAGE");
+        outcome = {node.Text("TEXT"), node.Text("MESSAGE"), {}};
     }
     else if (node.Has("refuses"))
     {
-        outcome.refusal.code = node.Text("CODE");
-        outcome.refusal.message = node.Text("MESSAGE");
-        for (const auto& entry : node.parts)
-        {
-            outcome.refusal.exceptions.push_back(EntryOf(entry));
-        }
+        outcome.refusal = {node.Text("CODE"), node.Text("MESSAGE"), {}, {}};
+        std::transform(node.parts.begin(), node.parts.end(), std::back_inserter(outcome.refusal.exceptions), EntryOf);
     }
     auto& phase = Network(run).Prescribing();
     const auto number = node.Count("N");
@@ -130,28 +125,12 @@ void AnswerWith(Run& run, Reply reply)
     run.Open().reply.reply = std::move(reply);
 }
 
-void Refuse(Run& run, const Node& node)
-{
-    siss::Refusal refusal;
-    refusal.code = node.Text("CODE");
-    refusal.message = node.Text("MESSAGE");
-    refusal.withData = node.Has("data");
-    AnswerWith(run, refusal);
-}
-
 void AnswerFault(Run& run, const Node& node)
 {
-    siss::SoapFault fault;
-    fault.code = node.Text("CODE");
-    fault.message = node.Text("MESSAGE");
-    fault.detailCode = node.Text("DETAIL");
+    siss::SoapFault fault{
+        .code = node.Text("CODE"), .message = node.Text("MESSAGE"), .detailCode = node.Text("DETAIL")};
     fault.prefix = node.Has("PREFIX") ? node.Text("PREFIX") : fault.prefix;
     AnswerWith(run, fault);
-}
-
-void AnswerFile(Run& run, const Node& node)
-{
-    AnswerWith(run, siss::Verbatim{FileText(FileBeside(node, node.Text("FILE")))});
 }
 
 void Harm(Run& run, const Node& node)
@@ -203,8 +182,7 @@ const Group sissStatements = {
         {"", "final N empty", "", SetFinal},
         {"", "final order 'ORDER'",
          "in which order it reports them: their numbers, some left out, some twice, `new` for one of a prescription "
-         "that "
-         "was never registered",
+         "that was never registered",
          SetOrder},
     }};
 
@@ -223,7 +201,11 @@ const Group replyStatements = {
     {
         {"", "answers", "as the network's state has it", nothing},
         {"", "refuses CODE 'MESSAGE' [with data]",
-         "a negative outcome; `with data`: the service has done its work and says so, too", Refuse},
+         "a negative outcome; `with data`: the service has done its work and says so, too",
+         [](Run& run, const Node& node) {
+             AnswerWith(run, siss::Refusal{node.Text("CODE"), node.Text("MESSAGE"), {}, {}, node.Has("data")});
+         }},
+
         {"", "faults CODE 'MESSAGE' [detail DETAIL] [prefix PREFIX]", "a SOAP fault", AnswerFault},
         {"", "raises 'MESSAGE'", "the bridge raises an error",
          [](Run& run, const Node& node) { AnswerWith(run, siss::Raise{node.Text("MESSAGE")}); }},
@@ -239,7 +221,10 @@ const Group replyStatements = {
          { AnswerWith(run, siss::DataXml{siss::Certificates::Receipt(node.Text("PROTOCOL"), node.Text("DATE"))}); }},
         {"", "result 'TEXT'", "a good outcome of a contact with that text, such as `S` or `N`",
          [](Run& run, const Node& node) { AnswerWith(run, siss::DataXml{siss::Contacts::Result(node.Text("TEXT"))}); }},
-        {"", "file 'FILE'", "the text of a file from beside the scenario", AnswerFile},
+        {"", "file 'FILE'", "the text of a file from beside the scenario",
+         [](Run& run, const Node& node)
+         { AnswerWith(run, siss::Verbatim{FileText(FileBeside(node, node.Text("FILE")))}); }},
+
         {"", "text ['TEXT']", "this very text, or that of its block",
          [](Run& run, const Node& node)
          { AnswerWith(run, siss::Verbatim{node.Has("TEXT") ? node.Text("TEXT") : Joined(node.block, "\n")}); }},

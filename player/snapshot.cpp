@@ -2,99 +2,19 @@
 
 #include "player/written.h"
 
-#include <array>
-#include <cstdlib>
-
 namespace vellumo::player
 {
 namespace
 {
 
-constexpr std::array tables = {"Norda..Regione",
-                               "Norda..Provincia",
-                               "Norda..Comune",
-                               "Norda..Asl",
-                               "Norda..Esenzione",
-                               "Norda..SISS_Esenzione",
-                               "Studio",
-                               "ImpostazioneStudio",
-                               "Utente",
-                               "Specialista",
-                               "Paziente",
-                               "Residenza",
-                               "EsenzionePerPaziente",
-                               "Ricetta",
-                               "RicettaPrestazione",
-                               "RicettaSSN",
-                               "CertificatoMalattia",
-                               "SincronizzazioneTabella",
-                               "GiornaleServizi"};
-
-TableTexts ReadTable(norda::Database& database, const std::string& table)
+void AddRows(norda::Database& database, const std::string& table, Snapshot& snapshot)
 {
-    TableTexts texts;
-    const auto rows = database.Open("SELECT * FROM " + table);
-    for (std::size_t i = 0; i < rows->ColumnCount(); ++i)
+    for (const auto rows = database.Open("SELECT * FROM " + table); !rows->IsAtEnd(); rows->MoveNext())
     {
-        texts.columns.push_back(rows->ColumnName(i));
-    }
-    for (; !rows->IsAtEnd(); rows->MoveNext())
-    {
-        auto& row = texts.rows[rows->Field(0).ToInteger()];
-        for (std::size_t i = 1; i < texts.columns.size(); ++i)
+        auto& texts = snapshot[{table, rows->Field(0).ToInteger()}];
+        for (std::size_t i = 1; i < rows->ColumnCount(); ++i)
         {
-            row[texts.columns[i]] = ValueText(rows->Field(i));
-        }
-    }
-    return texts;
-}
-
-RowTexts NotNull(const RowTexts& row)
-{
-    RowTexts texts;
-    for (const auto& [column, text] : row)
-    {
-        if (text != "NULL")
-        {
-            texts[column] = text;
-        }
-    }
-    return texts;
-}
-
-RowTexts Different(const RowTexts& before, const RowTexts& after)
-{
-    RowTexts texts;
-    for (const auto& [column, text] : after)
-    {
-        if (before.at(column) != text)
-        {
-            texts[column] = text;
-        }
-    }
-    return texts;
-}
-
-void CompareTable(const std::string& table, const TableTexts& before, const TableTexts& after,
-                  std::vector<RowChange>& changes)
-{
-    for (const auto& [key, row] : after.rows)
-    {
-        const auto old = before.rows.find(key);
-        if (old == before.rows.end())
-        {
-            changes.push_back({RowChange::Kind::Added, table, key, NotNull(row)});
-        }
-        else if (auto texts = Different(old->second, row); !texts.empty())
-        {
-            changes.push_back({RowChange::Kind::Changed, table, key, std::move(texts)});
-        }
-    }
-    for (const auto& [key, row] : before.rows)
-    {
-        if (after.rows.count(key) == 0)
-        {
-            changes.push_back({RowChange::Kind::Removed, table, key, {}});
+            texts[rows->ColumnName(i)] = ValueText(rows->Field(i));
         }
     }
 }
@@ -104,9 +24,14 @@ void CompareTable(const std::string& table, const TableTexts& before, const Tabl
 Snapshot TakeSnapshot(norda::Database& database)
 {
     Snapshot snapshot;
-    for (const auto* const table : tables)
+    for (const std::string place : {"", "Norda.."})
     {
-        snapshot[table] = ReadTable(database, table);
+        const auto tables = database.Open("SELECT name FROM " + place +
+                                          "sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite%'");
+        for (; !tables->IsAtEnd(); tables->MoveNext())
+        {
+            AddRows(database, place + tables->Field(0).ToText(), snapshot);
+        }
     }
     return snapshot;
 }
@@ -114,23 +39,41 @@ Snapshot TakeSnapshot(norda::Database& database)
 std::vector<RowChange> Compare(const Snapshot& before, const Snapshot& after)
 {
     std::vector<RowChange> changes;
-    for (const auto& [table, texts] : after)
+    for (const auto& [row, texts] : after)
     {
-        CompareTable(table, before.at(table), texts, changes);
+        const auto old = before.find(row);
+        const bool isNew = old == before.end();
+        RowChange change{isNew ? "added" : "changed", row, {}};
+        for (const auto& [column, text] : texts)
+        {
+            if (text != (isNew ? "NULL" : old->second.at(column)))
+            {
+                change.texts[column] = text;
+            }
+        }
+        if (isNew || !change.texts.empty())
+        {
+            changes.push_back(std::move(change));
+        }
+    }
+    for (const auto& [row, texts] : before)
+    {
+        if (after.count(row) == 0)
+        {
+            changes.push_back({"removed", row, {}});
+        }
     }
     return changes;
 }
 
-std::string RowChange::Text() const
+std::vector<std::string> RowChange::Texts() const
 {
-    std::string text = kind == Kind::Added ? "added " : kind == Kind::Changed ? "changed " : "removed ";
-    text += table + (kind == Kind::Added ? "" : ' ' + std::to_string(key));
-    std::vector<std::string> columns;
-    for (const auto& [column, value] : texts)
+    std::vector<std::string> all = {kind + ' ' + row.table + (kind == "added" ? "" : ' ' + std::to_string(row.key))};
+    for (const auto& [column, text] : texts)
     {
-        columns.push_back(Joined({column, value}, " = "));
+        all.push_back(Joined({column, text}, text.empty() ? " =" : " = "));
     }
-    return text + (columns.empty() ? "" : " ") + Joined(columns, " | ");
+    return all;
 }
 
 } // namespace vellumo::player

@@ -3,6 +3,7 @@
 
 #include "simulator/norda/database.h"
 
+#include <compare>
 #include <map>
 #include <string>
 #include <string_view>
@@ -11,16 +12,18 @@
 namespace vellumo::player
 {
 
-// A row's texts by column, as `ValueText` writes them.
+// A row's texts by column, without the key, as `ValueText` writes them.
 using RowTexts = std::map<std::string, std::string>;
 
-struct TableTexts
+struct RowId
 {
-    std::vector<std::string> columns; // the first is the key
-    std::map<int, RowTexts> rows;     // by key
+    std::string table; // "Norda..Comune" for those of the shared database
+    int key = 0;       // of the first column
+
+    auto operator<=>(const RowId&) const = default; // NOLINT(modernize-use-nullptr)
 };
 
-using Snapshot = std::map<std::string, TableTexts>; // by table name, "Norda..Comune" for those of the shared database
+using Snapshot = std::map<RowId, RowTexts>;
 
 [[nodiscard]] Snapshot TakeSnapshot(norda::Database& database);
 
@@ -29,20 +32,13 @@ inline constexpr std::string_view journalTable = "GiornaleServizi";
 
 struct RowChange
 {
-    enum class Kind
-    {
-        Added,
-        Changed,
-        Removed
-    };
-    Kind kind = Kind::Changed;
-    std::string table;
-    int key = 0;
-    RowTexts texts; // of an added row all that are not NULL (without the key), of a changed one the new texts
+    std::string kind; // "added", "changed" or "removed"
+    RowId row;
+    RowTexts texts; // of an added row all that are not NULL, of a changed one the new texts
 
-    [[nodiscard]] bool IsJournalLine() const { return table == journalTable; }
-    // "changed Paziente 2: Cognome = Rossi, …"
-    [[nodiscard]] std::string Text() const;
+    [[nodiscard]] bool IsJournalLine() const { return row.table == journalTable; }
+    // "changed Paziente 2", "Cognome = Rossi", …; without the key of an added row.
+    [[nodiscard]] std::vector<std::string> Texts() const;
 };
 
 [[nodiscard]] std::vector<RowChange> Compare(const Snapshot& before, const Snapshot& after);

@@ -1,9 +1,9 @@
 #include "player/stage.h"
 
 #include "host/fault.h"
+#include "host/text.h"
 
 #include <algorithm>
-#include <cctype>
 #include <thread>
 
 namespace vellumo::player
@@ -13,9 +13,7 @@ namespace
 
 bool Contains(const std::string& text, const std::string& part)
 {
-    const auto same = [](char left, char right)
-    { return std::toupper(static_cast<unsigned char>(left)) == std::toupper(static_cast<unsigned char>(right)); };
-    return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
+    return host::WithoutCase(text).find(host::WithoutCase(part)) != std::string::npos;
 }
 
 // Folder by folder: the standard library for Windows cannot copy a tree.
@@ -91,19 +89,9 @@ void Stage::SetStudio(std::int32_t studio)
 
 void Stage::Withhold(const std::string& part)
 {
-    if (part == "Connection")
-    {
-        m_hosts->SetObserver({});
-        m_hosts.reset();
-    }
-    else if (part == "LockSrv")
-    {
-        m_lockSrv.reset();
-    }
-    else
-    {
-        m_utils.reset();
-    }
+    m_hosts = part == "Connection" ? nullptr : m_hosts;
+    m_lockSrv = part == "LockSrv" ? nullptr : m_lockSrv;
+    m_utils = part == "Utils" ? nullptr : m_utils;
     HandOver();
 }
 
@@ -111,13 +99,13 @@ void Stage::BecomeStrict()
 {
     if (m_hosts && !IsStrict())
     {
-        m_hosts->SetObserver({}); // what it prepares is no statement of the library's
+        m_hostReads = true; // what it prepares is no statement of the library's
         m_hosts->BecomeStrict();
         if (m_utils)
         {
             m_utils->BecomeStrict();
         }
-        m_hosts->SetObserver([this](const std::string& sql) { BeforeStatement(sql); });
+        m_hostReads = false;
     }
 }
 
@@ -128,16 +116,9 @@ std::size_t Stage::SecondConnections() const noexcept
 
 std::shared_ptr<host::Record> Stage::LoadCertificate(std::int32_t id)
 {
-    // What the host reads for itself is no statement of the library's.
-    if (m_hosts)
-    {
-        m_hosts->SetObserver({});
-    }
+    m_hostReads = true; // which is no statement of the library's
     auto certificate = m_objects.LoadCertificate(m_hosts ? m_hosts : m_own, id);
-    if (m_hosts)
-    {
-        m_hosts->SetObserver([this](const std::string& sql) { BeforeStatement(sql); });
-    }
+    m_hostReads = false;
     return certificate;
 }
 
@@ -182,6 +163,10 @@ std::size_t Stage::CountStatements(const std::string& part) const
 
 void Stage::BeforeStatement(const std::string& sql)
 {
+    if (m_hostReads)
+    {
+        return;
+    }
     m_statements.push_back(sql);
     if (m_statementSeen)
     {

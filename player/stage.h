@@ -100,6 +100,7 @@ private:
     std::shared_ptr<norda::HostLockSrv> m_lockSrv;
     std::int32_t m_studio = norda::Practice::studio;
     bool m_bridgeInstalled = true;
+    bool m_hostReads = false; // for itself
     std::vector<std::shared_ptr<StatementFault>> m_faults;
     std::vector<std::string> m_statements;
     std::chrono::milliseconds m_pace{0};

@@ -1,6 +1,6 @@
 #include "player/whole_patients.h"
 
-#include <set>
+#include "player/written.h"
 
 namespace vellumo::player
 {
@@ -8,35 +8,30 @@ namespace
 {
 
 // What stands or falls together, by a name for messages: the rows of one patient, or one row of any other table.
-using Groups = std::map<std::string, std::map<std::string, RowTexts>>;
+using Groups = std::map<std::string, Snapshot>;
 
 Groups GroupsOf(const Snapshot& snapshot)
 {
     Groups groups;
-    for (const auto& [table, texts] : snapshot)
+    for (const auto& [row, texts] : snapshot)
     {
-        if (table == journalTable) // tells of what broke off
+        if (row.table != journalTable) // it tells of what broke off
         {
-            continue;
-        }
-        for (const auto& [key, row] : texts.rows)
-        {
-            const auto id = table + ' ' + std::to_string(key);
-            const auto patient = row.find("IDPaziente");
-            const auto group = table == "Paziente"    ? "patient " + std::to_string(key)
-                               : patient != row.end() ? "patient " + patient->second
-                                                      : id;
-            groups[group][id] = row;
+            const auto key = std::to_string(row.key);
+            const auto patient = texts.find("IDPaziente");
+            groups[row.table == "Paziente"  ? "patient " + key
+                   : patient != texts.end() ? "patient " + patient->second
+                                            : row.table + ' ' + key][row] = texts;
         }
     }
     return groups;
 }
 
-std::map<std::string, RowTexts> Revoked(std::map<std::string, RowTexts> group)
+Snapshot Revoked(Snapshot group)
 {
-    for (auto& [id, row] : group)
+    for (auto& [row, texts] : group)
     {
-        if (const auto column = row.find("Revocato"); column != row.end() && row.at("Deceduto") == "False")
+        if (const auto column = texts.find("Revocato"); column != texts.end() && texts.at("Deceduto") == "False")
         {
             column->second = "True";
         }
@@ -51,27 +46,21 @@ std::optional<std::string> FindBrokenPatient(const Snapshot& before, const Snaps
     auto earlier = GroupsOf(before);
     auto later = GroupsOf(after);
     auto seen = GroupsOf(now);
-    std::set<std::string> names;
-    for (const auto* const groups : {&earlier, &later, &seen})
+    for (const auto* const groups : {&earlier, &later})
     {
         for (const auto& [name, rows] : *groups)
         {
-            names.insert(name);
+            seen.try_emplace(name); // it may be gone
         }
     }
-    for (const auto& name : names)
+    for (const auto& [name, rows] : seen)
     {
-        const auto& rows = seen[name];
         if (rows != earlier[name] && rows != later[name] && rows != Revoked(earlier[name]))
         {
-            std::string text = name + " is neither as before nor as after:";
-            for (const auto& [id, row] : rows)
+            auto text = name + " is neither as before nor as after:";
+            for (const auto& change : Compare(earlier[name], rows))
             {
-                text += "\n    " + id + ':';
-                for (const auto& [column, value] : row)
-                {
-                    text.append(" ").append(column).append("=").append(value);
-                }
+                text += "\n    " + Joined(change.Texts(), " | ");
             }
             return text;
         }

@@ -16,28 +16,24 @@ void ExpectEnabled(const std::string& what, const ui::Control& control, bool ena
     Expect(what, enabled ? "enabled" : "disabled", control.enabled ? "enabled" : "disabled");
 }
 
-void ExpectState(const Node& node, const ui::Control& control, bool on)
+template <class Kind>
+Kind& Named(Run& run, const Node& node)
 {
-    Expect(Quoted(node.Text("CAPTION")), node.choice, on ? "on" : "off");
-    ExpectEnabled(Quoted(node.Text("CAPTION")), control, !node.Has("disabled"));
+    return Find<Kind>(run.TheWindow(), node.Text("CAPTION"));
 }
 
-void LookAtCheckBox(Run& run, const Node& node)
+template <class Kind, bool Kind::*isOn>
+void LookAtToggle(Run& run, const Node& node)
 {
-    const auto& box = Find<ui::CheckBox>(run.TheWindow(), node.Text("CAPTION"));
-    ExpectState(node, box, box.checked);
-}
-
-void LookAtOption(Run& run, const Node& node)
-{
-    const auto& option = Find<ui::OptionButton>(run.TheWindow(), node.Text("CAPTION"));
-    ExpectState(node, option, option.selected);
+    const auto& toggle = Named<Kind>(run, node);
+    Expect(Quoted(node.Text("CAPTION")), node.choice, toggle.*isOn ? "on" : "off");
+    ExpectEnabled(Quoted(node.Text("CAPTION")), toggle, !node.Has("disabled"));
 }
 
 void LookAtButton(Run& run, const Node& node)
 {
     const auto what = "the button " + Quoted(node.Text("CAPTION"));
-    const auto& button = Find<ui::Button>(run.TheWindow(), node.Text("CAPTION"));
+    const auto& button = Named<ui::Button>(run, node);
     if (node.Has("default") && !button.isDefault)
     {
         throw Differs(what + " is not the default one");
@@ -143,7 +139,7 @@ void UseRow(Run& run, const Node& node, Act act)
 
 void SetCheckBox(Run& run, const Node& node)
 {
-    auto& box = Find<ui::CheckBox>(run.TheWindow(), node.Text("CAPTION"));
+    auto& box = Named<ui::CheckBox>(run, node);
     if (box.checked != (node.Keyword() == "tick"))
     {
         Do(run, &Window::Press, box);
@@ -179,14 +175,16 @@ const Group lookStatements = {
         {"window", "label 'TEXT'", "a label",
          [](Run& run, const Node& node) { static_cast<void>(Find<ui::Label>(run.TheWindow(), node.Text("TEXT"))); }},
         {"window", "button 'CAPTION' [default] [disabled]", "a button and its state", LookAtButton},
-        {"window", "checkbox 'CAPTION' on/off [disabled]", "a check box", LookAtCheckBox},
-        {"window", "option 'CAPTION' on/off [disabled]", "an option button", LookAtOption},
+        {"window", "checkbox 'CAPTION' on/off [disabled]", "a check box",
+         LookAtToggle<ui::CheckBox, &ui::CheckBox::checked>},
+        {"window", "option 'CAPTION' on/off [disabled]", "an option button",
+         LookAtToggle<ui::OptionButton, &ui::OptionButton::selected>},
         {"window", "textbox 'CAPTION' ['TEXT']", "the content of a text box; of one of several lines in its block",
          [](Run& run, const Node& node)
          {
              Expect("text box " + Quoted(node.Text("CAPTION")),
                     node.Has("TEXT") ? node.Text("TEXT") : Joined(node.block, "\r\n"),
-                    Find<ui::TextBox>(run.TheWindow(), node.Text("CAPTION")).value);
+                    Named<ui::TextBox>(run, node).value);
          }},
         {"window", "list N 'ENTRY' [disabled]", "the entry that a list shows", LookAtList},
         {"window", "keyboard at 'CAPTION'", "the control, grids included, that has the keyboard", LookForKeyboard},
@@ -195,8 +193,8 @@ const Group lookStatements = {
          LookAtColumns},
         {"window", "grid N row M CELLS…",
          "a row, with `\\|` between its cells: `*` for any text, `\\n` in a text is a line break; `[blue on "
-         "#FFEFF6]` "
-         "behind a text for its colours, `[plain]` for none; `[error]` or `[warning]` for the picture before it",
+         "#FFEFF6]` behind a text for its colours, `[plain]` for none; `[error]` or `[warning]` for the picture before "
+         "it",
          [](Run& run, const Node& node)
          {
              const auto& grid = TheOne<ui::Grid>(run, node, "N");
@@ -228,16 +226,13 @@ const Group actionStatements = {
         {"window", "double-click row N [of grid M]", "double-clicks a row",
          [](Run& run, const Node& node) { UseRow(run, node, &Window::DoubleClick); }, "doppio clic sulla riga *"},
         {"window", "type 'TEXT' into 'CAPTION'", "types into a text box, in place of what was there",
-         [](Run& run, const Node& node)
-         { Do(run, &Window::Type, Find<ui::TextBox>(run.TheWindow(), node.Text("CAPTION")), node.Text("TEXT")); },
+         [](Run& run, const Node& node) { Do(run, &Window::Type, Named<ui::TextBox>(run, node), node.Text("TEXT")); },
          "scrive *"},
         {"window", "tick 'CAPTION'", "sets a check box", SetCheckBox, "spunta *"},
         {"window", "untick 'CAPTION'", "clears it", SetCheckBox, "toglie la spunta a *"},
         {"window", "choose entry 'ENTRY' [of list N]", "chooses an entry of a list", ChooseEntry, "sceglie *"},
         {"window", "choose 'CAPTION'", "chooses an option",
-         [](Run& run, const Node& node)
-         { Do(run, &Window::Press, Find<ui::OptionButton>(run.TheWindow(), node.Text("CAPTION"))); },
-         "sceglie *"},
+         [](Run& run, const Node& node) { Do(run, &Window::Press, Named<ui::OptionButton>(run, node)); }, "sceglie *"},
         {"window", "key KEY", "presses a key: `Enter`, `Escape`, `Tab`, `Down`, `Alt+C` …", PressKey, "tasto *"},
         {"window", "close", "closes the window by its frame",
          [](Run& run, const Node&) { run.TheWindow().CloseByFrame(); }, "chiude la finestra"},

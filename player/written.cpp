@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 #include <ctime>
 #include <fstream>
 #include <iomanip>
 #include <iterator>
 #include <sstream>
+#include <utility>
 
 namespace vellumo::player
 {
@@ -92,6 +94,20 @@ std::string ValueText(const host::Value& value)
     return isDay                               ? DateText(*date, dayForm)
            : age >= 0 && age < quarterOfAnHour ? "now"
                                                : DateText(*date, "%Y-%m-%d %H:%M:%S");
+}
+
+std::vector<std::filesystem::path> EntriesOf(const std::filesystem::path& folder)
+{
+    std::vector<std::filesystem::path> entries;
+    std::error_code none;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, none))
+    {
+        entries.push_back(entry.path());
+    }
+    const auto rank = [](const auto& path) { return std::pair(std::atoi(path.filename().string().c_str()), path); };
+    std::sort(entries.begin(), entries.end(),
+              [&](const auto& left, const auto& right) { return rank(left) < rank(right); });
+    return entries;
 }
 
 std::string FileText(const std::filesystem::path& file)

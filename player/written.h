@@ -53,6 +53,8 @@ inline constexpr const char* dayForm = "%Y-%m-%d"; // 2024-01-31
 // within the last quarter of an hour, "NULL".
 [[nodiscard]] std::string ValueText(const host::Value& value);
 
+// What is in a folder, by the numbers that the names begin with; nothing when there is no such folder.
+[[nodiscard]] std::vector<std::filesystem::path> EntriesOf(const std::filesystem::path& folder);
 // All that stands in it, byte for byte. Throws Differs when it cannot be read.
 [[nodiscard]] std::string FileText(const std::filesystem::path& file);
 

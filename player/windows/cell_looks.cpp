@@ -9,7 +9,6 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <optional>
 
@@ -59,17 +58,10 @@ std::optional<Pixels> Without(Pixels pixels, const Pixels& part)
     return pixels;
 }
 
-struct ImageName
+// The system's small icon on that background.
+Pixels PixelsOf(ui::Image image, HDC screen, COLORREF background)
 {
-    ui::Image image;
-    const wchar_t* icon;
-};
-
-const std::array<ImageName, 2> images = {{{ui::Image::Error, IDI_ERROR}, {ui::Image::Warning, IDI_WARNING}}};
-
-// One of the system's small icons on that background.
-Pixels PixelsOfIcon(HDC screen, const wchar_t* name, COLORREF background)
-{
+    const auto* const name = image == ui::Image::Error ? IDI_ERROR : IDI_WARNING;
     const int size = GetSystemMetrics(SM_CXSMICON);
     const windows::MemoryPicture picture(screen, size, size);
     const auto icon = static_cast<HICON>(LoadImageW(nullptr, name, IMAGE_ICON, size, size, LR_SHARED));
@@ -141,9 +133,9 @@ ui::Cell ReadCell(HWND list, int row, int column)
     auto pixels = PixelsOf(picture.Context(), inner);
     // The most frequent colour is the background, the next one the text.
     const COLORREF background = MostFrequent(pixels);
-    for (const auto& [image, icon] : images)
+    for (const auto image : {ui::Image::Error, ui::Image::Warning})
     {
-        if (auto others = Without(pixels, PixelsOfIcon(screen, icon, background)))
+        if (auto others = Without(pixels, PixelsOf(image, screen, background)))
         {
             cell.image = image;
             pixels = std::move(*others);

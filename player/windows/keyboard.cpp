@@ -12,14 +12,10 @@ namespace vellumo::player
 namespace
 {
 
-const std::map<std::string, WORD>& NamedKeys()
-{
-    static const std::map<std::string, WORD> keys = {
-        {"Tab", VK_TAB},      {"Enter", VK_RETURN},  {"Escape", VK_ESCAPE}, {"Space", VK_SPACE},   {"Up", VK_UP},
-        {"Down", VK_DOWN},    {"Left", VK_LEFT},     {"Right", VK_RIGHT},   {"Home", VK_HOME},     {"End", VK_END},
-        {"PageUp", VK_PRIOR}, {"PageDown", VK_NEXT}, {"Delete", VK_DELETE}, {"Backspace", VK_BACK}};
-    return keys;
-}
+const std::map<std::string, WORD> namedKeys = {
+    {"Tab", VK_TAB},      {"Enter", VK_RETURN},  {"Escape", VK_ESCAPE}, {"Space", VK_SPACE},   {"Up", VK_UP},
+    {"Down", VK_DOWN},    {"Left", VK_LEFT},     {"Right", VK_RIGHT},   {"Home", VK_HOME},     {"End", VK_END},
+    {"PageUp", VK_PRIOR}, {"PageDown", VK_NEXT}, {"Delete", VK_DELETE}, {"Backspace", VK_BACK}};
 
 INPUT Stroke(WORD virtualKey, WORD character, DWORD flags)
 {
@@ -35,44 +31,37 @@ INPUT Stroke(WORD virtualKey, WORD character, DWORD flags)
 
 bool PressKey(const std::string& key)
 {
-    std::vector<WORD> held;
+    static const std::map<std::string, WORD> modifiers = {{"Alt", VK_MENU}, {"Shift", VK_SHIFT}, {"Ctrl", VK_CONTROL}};
+    std::vector<INPUT> inputs;
+    std::vector<INPUT> releases;
     std::string name = key;
-    for (const auto& [prefix, modifier] :
-         {std::pair<std::string, WORD>{"Alt+", VK_MENU}, std::pair<std::string, WORD>{"Shift+", VK_SHIFT},
-          std::pair<std::string, WORD>{"Ctrl+", VK_CONTROL}})
+    for (auto plus = name.find('+', 1); plus != std::string::npos; plus = name.find('+', 1))
     {
-        if (name.size() > prefix.size() && name.starts_with(prefix))
+        const auto modifier = modifiers.find(name.substr(0, plus));
+        if (modifier == modifiers.end())
         {
-            held.push_back(modifier);
-            name.erase(0, prefix.size());
+            return false;
         }
+        inputs.push_back(Stroke(modifier->second, 0, 0));
+        releases.insert(releases.begin(), Stroke(modifier->second, 0, KEYEVENTF_KEYUP));
+        name.erase(0, plus + 1);
     }
     const std::wstring characters = windows::ToWide(name);
-    const auto named = NamedKeys().find(name);
-    WORD virtualKey = named == NamedKeys().end() ? WORD{0} : named->second;
-    WORD character = 0;
-    if (virtualKey == 0 && characters.size() == 1)
-    {
-        // With a modifier it is the key of that letter, else the character itself, whatever the keyboard's layout.
-        (held.empty() ? character : virtualKey) =
-            static_cast<WORD>(held.empty() ? characters[0] : static_cast<wchar_t>(LOBYTE(VkKeyScanW(characters[0]))));
-    }
-    if (virtualKey == 0 && character == 0)
+    const auto named = namedKeys.find(name);
+    if (named == namedKeys.end() && characters.size() != 1)
     {
         return false;
     }
-    std::vector<INPUT> inputs;
-    for (const WORD modifier : held)
-    {
-        inputs.push_back(Stroke(modifier, 0, 0));
-    }
-    const DWORD kind = character != 0 ? KEYEVENTF_UNICODE : DWORD{0};
+    // With a modifier it is the key of that letter, else the character itself, whatever the keyboard's layout.
+    const bool isCharacter = named == namedKeys.end() && inputs.empty();
+    const WORD virtualKey = named != namedKeys.end() ? named->second
+                            : isCharacter            ? WORD{0}
+                                                     : LOBYTE(VkKeyScanW(characters[0]));
+    const WORD character = isCharacter ? static_cast<WORD>(characters[0]) : WORD{0};
+    const DWORD kind = isCharacter ? KEYEVENTF_UNICODE : DWORD{0};
     inputs.push_back(Stroke(virtualKey, character, kind));
     inputs.push_back(Stroke(virtualKey, character, kind | KEYEVENTF_KEYUP));
-    for (auto modifier = held.rbegin(); modifier != held.rend(); ++modifier)
-    {
-        inputs.push_back(Stroke(*modifier, 0, KEYEVENTF_KEYUP));
-    }
+    inputs.insert(inputs.end(), releases.begin(), releases.end());
     return SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) == inputs.size();
 }
 

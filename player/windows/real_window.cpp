@@ -22,28 +22,15 @@ using windows::Send;
 using windows::ToWide;
 
 // The first inside the window, however deep, that a visible control of this class is; null when there is none.
-struct Search
-{
-    const wchar_t* name;
-    HWND found = nullptr;
-};
-
-BOOL CALLBACK TakeFound(HWND window, LPARAM search) noexcept
-{
-    auto& wanted = *reinterpret_cast<Search*>(search);
-    if (!HasClass(window, wanted.name) || IsWindowVisible(window) == FALSE)
-    {
-        return TRUE;
-    }
-    wanted.found = window;
-    return FALSE;
-}
-
 HWND FindInside(HWND window, const wchar_t* name)
 {
-    Search search{name};
-    EnumChildWindows(window, &TakeFound, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    HWND found = nullptr;
+    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr && found == nullptr;
+         child = GetWindow(child, GW_HWNDNEXT))
+    {
+        found = HasClass(child, name) && IsWindowVisible(child) != FALSE ? child : FindInside(child, name);
+    }
+    return found;
 }
 
 // Window handles are used again, so each window gets a number when it is first asked.

@@ -11,21 +11,15 @@ constexpr UINT interval = 10; // milliseconds, the shortest that Windows knows
 
 Robot* theRobot = nullptr; // a timer's callback is told nothing
 
-BOOL CALLBACK TakeLibraryWindow(HWND window, LPARAM found) noexcept
-{
-    if (!RealWindow::IsLibraryWindow(window))
-    {
-        return TRUE;
-    }
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
-
 HWND TopLibraryWindow()
 {
-    HWND top = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), &TakeLibraryWindow, reinterpret_cast<LPARAM>(&top)); // topmost first
-    return top;
+    HWND window = GetTopWindow(nullptr);
+    while (window != nullptr &&
+           !(GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId() && RealWindow::IsLibraryWindow(window)))
+    {
+        window = GetWindow(window, GW_HWNDNEXT);
+    }
+    return window;
 }
 
 } // namespace

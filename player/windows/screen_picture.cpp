@@ -11,25 +11,22 @@ namespace vellumo::player
 namespace
 {
 
-BOOL CALLBACK AddOwnWindow(HWND window, LPARAM around) noexcept
-{
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    RECT place{};
-    if (process == GetCurrentProcessId() && IsWindowVisible(window) != FALSE && GetWindowRect(window, &place) != FALSE)
-    {
-        auto& all = *reinterpret_cast<RECT*>(around);
-        UnionRect(&all, &all, &place);
-    }
-    return TRUE;
-}
-
 // Empty when this process shows nothing.
 RECT AroundOwnWindows()
 {
     constexpr int margin = 12; // pixels
     RECT around{};
-    EnumWindows(&AddOwnWindow, reinterpret_cast<LPARAM>(&around));
+    for (HWND window = GetTopWindow(nullptr); window != nullptr; window = GetWindow(window, GW_HWNDNEXT))
+    {
+        DWORD process = 0;
+        RECT place{};
+        GetWindowThreadProcessId(window, &process);
+        if (process == GetCurrentProcessId() && IsWindowVisible(window) != FALSE &&
+            GetWindowRect(window, &place) != FALSE)
+        {
+            UnionRect(&around, &around, &place);
+        }
+    }
     if (IsRectEmpty(&around) == FALSE)
     {
         const RECT screen{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};

@@ -22,22 +22,10 @@ namespace
 class Apartment
 {
 public:
-    Apartment()
-        : m_entered(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
-    {
-    }
-    ~Apartment()
-    {
-        if (m_entered)
-        {
-            CoUninitialize();
-        }
-    }
+    Apartment() { static_cast<void>(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)); }
+    ~Apartment() { CoUninitialize(); }
     Apartment(const Apartment&) = delete;
     Apartment& operator=(const Apartment&) = delete;
-
-private:
-    bool m_entered;
 };
 
 class WindowsTarget final : public Target

@@ -44,7 +44,8 @@ int main(int count, char** words)
             practice.Create();
         }
         const auto workstation = MakeWorkstation(folder);
-        Console(practice, *workstation, std::cin, std::cout).Run();
+        Desk desk(practice, *workstation, std::cin, std::cout);
+        Console(desk).Run();
         return 0;
     }
     catch (const std::exception& fault)

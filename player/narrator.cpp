@@ -12,14 +12,21 @@ namespace vellumo::player
 namespace
 {
 
-// As the operator reads it; the buttons of a box are named after what they answer.
-std::string CaptionIn(const Window& window, ui::Button& button)
+// What scenarios write in English, as the operator reads it; buttons of a box are named after what they answer. Any
+// other text as it is.
+std::string InItalian(const std::string& text)
 {
-    static const std::map<std::string, std::string> answers = {
-        {"OK", "OK"}, {"Cancel", "Annulla"}, {"Retry", "Riprova"}, {"Yes", "Sì"}, {"No", "No"}};
-    const auto caption = CaptionOf(button);
-    return (window.Kind() == WindowKind::Box ? answers.at(caption) : caption) +
-           (button.isDefault ? " (predefinito)" : "");
+    static const std::map<std::string, std::string> words = {
+        {"Cancel", "Annulla"}, {"Retry", "Riprova"},        {"Yes", "Sì"},
+        {"Enter", "Invio"},    {"Escape", "Esc"},           {"Down", "Freccia giù"},
+        {"End", "Fine"},       {"session", "una sessione"}, {"nothing", "niente"}};
+    const auto found = words.find(text);
+    return found == words.end() ? text : found->second;
+}
+
+std::string CaptionIn(ui::Button& button)
+{
+    return InItalian(CaptionOf(button)) + (button.isDefault ? " (predefinito)" : "");
 }
 
 std::string Caption(const ui::Cell& cell)
@@ -171,9 +178,12 @@ void Narrator::WindowSeen(const Window& window, bool isNew)
     std::vector<std::string> buttons;
     for (auto* const button : window.All<ui::Button>())
     {
-        buttons.push_back(CaptionIn(window, *button));
+        buttons.push_back(CaptionIn(*button));
     }
-    lines.push_back("pulsanti: " + Joined(buttons, ", "));
+    if (!buttons.empty())
+    {
+        lines.push_back("pulsanti: " + Joined(buttons, ", "));
+    }
     Say("finestra", Joined(lines, "\n"));
 }
 
@@ -193,9 +203,9 @@ void Narrator::Progress(const Window& window)
 void Narrator::Did(const Node& action)
 {
     std::string text(action.statement->told);
-    if (const auto written = text.find('*'); written != std::string::npos)
+    for (const auto& [name, written] : action.values)
     {
-        text.replace(written, 1, action.behind);
+        text = Replaced(text, std::string("*").append(name), InItalian(written));
     }
     Say("l'operatore", text);
 }
@@ -231,7 +241,8 @@ void Narrator::CallEnds(const Outcome& outcome, const std::vector<RowChange>& st
         Say("errore", *outcome.fault);
         return;
     }
-    Say("risposta", outcome.returned + (outcome.gestito ? ", Gestito " + BooleanText(*outcome.gestito) : ""));
+    Say("risposta",
+        InItalian(outcome.returned) + (outcome.gestito ? ", Gestito " + BooleanText(*outcome.gestito) : ""));
 }
 
 void Narrator::Logged(const std::filesystem::path& logFolder)

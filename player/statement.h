@@ -33,7 +33,7 @@ struct Statement
     std::string_view meaning; // for docs/scenarios.md; "" when the statement before it tells
     // Does what the statement says; throws Differs when something is not as it says.
     void (*perform)(Run& run, const Node& node);
-    // Of what the operator does: how that is told in Italian; "*" stands for what is written behind the keyword.
+    // Of what the operator does: how that is told in Italian; "*NAME" stands for what is written for that name.
     std::string_view told = {};
 
     [[nodiscard]] std::string_view Keyword() const { return wording.substr(0, wording.find(' ')); }

@@ -220,20 +220,22 @@ const Group actionStatements = {
         {"window", "press 'BUTTON'", "presses a button; that of a box goes by its answer: `press No`",
          [](Run& run, const Node& node)
          { Do(run, &Window::Press, Find<ui::Button>(run.TheWindow(), node.Text("BUTTON"))); },
-         "preme *"},
+         "preme \"*BUTTON\""},
         {"window", "select row N [of grid M]", "selects a row",
-         [](Run& run, const Node& node) { UseRow(run, node, &Window::Select); }, "sceglie la riga *"},
+         [](Run& run, const Node& node) { UseRow(run, node, &Window::Select); }, "sceglie la riga *N"},
         {"window", "double-click row N [of grid M]", "double-clicks a row",
-         [](Run& run, const Node& node) { UseRow(run, node, &Window::DoubleClick); }, "doppio clic sulla riga *"},
+         [](Run& run, const Node& node) { UseRow(run, node, &Window::DoubleClick); }, "doppio clic sulla riga *N"},
         {"window", "type 'TEXT' into 'CAPTION'", "types into a text box, in place of what was there",
          [](Run& run, const Node& node) { Do(run, &Window::Type, Named<ui::TextBox>(run, node), node.Text("TEXT")); },
-         "scrive *"},
-        {"window", "tick 'CAPTION'", "sets a check box", SetCheckBox, "spunta *"},
-        {"window", "untick 'CAPTION'", "clears it", SetCheckBox, "toglie la spunta a *"},
-        {"window", "choose entry 'ENTRY' [of list N]", "chooses an entry of a list", ChooseEntry, "sceglie *"},
+         "scrive \"*TEXT\" in \"*CAPTION\""},
+        {"window", "tick 'CAPTION'", "sets a check box", SetCheckBox, "spunta \"*CAPTION\""},
+        {"window", "untick 'CAPTION'", "clears it", SetCheckBox, "toglie la spunta a \"*CAPTION\""},
+        {"window", "choose entry 'ENTRY' [of list N]", "chooses an entry of a list", ChooseEntry, "sceglie \"*ENTRY\""},
         {"window", "choose 'CAPTION'", "chooses an option",
-         [](Run& run, const Node& node) { Do(run, &Window::Press, Named<ui::OptionButton>(run, node)); }, "sceglie *"},
-        {"window", "key KEY", "presses a key: `Enter`, `Escape`, `Tab`, `Down`, `Alt+C` …", PressKey, "tasto *"},
+         [](Run& run, const Node& node) { Do(run, &Window::Press, Named<ui::OptionButton>(run, node)); },
+         "sceglie \"*CAPTION\""},
+        {"window", "key KEY", "presses a key: `Enter`, `Escape`, `Tab`, `Down`, `Alt+C` …", PressKey,
+         "preme il tasto *KEY"},
         {"window", "close", "closes the window by its frame",
          [](Run& run, const Node&) { run.TheWindow().CloseByFrame(); }, "chiude la finestra"},
         {"window", "meanwhile <operation> returns VALUE",
@@ -246,13 +248,13 @@ const Group actionStatements = {
         {"window", "open beside 'FILE'", "in a dialog: takes a file from beside the scenario",
          [](Run& run, const Node& node)
          { run.TheWindow().ChooseFile(std::filesystem::absolute(FileBeside(node, node.Text("FILE")))); },
-         "apre *"},
+         "apre \"*FILE\""},
         {"window", "open 'PATH'", "in a dialog: takes a file below the practice's folder",
          [](Run& run, const Node& node) {
              run.TheWindow().ChooseFile(run.GetStage().Practice().Folder() /
                                         std::filesystem::u8path(node.Text("PATH")));
          },
-         "apre *"},
+         "apre \"*PATH\""},
     }};
 
 } // namespace vellumo::player

@@ -275,7 +275,7 @@ std::optional<Certificates::Reception> Certificates::Exchange(const ServiceReque
     {
         if (const auto number = ProtocolIn(received); !number.empty())
         {
-            received.OpenCode = m_context.traces.Keep({m_context.services.studio, user, subject.name, CodeOf(number)});
+            received.OpenCode = m_context.journal.Keep({m_context.services.studio, user, subject.name, CodeOf(number)});
         }
     };
     const auto response =

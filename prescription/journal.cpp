@@ -131,7 +131,7 @@ OpenCode Journal::Keep(std::string_view subject, const Codes& codes, std::int32_
                       {
                           const std::string text = codes.Text();
                           return text.empty() ? nullptr
-                                              : m_context.traces.Keep(
+                                              : m_context.journal.Keep(
                                                     {m_context.services.studio, user, std::string(subject), text});
                       });
 }

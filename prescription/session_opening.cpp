@@ -55,6 +55,8 @@ SessionOpening::Attempt SessionOpening::Try(host::OpzioniRicetta& options) const
     auto request = m_context.factory.GetRequest(service::rtIniziaFasePresrittiva);
     if (!request)
     {
+        m_context.journal.Write("Apertura della sessione di prescrizione: " +
+                                service::ServiceFactory::WhyNoRequest(service::rtIniziaFasePresrittiva) + ".");
         return {};
     }
     WriteDataSetVersion(options, *request);

@@ -159,8 +159,7 @@ private:
                                                 .factory = m_factory,
                                                 .sender = m_sender,
                                                 .log = m_log,
-                                                .journal = m_journal,
-                                                .traces = *m_traces};
+                                                .journal = m_journal};
 };
 
 namespace

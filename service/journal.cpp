@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <utility>
 
 namespace vellumo::service
 {
@@ -114,13 +115,30 @@ bool Journal::Write(Urgency urgency, std::string_view text) noexcept
                           const std::string line =
                               OneLine(std::string(urgency == Urgency::ToCheck ? toCheck : "").append(text));
                           const bool written = WriteToHost(line);
-                          if (!m_traces.Append(line) && !m_toldOfFolder)
+                          if (!m_traces.Append(line))
                           {
-                              m_toldOfFolder = true;
-                              static_cast<void>(WriteToHost(std::string(folderLine)));
+                              TellOfFolder();
                           }
                           return written;
                       });
+}
+
+std::shared_ptr<host::OpenCodeEntry> Journal::Keep(const host::OpenCode& code) noexcept
+{
+    auto entry = m_traces.Keep(code);
+    if (!entry)
+    {
+        TellOfFolder();
+    }
+    return entry;
+}
+
+void Journal::TellOfFolder() noexcept
+{
+    if (!std::exchange(m_toldOfFolder, true))
+    {
+        host::PassOver([&] { static_cast<void>(WriteToHost(std::string(folderLine))); });
+    }
 }
 
 bool Journal::WriteToHost(const std::string& line) const noexcept

@@ -9,6 +9,7 @@
 #include "host/value.h"
 
 #include <exception>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -37,7 +38,12 @@ public:
         return Write(Urgency::ToCheck, line);
     } // NOLINT(modernize-use-nodiscard)
 
+    // Keeps a code in the folder of traces until it is settled. Null when the folder does not take it: once for each
+    // journal a line says so, since the code is lost if the program ends.
+    [[nodiscard]] std::shared_ptr<host::OpenCodeEntry> Keep(const host::OpenCode& code) noexcept;
+
 private:
+    void TellOfFolder() noexcept;
     [[nodiscard]] bool WriteToHost(const std::string& line) const noexcept;
 
     const host::HostServices& m_services;

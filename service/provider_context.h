@@ -7,7 +7,6 @@
 #include "host/prescriptions.h"
 #include "host/records.h"
 #include "host/settings_store.h"
-#include "host/traces.h"
 #include "service/exchange_log.h"
 #include "service/journal.h"
 #include "service/service_factory.h"
@@ -30,7 +29,6 @@ struct ProviderContext
     ServiceSender& sender;
     ExchangeLog& log;
     Journal& journal;
-    host::Traces& traces;
 };
 
 } // namespace vellumo::service

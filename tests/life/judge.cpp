@@ -166,10 +166,10 @@ void JudgeLines(World& world)
     {
         world.outside.Violated("journal and folder were not told the same lines");
     }
-    const bool refused = !outside.refusedByTraces.IsEmpty();
+    const bool refused = !outside.refusedByTraces.IsEmpty() || !outside.refusedCodes.IsEmpty();
     if ((folderLines > 0) != refused || folderLines > world.providers)
     {
-        world.outside.Violated("the folder refused lines, and the journal was told " + std::to_string(folderLines) +
+        world.outside.Violated("the folder refused something, and the journal was told " + std::to_string(folderLines) +
                                " times");
     }
 }

@@ -46,18 +46,9 @@ struct Practice
     service::TraceFolder traces{installation.settings, installation.clock};
     service::Journal journal{services, traces};
     service::ServiceSender sender{bridge, factory, log, desktop, journal};
-    service::ProviderContext context{services,
-                                     objects,
-                                     prescriptions,
-                                     installation.settings,
-                                     installation.clock,
-                                     desktop,
-                                     environment,
-                                     factory,
-                                     sender,
-                                     log,
-                                     journal,
-                                     traces};
+    service::ProviderContext context{
+        services, objects, prescriptions, installation.settings, installation.clock, desktop, environment, factory,
+        sender,   log,     journal};
 };
 
 } // namespace vellumo::tests

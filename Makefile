@@ -7,13 +7,16 @@
 #   make test          native tests with sanitizers, then the tests of the x64 DLL under Wine
 #   make test-win32    the tests of the x86 DLL under Wine
 #   make dll           the DLLs for 64-bit and 32-bit hosts
+#   make package [SIGN_WITH=FILE.p12]
+#                      installer, SDK and symbols, in build/package
+#   make test-package  installs, upgrades, uses and removes them, under 64-bit and 32-bit Wine
 #   make simulate SESSIONS=20000 SEED=1
 #                      simulated prescribing sessions against all that can go wrong in one
 #   make bench         how the long jobs compare with bare programs doing the same work
 #   make gallery       every window in every state that matters, as pictures on one page: build/gallery/index.html
 #   make clean         removes what was built
 
-.PHONY: run run-native norda lint test test-win32 dll simulate bench gallery clean
+.PHONY: run run-native norda lint test test-win32 dll package test-package simulate bench gallery clean
 .DEFAULT_GOAL := run
 MAKEFLAGS += --no-print-directory
 
@@ -48,6 +51,12 @@ dll:
 	@tools/build win64 vellumo_dll
 	@tools/build win32 vellumo_dll
 	@echo "build/win64/Vellumo.dll, build/win32/Vellumo.dll; the request templates are in templates/"
+
+package:
+	@tools/package $(if $(SIGN_WITH),--sign-with $(SIGN_WITH))
+
+test-package:
+	@tools/test-package
 
 SESSIONS ?= 20000
 SEED ?= 1

@@ -4,6 +4,7 @@
 #
 # makes the target vellumo_idl_<stem>: whoever links it may #include <stem.h> and has the identifiers.
 # The type library is ${PROJECT_BINARY_DIR}/idl/<stem>/<stem>.tlb (property VELLUMO_TLB of the target).
+# "@VELLUMO_VERSION@" in the file stands for the version; the finished text lies beside the type library.
 # IMPORTS names the other IDL files that this one imports, or whose type library it refers to.
 
 enable_language(C)
@@ -38,13 +39,17 @@ function(vellumo_idl file)
   endforeach()
 
   # widl leaves temporary files in the folder it runs in, so each IDL file has a folder of its own.
-  add_custom_command(OUTPUT ${out}/${stem}.h ${out}/${stem}_i.c ${out}/${stem}.tlb
-    COMMAND ${VELLUMO_WIDL} ${flags} -t -o ${out}/${stem}.tlb ${file}
+  # The version is no part of the header, which thus stays as it is when only the version changes.
+  configure_file(${file} ${out}/${stem}.idl @ONLY)
+  add_custom_command(OUTPUT ${out}/${stem}.tlb
+    COMMAND ${VELLUMO_WIDL} ${flags} -t -o ${out}/${stem}.tlb ${out}/${stem}.idl
+    DEPENDS ${needed} ${out}/${stem}.idl WORKING_DIRECTORY ${out} COMMENT "widl ${stem}.tlb" VERBATIM)
+  add_custom_command(OUTPUT ${out}/${stem}.h ${out}/${stem}_i.c
     COMMAND ${VELLUMO_WIDL} ${flags} -h -o ${out}/${stem}.h ${file}
     COMMAND ${VELLUMO_WIDL} ${flags} -u -o ${out}/${stem}_i.c ${file}
     DEPENDS ${needed} WORKING_DIRECTORY ${out} COMMENT "widl ${stem}.idl" VERBATIM)
 
-  add_library(${target} STATIC ${out}/${stem}_i.c)
+  add_library(${target} STATIC ${out}/${stem}_i.c ${out}/${stem}.tlb)
   # Generated code is no more ours than the system's headers are: no warnings from it.
   target_compile_options(${target} PRIVATE -w)
   target_include_directories(${target} SYSTEM PUBLIC ${out})

@@ -14,6 +14,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 # A wrapper, since Wine needs its prefix, its server and a display before a program starts.
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tools/wine-run;win${bits})
 
-# Nothing but the system's DLLs beside the library and the programs.
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -static-libgcc -static-libstdc++")
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static -static-libgcc -static-libstdc++")
+# Nothing but the system's DLLs beside the library and the programs. The build identifier is what finds the symbols of
+# a stripped file; without a time stamp the same source gives the same bytes.
+set(linking "-static -static-libgcc -static-libstdc++ -fstack-protector-strong -Wl,--build-id=sha1 -Wl,--no-insert-timestamp")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "${linking} -s") # symbols are kept of the library only
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "${linking}")

@@ -24,5 +24,7 @@ if(VELLUMO_SANITIZE)
 endif()
 
 if(WIN32)
+  # Function and line of each address, and nothing more: enough for a crash report. No folder of this machine in it.
+  add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:-g1;-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=;-fstack-protector-strong>")
   add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 WINVER=0x0601)
 endif()

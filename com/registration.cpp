@@ -2,8 +2,10 @@
 
 #include "com/faults.h"
 #include "com/module.h"
+#include "host/version.h"
 #include "platform/windows/adapters/host_fault.h"
 #include "platform/windows/adapters/registry_key.h"
+#include "platform/windows/system/text.h"
 
 #include <oleauto.h>
 
@@ -69,6 +71,8 @@ std::vector<Entry> ClassEntries()
         {key + L"\\TypeLib", nullptr, Spell(LIBID_Vellumo)},
         {key + L"\\Version", nullptr, std::to_wstring(majorVersion) + L"." + std::to_wstring(minorVersion)},
         {key + L"\\Programmable", nullptr, L""},
+        // For whoever looks at the machine; nothing reads it.
+        {key, L"Versione", windows::ToWide(host::version)},
     };
 }
 

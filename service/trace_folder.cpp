@@ -7,6 +7,7 @@
 #include "host/fault.h"
 #include "host/path.h"
 #include "host/trace_files.h"
+#include "host/version.h"
 
 #include <array>
 #include <charconv>
@@ -176,21 +177,31 @@ std::string TraceFolder::Folder() const
     return JoinPath(JoinPath(environment::HostProgramFolder(m_settings), "SISS"), "Tracce");
 }
 
+// Where each user may change only what he made, another user's file is passed by.
 bool TraceFolder::Append(std::string_view line) noexcept
 {
-    return host::Trap(
-        false,
-        [&]
-        {
-            const std::string folder = Folder();
-            const std::string now = environment::Stamp(m_clock.Now());
-            constexpr std::size_t month = 7; // "yyyy-MM"
-            return environment::CreateFolder(folder) &&
-                   host::AppendShared(
-                       JoinPath(folder, "tracce " + now.substr(0, month) + ".txt"),
-                       environment::ToAnsi(now + " Vellumo " VELLUMO_VERSION " ").append(environment::ToAnsi(line)) +
-                           "\r\n");
-        });
+    return host::Trap(false,
+                      [&]
+                      {
+                          const std::string folder = Folder();
+                          if (!environment::CreateFolder(folder))
+                          {
+                              return false;
+                          }
+                          const std::string now = environment::Stamp(m_clock.Now());
+                          const std::string text =
+                              now + " Vellumo " + std::string(host::version) + ' ' + std::string(line) + "\r\n";
+                          constexpr std::size_t month = 7; // "yyyy-MM"
+                          constexpr int users = 9;         // of one machine, in one month
+                          bool written = false;
+                          for (int user = 1; !written && user <= users; ++user)
+                          {
+                              const std::string number = user == 1 ? "" : ' ' + std::to_string(user);
+                              const std::string name = "tracce " + now.substr(0, month) + number + ".txt";
+                              written = host::AppendShared(JoinPath(folder, name), environment::ToAnsi(text));
+                          }
+                          return written;
+                      });
 }
 
 std::shared_ptr<host::OpenCodeEntry> TraceFolder::Keep(const host::OpenCode& code) noexcept

@@ -58,7 +58,7 @@ ServiceAnswer Certificates::Receive(const Element& request)
     {
         return RefuseField("certificato/dataFine", end, "La malattia finisce prima di cominciare.");
     }
-    return Receipt(std::to_string(++m_lastProtocol), Now());
+    return Receipt((m_simulation ? "SIMUL" : "") + std::to_string(++m_lastProtocol), Now());
 }
 
 std::string Certificates::Receipt(const std::string& protocol, const std::string& date)

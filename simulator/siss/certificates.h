@@ -15,6 +15,8 @@ class Certificates
 public:
     static constexpr const char* service = "m:GCM.invioCertificatoMalattia";
 
+    // Its protocol numbers begin with "SIMUL" from now on.
+    void MarkAsSimulation() noexcept { m_simulation = true; }
     // `request` is the service's element. Refuses a certificate that lacks what INPS wants or ends before it begins.
     [[nodiscard]] ServiceAnswer Receive(const Element& request);
 
@@ -22,6 +24,7 @@ public:
     [[nodiscard]] static std::string Receipt(const std::string& protocol, const std::string& date);
 
 private:
+    bool m_simulation = false;
     std::int32_t m_lastProtocol = 350000000;
 };
 

@@ -47,6 +47,12 @@ const Citizen* FindByProfile(const Citizens& citizens, const Element& request)
 
 } // namespace
 
+void Network::MarkAsSimulation()
+{
+    m_prescribing.MarkAsSimulation();
+    m_certificates.MarkAsSimulation();
+}
+
 std::string Network::CallSebMethod(const std::string& requestXml)
 {
     m_exchanges.push_back({requestXml, ""});

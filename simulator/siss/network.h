@@ -38,6 +38,9 @@ public:
     Citizens& People() noexcept { return m_citizens; }
     Contacts& KnownContacts() noexcept { return m_contacts; }
 
+    // From now on its codes and numbers begin with "SIMUL" and can be taken for no network's.
+    void MarkAsSimulation();
+
     // Without a session the bridge has nobody to talk to and answers with a plain text.
     void SetSessionActive(bool active) noexcept { m_sessionActive = active; }
     void SetOperatorCard(bool inserted) noexcept { m_operatorCard = inserted; }

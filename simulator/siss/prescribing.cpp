@@ -40,7 +40,7 @@ std::string PrescribingPhase::Register(const Element& request)
 PrescribingPhase::Registered PrescribingPhase::Issue(bool isDrugs)
 {
     ++m_issued;
-    return {Numbered("0300A4", m_issued, 9), Numbered("030", m_issued, 12), isDrugs};
+    return {Numbered(m_simulation ? "SIMUL0" : "0300A4", m_issued, 9), Numbered("030", m_issued, 12), isDrugs};
 }
 
 std::vector<std::size_t> PrescribingPhase::OwnOrder() const

@@ -24,6 +24,8 @@ struct FinalOutcome
 class PrescribingPhase
 {
 public:
+    // Its codes begin with "SIMUL" from now on.
+    void MarkAsSimulation() noexcept { m_simulation = true; }
     [[nodiscard]] bool IsOpen() const noexcept { return m_open; }
 
     // Each answers the data node of its reply.
@@ -57,6 +59,7 @@ private:
     [[nodiscard]] std::string ResultOf(std::size_t position) const;
     [[nodiscard]] std::vector<std::size_t> OwnOrder() const;
 
+    bool m_simulation = false;
     bool m_open = false;
     std::vector<Registered> m_registered;
     std::map<std::size_t, FinalOutcome> m_outcomes;

@@ -1,5 +1,7 @@
 // Registration as an installer does it, and what a script host then finds.
+#include "platform/windows/adapters/host_names.h"
 #include "platform/windows/adapters/registry_key.h"
+#include "simulator/norda/windows/class_objects.h"
 #include "tests/com/library.h"
 #include "tests/com/process.h"
 
@@ -98,17 +100,15 @@ std::wstring ScriptFile(const wchar_t* name)
 class BridgeRegistered
 {
 public:
-    BridgeRegistered() { CHECK(Command(L"--register").exitCode == 0); }
-    ~BridgeRegistered() { static_cast<void>(Command(L"--unregister")); }
+    BridgeRegistered()
+    {
+        const auto program = LibraryPath().parent_path() / L"siss-simulato.exe";
+        norda::WriteProgId(windows::names::bridgeProgId, norda::bridgeClass,
+                           L"\"" + program.wstring() + L"\" --senza-finestra");
+    }
+    ~BridgeRegistered() { norda::RemoveProgId(windows::names::bridgeProgId, norda::bridgeClass); }
     BridgeRegistered(const BridgeRegistered&) = delete;
     BridgeRegistered& operator=(const BridgeRegistered&) = delete;
-
-private:
-    static Outcome Command(const std::wstring& option)
-    {
-        const auto folder = LibraryPath().parent_path();
-        return Run(L"\"" + (folder / L"siss_bridge.exe").wstring() + L"\" " + option, folder.wstring());
-    }
 };
 
 } // namespace

@@ -114,6 +114,18 @@ TEST_SUITE("service")
         CHECK(practice.utils->written[0] == "DA CONTROLLARE: prima riga");
     }
 
+    TEST_CASE("where the month's file is another user's, a line goes into one beside it")
+    {
+        Practice practice;
+        // A folder of that name refuses like a file without rights, which administrators never meet.
+        std::filesystem::create_directories(
+            vellumo::host::NativePath(practice.installation.Path(folder + "\\tracce 2024-03.txt")));
+        CHECK(practice.journal.Write("riga"));
+        const auto text = vellumo::environment::ReadFile(practice.installation.Path(folder + "\\tracce 2024-03 2.txt"));
+        REQUIRE(text);
+        CHECK(text->ends_with("riga\r\n"));
+    }
+
     TEST_CASE("what cannot be written in one place stands in the other, and the folder is told once")
     {
         Practice practice;

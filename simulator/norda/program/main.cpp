@@ -2,6 +2,7 @@
 //
 // Opens the practice in the folder (by default "studio" beside the program), made when there is none, and reads
 // commands.
+#include "host/version.h"
 #include "simulator/norda/platform.h"
 #include "simulator/norda/practice.h"
 #include "simulator/norda/program/console.h"
@@ -25,10 +26,15 @@ int main(int count, char** words)
             {
                 isNew = true;
             }
+            else if (word == "--version")
+            {
+                std::cout << "norda " << vellumo::host::fullVersion << '\n';
+                return 0;
+            }
             else if (word.empty() || word.front() == '-')
             {
                 std::cout
-                    << "uso: norda [--nuovo] [CARTELLA]\n"
+                    << "uso: norda [--nuovo] [CARTELLA]\n     norda --version\n"
                        "Apre lo studio nella CARTELLA (\"studio\" accanto al programma) e legge comandi; \"aiuto\"\n"
                        "li elenca. --nuovo lo rifà come al primo avvio.\n";
                 return word == "--aiuto" || word == "--help" ? 0 : 2;

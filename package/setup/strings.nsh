@@ -1,0 +1,41 @@
+; What the installer says. Refusals say what to do.
+!define I ${LANG_ITALIAN}
+!define E ${LANG_ENGLISH}
+
+LangString HostTitle ${I} "Cartella della cartella clinica"
+LangString HostTitle ${E} "Folder of the clinical record program"
+LangString HostSubtitle ${I} "Dove si trova ${HOST_PROGRAM}"
+LangString HostSubtitle ${E} "Where ${HOST_PROGRAM} is"
+LangString HostQuestion ${I} "Su questo computer non risulta installato ${HOST_PROGRAM}. Indicare la sua cartella: i modelli delle richieste vanno in SISS\Templates sotto di essa."
+LangString HostQuestion ${E} "${HOST_PROGRAM} is not registered on this computer. Choose its folder: the request templates go to SISS\Templates below it."
+LangString HostFolder ${I} "Cartella di ${HOST_PROGRAM}"
+LangString HostFolder ${E} "Folder of ${HOST_PROGRAM}"
+
+LangString NoRights ${I} "Per installare o rimuovere Vellumo servono i diritti di amministratore. Non è stato cambiato nulla. Avviare di nuovo il programma come amministratore."
+LangString NoRights ${E} "Installing or removing Vellumo needs administrator rights. Nothing was changed. Start the program again as an administrator."
+LangString NoHost ${I} "La cartella di ${HOST_PROGRAM} non è nota. Non è stato cambiato nulla. Indicarla con /HOST=CARTELLA."
+LangString NoHost ${E} "The folder of ${HOST_PROGRAM} is not known. Nothing was changed. Give it with /HOST=FOLDER."
+LangString Older ${I} "È già installato Vellumo $Was, più recente di ${VERSION}. Non è stato cambiato nulla. Per installare comunque la versione precedente avviare con /OLDER."
+LangString Older ${E} "Vellumo $Was is installed, which is newer than ${VERSION}. Nothing was changed. To install the older version all the same, start with /OLDER."
+LangString InUseText ${I} "Vellumo è in uso da:$\r$\n$\r$\n$InUse$\r$\nChiudere questi programmi e premere Riprova."
+LangString InUseText ${E} "Vellumo is in use by:$\r$\n$\r$\n$InUse$\r$\nClose these programs and press Retry."
+LangString NothingChanged ${I} "Non è stato cambiato nulla."
+LangString NothingChanged ${E} "Nothing was changed."
+LangString NotWritten ${I} "Installazione non riuscita. Non è stato possibile scrivere il file"
+LangString NotWritten ${E} "The installation failed. This file could not be written:"
+LangString NotRegistered ${I} "Installazione non riuscita: Vellumo.dll non si può registrare. Il motivo è nel registro $LogPath."
+LangString NotRegistered ${E} "The installation failed: Vellumo.dll could not be registered. The log $LogPath has the reason."
+LangString TemplateKept ${I} "Modello cambiato dallo studio, lasciato com'è:"
+LangString TemplateKept ${E} "Template changed by the practice, left as it is:"
+LangString TemplatesKept ${I} "Questi modelli delle richieste erano stati cambiati dallo studio e sono rimasti come sono. La versione nuova è accanto, con .nuovo in fondo al nome: confrontarli."
+LangString TemplatesKept ${E} "These request templates had been changed by the practice and were left as they are. The new version lies beside, with .nuovo at the end of its name: compare them."
+LangString Restart ${I} "Vellumo era in uso: i file nuovi prendono il posto dei vecchi al prossimo riavvio del computer. Fino ad allora resta la versione di prima."
+LangString Restart ${E} "Vellumo was in use: the new files take the place of the old ones when the computer starts again. Until then the version before stays."
+LangString Done ${I} "Vellumo ${VERSION} è installato."
+LangString Done ${E} "Vellumo ${VERSION} is installed."
+LangString LogsStay ${I} "Restano, perché dello studio, i file in"
+LangString LogsStay ${E} "The files of the practice stay in"
+LangString Removed ${I} "Vellumo è stato rimosso."
+LangString Removed ${E} "Vellumo was removed."
+!undef I
+!undef E

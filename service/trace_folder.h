@@ -1,7 +1,7 @@
 // The folder SISS\Tracce below the host program's folder, made when it is first needed. The folder SISS must be there.
 //
-//   tracce 2026-11.txt                     lines, a file a month, shared by all who may write it; "tracce 2026-11 2.txt"
-//                                          and so on where users may change only their own
+//   tracce 2026-11.txt                     lines, a file a month, shared by all who may write it
+//   tracce 2026-11 2.txt                   and so on: those of a further user, where each may change only his own files
 //   codici 2026-11-22 10.15.00 PC3-1.txt   codes that SISS gave and that are not yet where they belong; one provider's
 //
 // Both are 8-bit text. A line of the latter begins with "*" while the code is open and with "-" when it is settled,

@@ -1,7 +1,7 @@
 #include "player/narrator.h"
 
 #include "player/controls.h"
-#include "simulator/siss/xml_text.h"
+#include "simulator/siss/messages.h"
 
 #include <algorithm>
 #include <map>
@@ -67,40 +67,6 @@ void AddRows(const Window& window, std::vector<std::string>& lines)
     }
 }
 
-// What is in a reply, in few words: its outcome, or that it is no reply at all.
-std::string OutcomeOf(const std::string& reply)
-{
-    const auto text = [&](const std::string& element)
-    {
-        const auto begin = reply.find('<' + element + '>');
-        const auto end = reply.find("</" + element + '>');
-        return begin == std::string::npos || end == std::string::npos
-                   ? std::string()
-                   : reply.substr(begin + element.size() + 2, end - begin - element.size() - 2);
-    };
-    if (const auto code = text("codiceErrore"); !code.empty())
-    {
-        return "esito negativo " + code + ", " + text("descErrore");
-    }
-    if (const auto outcome = text("esitoServizio"); !outcome.empty())
-    {
-        return "esito " + outcome + ", " + std::to_string(reply.size()) + " byte";
-    }
-    if (const auto protocol = text("protocolloINPS"); !protocol.empty())
-    {
-        return "protocollo INPS " + protocol + ", " + std::to_string(reply.size()) + " byte";
-    }
-    return reply.find("Response>") != std::string::npos ? std::to_string(reply.size()) + " byte"
-                                                        : '"' + reply.substr(0, 70) + '"';
-}
-
-std::string ServiceOf(const std::string& requestXml)
-{
-    const auto envelope = siss::ReadXml(requestXml);
-    const auto* const body = envelope.Find("SOAP-ENV:Body");
-    return body == nullptr || body->children.empty() ? "?" : body->children.front().name;
-}
-
 // What happened to how many rows of which table.
 std::string KindInWords(const RowChange& change)
 {
@@ -149,12 +115,12 @@ void Narrator::CallBegins(const std::string& operation, const std::string& argum
 void Narrator::Sent(const std::string& requestXml, const std::string& shownAs)
 {
     ++m_exchanges;
-    Say("inviato al SISS", ServiceOf(requestXml) + ", attesa \"" + shownAs + '"');
+    Say("inviato al SISS", siss::ServiceOf(requestXml) + ", attesa \"" + shownAs + '"');
 }
 
 void Narrator::Received(const std::string& reply)
 {
-    Say("risposta del SISS", OutcomeOf(reply));
+    Say("risposta del SISS", siss::OutcomeOf(reply));
 }
 
 void Narrator::WindowSeen(const Window& window, bool isNew)

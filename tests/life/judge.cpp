@@ -48,13 +48,12 @@ bool InLines(const Lines& lines, std::string_view code, std::string_view subject
 
 bool IsOpen(const World& world, std::string_view code, std::string_view subject)
 {
-    return InLines(world.outside.openCodes, code, subject) ||
-           std::ranges::any_of(world.kept,
-                               [&](const auto& kept)
-                               {
-                                   return !kept->settled && kept->code.code.find(code) != std::string::npos &&
-                                          (subject.empty() || kept->code.subject == subject);
-                               });
+    const auto holdsIt = [&](const auto& kept)
+    {
+        return !kept->settled && kept->code.code.find(code) != std::string::npos &&
+               (subject.empty() || kept->code.subject == subject);
+    };
+    return InLines(world.outside.openCodes, code, subject) || std::ranges::any_of(world.kept, holdsIt);
 }
 
 // Journal and folder had the line and refused it; or the folder refused the code and the host lost its session; or the
@@ -88,12 +87,9 @@ void JudgeSettled(World& world, const host::OpenCode& code)
             return;
         }
     }
-    const auto others = std::ranges::count_if(world.kept,
-                                              [&](const auto& kept) {
-                                                  return !kept->settled && kept->code.subject == code.subject &&
-                                                         kept->code.code.find(iup) != std::string::npos;
-                                              });
-    if (!Has(world.outside.journal, iup) && others <= 1)
+    const auto holdsIt = [&](const auto& kept)
+    { return !kept->settled && kept->code.subject == code.subject && kept->code.code.find(iup) != std::string::npos; };
+    if (!Has(world.outside.journal, iup) && std::ranges::count_if(world.kept, holdsIt) <= 1)
     {
         world.outside.Violated(iup + " of \"" + code.subject +
                                "\" is settled, but neither in its row nor in the journal");

@@ -30,11 +30,4 @@ void Apply(const Choice& choice, Network& network)
     network.Behave(0, std::move(behaviour));
 }
 
-std::string ServiceOf(const std::string& request)
-{
-    const auto envelope = ReadXml(request);
-    const auto* const body = envelope.Find("SOAP-ENV:Body");
-    return body == nullptr || body->children.empty() ? "?" : body->children.front().name;
-}
-
 } // namespace vellumo::siss

@@ -30,7 +30,4 @@ struct Choice
 // The network behaves as chosen from the next call on.
 void Apply(const Choice& choice, Network& network);
 
-// Name of the service that a request asks for; "?" when it cannot be seen.
-[[nodiscard]] std::string ServiceOf(const std::string& request);
-
 } // namespace vellumo::siss

@@ -1,9 +1,10 @@
 #include "simulator/siss/program/simulation_form.h"
 
 #include "host/version.h"
+#include "simulator/siss/messages.h"
 
 #include <array>
-#include <sstream>
+#include <utility>
 
 namespace vellumo::siss
 {
@@ -11,28 +12,6 @@ namespace
 {
 
 constexpr std::array<int, 5> delays = {0, 500, 2000, 10000, 60000}; // milliseconds
-
-std::string FirstLine(const std::string& reply)
-{
-    constexpr std::size_t enough = 60;
-    const auto text = [&](const std::string& element)
-    {
-        const auto begin = reply.find('<' + element + '>');
-        const auto end = reply.find("</" + element + '>');
-        return begin == std::string::npos || end == std::string::npos
-                   ? std::string()
-                   : reply.substr(begin + element.size() + 2, end - begin - element.size() - 2);
-    };
-    if (const auto code = text("codiceErrore"); !code.empty())
-    {
-        return "rifiuto " + code;
-    }
-    if (const auto outcome = text("esitoServizio"); !outcome.empty())
-    {
-        return "esito " + outcome;
-    }
-    return reply.empty() ? "nessuna risposta" : reply.substr(0, enough);
-}
 
 // An element a line, so that a message can be read.
 std::vector<std::string> Lines(const std::string& xml)
@@ -132,7 +111,7 @@ void SimulationForm::Show(const std::string& request, const std::string& reply)
     else if (!m_shown.empty())
     {
         m_shown.back().reply = reply;
-        m_calls.rows.back()[2].text = FirstLine(reply);
+        m_calls.rows.back()[2].text = OutcomeOf(reply);
     }
     m_calls.selected = m_calls.rows.size() - 1;
     ShowTexts();

@@ -195,6 +195,8 @@ const Group practiceStatements = {
          FailStatement},
         {"", "fail session after keeping/giving N responses",
          "the session that the host keeps faults when it is to keep, or to give back, more than that", LimitSession},
+        {"", "fail windows", "the system makes no window for the library any more; boxes go on",
+         [](Run& run, const Node&) { run.GetStage().GetTarget().RefuseWindows(); }},
         {"", "pause N ms", "waits",
          [](Run&, const Node& node) { std::this_thread::sleep_for(std::chrono::milliseconds(node.Number("N"))); }},
         {"", "statements take N ms", "from now on each statement of the library waits that long, as on a busy server",

@@ -28,6 +28,9 @@ public:
     // null when none of the library's is on screen. Good until the next message is dispatched.
     [[nodiscard]] virtual Window* Topmost() = 0;
 
+    // From now on the system makes no window for a form of the library; boxes go on.
+    virtual void RefuseWindows() = 0;
+
     // Saves a picture of the screen. False where there is none to take.
     virtual bool Screenshot(const std::filesystem::path& file) = 0;
 };

@@ -211,6 +211,15 @@ void FormWindow::ChooseFile(const std::filesystem::path& file)
     dynamic_cast<FileForm&>(m_form).Choose(file);
 }
 
+void ScriptedDesktop::ShowModal(ui::Form& form)
+{
+    if (m_screen.refuses)
+    {
+        throw host::Fault("Non è possibile aprire la finestra \"" + form.Title() + "\".");
+    }
+    FormWindow(m_screen, form).Show();
+}
+
 ui::Answer ScriptedDesktop::ShowBox(const ui::Prompt& prompt)
 {
     BoxForm form(prompt);

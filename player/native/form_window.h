@@ -18,6 +18,7 @@ struct Screen
     Operator& anOperator;
     std::vector<FormWindow*> windows;
     std::uint64_t lastId = 0;
+    bool refuses = false; // to make windows of forms
 };
 
 // On the screen from its making to its end.
@@ -66,7 +67,7 @@ public:
     }
 
     ui::Answer ShowBox(const ui::Prompt& prompt) override;
-    void ShowModal(ui::Form& form) override { FormWindow(m_screen, form).Show(); }
+    void ShowModal(ui::Form& form) override;
     [[nodiscard]] std::optional<std::string> AskFile(const std::string& title, const std::string& filter) override;
 
 private:

@@ -20,7 +20,7 @@ class NativeTarget final : public Target
 {
 public:
     NativeTarget(Operator& anOperator, const std::filesystem::path& folder)
-        : m_screen{anOperator, {}, 0}
+        : m_screen{anOperator, {}, 0, false}
         , m_settingsFile(folder / "settings.txt")
         , m_installation(norda::MakeSettingsFile(m_settingsFile))
     {
@@ -34,6 +34,7 @@ public:
     [[nodiscard]] norda::Installation& Machine() override { return *m_installation; }
 
     [[nodiscard]] Window* Topmost() override { return m_screen.windows.empty() ? nullptr : m_screen.windows.back(); }
+    void RefuseWindows() override { m_screen.refuses = true; }
     bool Screenshot(const std::filesystem::path&) override { return false; }
 
 private:

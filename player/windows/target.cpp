@@ -28,6 +28,21 @@ public:
     Apartment& operator=(const Apartment&) = delete;
 };
 
+// Windows asks before it makes a window; the library's dialogs come from its own module, the system's boxes do not.
+LRESULT CALLBACK RefuseLibraryWindows(int code, WPARAM wParam, LPARAM lParam)
+{
+    if (code == HCBT_CREATEWND)
+    {
+        const auto* const creation = reinterpret_cast<const CBT_CREATEWNDW*>(lParam);
+        const HMODULE library = GetModuleHandleW(L"Vellumo.dll");
+        if (library != nullptr && creation->lpcs->hInstance == library && (creation->lpcs->style & WS_CHILD) == 0)
+        {
+            return 1;
+        }
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
 class WindowsTarget final : public Target
 {
 public:
@@ -36,6 +51,15 @@ public:
         , m_robot(anOperator)
     {
     }
+    ~WindowsTarget() override
+    {
+        if (m_refusal != nullptr)
+        {
+            UnhookWindowsHookEx(m_refusal);
+        }
+    }
+    WindowsTarget(const WindowsTarget&) = delete;
+    WindowsTarget& operator=(const WindowsTarget&) = delete;
 
     [[nodiscard]] std::unique_ptr<norda::ProviderClient> CreateProvider(const norda::Outside& outside) override
     {
@@ -47,6 +71,10 @@ public:
         m_top = Robot::Topmost();
         return m_top.get();
     }
+    void RefuseWindows() override
+    {
+        m_refusal = SetWindowsHookExW(WH_CBT, RefuseLibraryWindows, nullptr, GetCurrentThreadId());
+    }
     bool Screenshot(const std::filesystem::path& file) override { return SaveScreenPicture(file); }
 
 private:
@@ -54,6 +82,7 @@ private:
     std::unique_ptr<norda::Installation> m_installation;
     Robot m_robot;
     std::unique_ptr<Window> m_top;
+    HHOOK m_refusal = nullptr;
 };
 
 } // namespace

@@ -14,8 +14,6 @@ namespace
 using norda::Passing;
 using norda::ProviderClient;
 
-constexpr auto nothing = [](Run&, const Node&) {}; // the line above it looks at this one
-
 // What the scenario gave for a parameter of the call: arguments in their order, which may be left out, the kind of a
 // prescription, the session that the host keeps.
 template <class Parameter>

@@ -66,9 +66,9 @@ void LookAtResponses(Run& run, const Node& node)
     Expect("the session holds", node.Text("N"), session ? std::to_string(session->ResponseCount(kind)) : "no session");
 }
 
-using Rows = std::vector<std::vector<std::string>>;
+using Table = std::vector<std::vector<std::string>>;
 
-std::string Listed(const Rows& rows)
+std::string Listed(const Table& rows)
 {
     std::string lines;
     for (const auto& row : rows)
@@ -92,7 +92,7 @@ bool AllFit(const std::vector<std::string>& expected, const std::vector<std::str
 
 void LookAtRows(Run& run, const Node& node)
 {
-    Rows seen;
+    Table seen;
     for (const auto result = run.GetStage().Database().Open(Joined(node.block, " ").insert(0, node.Text("SQL") + ' '));
          !result->IsAtEnd(); result->MoveNext())
     {
@@ -102,7 +102,7 @@ void LookAtRows(Run& run, const Node& node)
             row.push_back(ValueText(result->Field(i)));
         }
     }
-    Rows expected;
+    Table expected;
     for (const auto& line : node.below)
     {
         if (line.Keyword() == "row")
@@ -233,8 +233,6 @@ void LookAtRegistry(Run& run, const Node& node)
     const auto seen = run.GetStage().GetTarget().Machine().MachineText(node.Text("KEY"), node.Text("NAME"));
     Expect(node.Text("NAME"), Shown(expected), Shown(seen));
 }
-
-constexpr auto nothing = [](Run&, const Node&) {}; // the line above it looks at this one
 
 } // namespace
 

@@ -51,8 +51,6 @@ void Add(Node node, std::vector<Node>& top, std::vector<Node*>& open)
     open.push_back(&(open.empty() ? top : open.back()->below).emplace_back(std::move(node)));
 }
 
-constexpr auto nothing = [](Run&, const Node&) {}; // whoever plays the scenario looks at it
-
 } // namespace
 
 bool Scenario::IsFor(const std::string& target) const

@@ -143,8 +143,6 @@ void Harm(Run& run, const Node& node)
                                            : Hostile{Hostile::Kind::Deep, node.Count("N")});
 }
 
-constexpr auto nothing = [](Run&, const Node&) {}; // the line that it stands in looks at it
-
 } // namespace
 
 const Group sissStatements = {

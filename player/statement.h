@@ -39,6 +39,9 @@ struct Statement
     [[nodiscard]] std::string_view Keyword() const { return wording.substr(0, wording.find(' ')); }
 };
 
+// Performed by a line that another one looks at.
+inline constexpr auto nothing = [](Run&, const Node&) {};
+
 enum class Role
 {
     Step,

@@ -92,7 +92,7 @@ std::optional<ui::Colour> OwnColour(COLORREF colour, int systems)
     return RGB(GetBValue(colour), GetGValue(colour), GetRValue(colour)); // ours are the other way round
 }
 
-std::string TextOf(HWND list, int row, int column)
+std::string CellText(HWND list, int row, int column)
 {
     std::wstring text(4096, L'\0');
     LVITEMW item{};
@@ -121,7 +121,7 @@ RECT CellArea(HWND list, int row, int column)
 
 ui::Cell ReadCell(HWND list, int row, int column)
 {
-    ui::Cell cell{TextOf(list, row, column)};
+    ui::Cell cell{CellText(list, row, column)};
     Send(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
     UpdateWindow(list);
     const RECT area = CellArea(list, row, column);

@@ -13,7 +13,7 @@ namespace
 
 // A letter each: the code of a result, or that registration gave; "-" for none, lower case for a prescription that the
 // operator cancelled.
-struct Case
+struct PairingCase
 {
     const char* what;
     const char* results;
@@ -66,34 +66,34 @@ TEST_SUITE("prescription")
     TEST_CASE("a final result goes to the prescription that got its code, and the others by their order")
     {
         for (const auto& each : {
-                 Case{"nothing", "", "", ""},
-                 Case{"as registered", "ABC", "ABC", "123"},
-                 Case{"another order", "CAB", "ABC", "312"},
-                 Case{"no code known: plain order", "XY", "---", "12"},
-                 Case{"no code known: too many", "XYZ", "--", "12."},
-                 Case{"nobody to take them", "XY", "", ".."},
-                 Case{"results without codes", "---", "ABC", "123"},
-                 Case{"only other codes than registration's", "XYZ", "ABC", "123"},
+                 PairingCase{"nothing", "", "", ""},
+                 PairingCase{"as registered", "ABC", "ABC", "123"},
+                 PairingCase{"another order", "CAB", "ABC", "312"},
+                 PairingCase{"no code known: plain order", "XY", "---", "12"},
+                 PairingCase{"no code known: too many", "XYZ", "--", "12."},
+                 PairingCase{"nobody to take them", "XY", "", ".."},
+                 PairingCase{"results without codes", "---", "ABC", "123"},
+                 PairingCase{"only other codes than registration's", "XYZ", "ABC", "123"},
 
-                 Case{"of a cancelled one", "AB", "aB", ".2"},
-                 Case{"a cancelled one without code, too many", "XB", "_B", ".2"},
-                 Case{"cancelled ones leave no gap", "BXC", "aB-_C", "235"},
-                 Case{"a code of a cancelled one and of another", "AX", "Aa-", ".1"},
-                 Case{"all cancelled", "ABX", "ab_", "..."},
+                 PairingCase{"of a cancelled one", "AB", "aB", ".2"},
+                 PairingCase{"a cancelled one without code, too many", "XB", "_B", ".2"},
+                 PairingCase{"cancelled ones leave no gap", "BXC", "aB-_C", "235"},
+                 PairingCase{"a code of a cancelled one and of another", "AX", "Aa-", ".1"},
+                 PairingCase{"all cancelled", "ABX", "ab_", "..."},
 
-                 Case{"the same code twice", "AA", "AB", "1."},
-                 Case{"a code of two", "AA", "AA", "12"},
-                 Case{"a code of two, three results", "AAA", "AAB", "12."},
-                 Case{"a code of two, one result", "AX", "AA", "12"},
-                 Case{"a code of two around another", "ABA", "ABA", "123"},
+                 PairingCase{"the same code twice", "AA", "AB", "1."},
+                 PairingCase{"a code of two", "AA", "AA", "12"},
+                 PairingCase{"a code of two, three results", "AAA", "AAB", "12."},
+                 PairingCase{"a code of two, one result", "AX", "AA", "12"},
+                 PairingCase{"a code of two around another", "ABA", "ABA", "123"},
 
-                 Case{"gaps: before, between, behind", "XAYBZ", "-A-B-", "12345"},
-                 Case{"gaps: one side empty", "XAB", "A-B", ".13"},
-                 Case{"gaps: too many in one, none in the other", "AXYB", "A-B-", "12.3"},
-                 Case{"short: the first has none", "B", "AB", "2"},
-                 Case{"another order: over all that is left", "BXAY", "A-B-", "3214"},
-                 Case{"another order: too many left", "BXAYZ", "A-B-", "3214."},
-                 Case{"empty among known", "A-C", "ABC", "123"},
+                 PairingCase{"gaps: before, between, behind", "XAYBZ", "-A-B-", "12345"},
+                 PairingCase{"gaps: one side empty", "XAB", "A-B", ".13"},
+                 PairingCase{"gaps: too many in one, none in the other", "AXYB", "A-B-", "12.3"},
+                 PairingCase{"short: the first has none", "B", "AB", "2"},
+                 PairingCase{"another order: over all that is left", "BXAY", "A-B-", "3214"},
+                 PairingCase{"another order: too many left", "BXAYZ", "A-B-", "3214."},
+                 PairingCase{"empty among known", "A-C", "ABC", "123"},
              })
         {
             CAPTURE(std::string(each.what));

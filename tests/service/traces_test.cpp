@@ -18,14 +18,14 @@ using vellumo::tests::Practice;
 namespace
 {
 
-const std::string folder = "host\\SISS\\Tracce";
+const std::string tracesFolder = "host\\SISS\\Tracce";
 
 std::vector<std::filesystem::path> CodeFiles(const Practice& practice)
 {
     std::vector<std::filesystem::path> files;
     std::error_code error;
-    for (const auto& entry :
-         std::filesystem::directory_iterator(vellumo::host::NativePath(practice.installation.Path(folder)), error))
+    for (const auto& entry : std::filesystem::directory_iterator(
+             vellumo::host::NativePath(practice.installation.Path(tracesFolder)), error))
     {
         if (entry.path().filename().string().starts_with("codici"))
         {
@@ -105,7 +105,8 @@ TEST_SUITE("service")
         Practice practice;
         CHECK(practice.journal.WriteToCheck("prima\r\nriga"));
         CHECK(practice.journal.Write(std::string(5000, 'x')));
-        const auto text = vellumo::environment::ReadFile(practice.installation.Path(folder + "\\tracce 2024-03.txt"));
+        const auto text =
+            vellumo::environment::ReadFile(practice.installation.Path(tracesFolder + "\\tracce 2024-03.txt"));
         REQUIRE(text);
         CHECK(text->starts_with("2024-03-05 15.04.09 Vellumo "));
         CHECK(text->find("DA CONTROLLARE: prima riga\r\n") != std::string::npos);
@@ -119,9 +120,10 @@ TEST_SUITE("service")
         Practice practice;
         // A folder of that name refuses like a file without rights, which administrators never meet.
         std::filesystem::create_directories(
-            vellumo::host::NativePath(practice.installation.Path(folder + "\\tracce 2024-03.txt")));
+            vellumo::host::NativePath(practice.installation.Path(tracesFolder + "\\tracce 2024-03.txt")));
         CHECK(practice.journal.Write("riga"));
-        const auto text = vellumo::environment::ReadFile(practice.installation.Path(folder + "\\tracce 2024-03 2.txt"));
+        const auto text =
+            vellumo::environment::ReadFile(practice.installation.Path(tracesFolder + "\\tracce 2024-03 2.txt"));
         REQUIRE(text);
         CHECK(text->ends_with("riga\r\n"));
     }
@@ -131,7 +133,7 @@ TEST_SUITE("service")
         Practice practice;
         practice.services.utils = nullptr;
         CHECK_FALSE(practice.journal.Write("solo nella cartella"));
-        CHECK(vellumo::environment::ReadFile(practice.installation.Path(folder + "\\tracce 2024-03.txt")));
+        CHECK(vellumo::environment::ReadFile(practice.installation.Path(tracesFolder + "\\tracce 2024-03.txt")));
 
         std::filesystem::remove_all(vellumo::host::NativePath(practice.installation.Path("host\\SISS")));
         practice.services.utils = practice.utils;

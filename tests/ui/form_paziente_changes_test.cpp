@@ -33,7 +33,7 @@ void Add(ComparedPatient& patient, int id, const std::string& codice)
     patient.exemptions.push_back({id, codice, "Descrizione " + codice});
 }
 
-struct Outcome
+struct AfterConfirming
 {
     FormPazienteChanges::Decision result;
     std::int32_t changes;
@@ -42,8 +42,8 @@ struct Outcome
 };
 
 // Ticks the boxes as told ("ADR": personal data, exemptions, remove first) and confirms.
-Outcome Confirm(const ComparedPatient& paziente, const ComparedPatient& cittadino, const std::string& ticked,
-                std::optional<Answer> answer = std::nullopt)
+AfterConfirming Confirm(const ComparedPatient& paziente, const ComparedPatient& cittadino, const std::string& ticked,
+                        std::optional<Answer> answer = std::nullopt)
 {
     FakeDesktop desktop;
     if (answer)
@@ -168,7 +168,7 @@ TEST_SUITE("patient changes window")
         for (const auto& each : masks)
         {
             CAPTURE(each.first);
-            const Outcome outcome = Confirm(person, person, each.first);
+            const AfterConfirming outcome = Confirm(person, person, each.first);
             CHECK(outcome.result == FormPazienteChanges::Decision::Confirmed);
             CHECK(outcome.changes == each.second);
             CHECK(outcome.questions == 0);
@@ -190,7 +190,7 @@ TEST_SUITE("patient changes window")
         cittadino.values["Nome"] = "MARIO";
         CHECK(Confirm(Person(), cittadino, "A", Answer::Yes).changes == 4111);
         CHECK(Confirm(Person(), cittadino, "AR", Answer::No).changes == 11);
-        const Outcome cancelled = Confirm(Person(), cittadino, "A", Answer::Cancel);
+        const AfterConfirming cancelled = Confirm(Person(), cittadino, "A", Answer::Cancel);
         CHECK_FALSE(cancelled.closed);
         CHECK(cancelled.result == FormPazienteChanges::Decision::Cancelled);
         CHECK(cancelled.changes == 7);

@@ -12,11 +12,13 @@
 #   make test-package  installs, upgrades, uses and removes them, under 64-bit and 32-bit Wine
 #   make simulate SESSIONS=20000 SEED=1
 #                      simulated prescribing sessions against all that can go wrong in one
+#   make fuzz SECONDS=60
+#                      machines look for inputs that break the library, so long for each kind of input
 #   make bench         how the long jobs compare with bare programs doing the same work
 #   make gallery       every window in every state that matters, as pictures on one page: build/gallery/index.html
 #   make clean         removes what was built
 
-.PHONY: run run-native norda lint test test-win32 dll package test-package simulate bench gallery clean
+.PHONY: run run-native norda lint test test-win32 dll package test-package simulate fuzz bench gallery clean
 .DEFAULT_GOAL := run
 MAKEFLAGS += --no-print-directory
 
@@ -64,6 +66,12 @@ SEED ?= 1
 simulate:
 	@tools/setup
 	@tools/simulate --sessions $(SESSIONS) --seed $(SEED)
+
+SECONDS ?= 60
+
+fuzz:
+	@tools/setup fuzz
+	@tools/fuzz --seconds $(SECONDS)
 
 bench:
 	@tools/setup

@@ -7,7 +7,9 @@ find_program(CCACHE ccache)
 if(CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
   # With these it knows how to keep what was compiled with a precompiled header.
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
-  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fpch-preprocess>)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fpch-preprocess>)
+  endif()
 endif()
 
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
@@ -15,10 +17,21 @@ set(warnings
   -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
   -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi -Wcast-align -Wcast-qual -Wformat=2
   -Wimplicit-fallthrough -Wduplicated-cond -Wlogical-op -Wvla)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang") # which builds for the fuzzer only, and does not know all of them
+  list(APPEND warnings -Wno-unknown-warning-option -Wno-missing-field-initializers)
+endif()
 add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:${warnings}>")
 
 if(VELLUMO_SANITIZE)
   add_compile_options(-g -fno-omit-frame-pointer -fsanitize=address,undefined -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=address,undefined)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+endif()
+
+if(VELLUMO_FUZZ)
+  # Every branch taken is told to libFuzzer. What is optimised a little runs several times as often.
+  add_compile_options(-O1 -gline-tables-only -fno-omit-frame-pointer
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
   add_link_options(-fsanitize=address,undefined)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
 endif()

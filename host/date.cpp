@@ -1,5 +1,6 @@
 #include "host/date.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
@@ -45,7 +46,11 @@ Date Date::FromOle(double days)
     // Milliseconds are cut off, as when a date is read from text: databases write the end of a day as 23:59:59.997, and
     // that is not the next day yet. Rounding to them first undoes what floating point does to whole seconds.
     const auto millisecond = std::llround(std::fabs(days - whole) * secondsPerDay * 1000);
-    const auto second = static_cast<std::int32_t>(millisecond / 1000);
+    auto second = static_cast<std::int32_t>(millisecond / 1000);
+    if (whole >= lastOleDay) // no day comes after it
+    {
+        second = std::min(second, secondsPerDay - 1);
+    }
     return {static_cast<std::int32_t>(whole) + second / secondsPerDay, second % secondsPerDay};
 }
 

@@ -6,7 +6,9 @@
 #include "player/written.h"
 
 #include <algorithm>
-#include <regex>
+#include <charconv>
+#include <cstdint>
+#include <optional>
 #include <sstream>
 
 namespace vellumo::player
@@ -14,20 +16,60 @@ namespace vellumo::player
 namespace
 {
 
-// "{today}", "{today-31}", "{today+5 siss}", "{today shown}"
-std::string WithDates(std::string text)
+// What stands behind "{today" at the beginning of `text` up to "}": "+31 siss"; nothing when it is none of that.
+struct Today
 {
-    static const std::regex form(R"(\{today([+-]\d+)?( siss| shown)?\})");
-    for (std::smatch found; std::regex_search(text, found, form);)
+    std::int32_t days = 0;
+    std::string_view form;
+    std::size_t length = 0; // of all of it
+};
+
+std::optional<Today> ReadToday(const Place& place, std::string_view text)
+{
+    constexpr std::string_view opening = "{today";
+    const auto close = text.find('}');
+    if (!text.starts_with(opening) || close == std::string_view::npos)
     {
-        const int days = found[1].matched ? std::stoi(found[1]) : 0;
-        const auto date = host::Date::FromOle(host::SystemClock().Now().DayNumber() + days);
-        const auto written = DateText(date, found[2] == " siss"    ? "%Y%m%d"
-                                            : found[2] == " shown" ? "%d/%m/%Y"
-                                                                   : dayForm);
-        text = found.prefix().str() + written + found.suffix().str();
+        return std::nullopt;
     }
-    return text;
+    Today today{0, text.substr(opening.size(), close - opening.size()), close + 1};
+    if (today.form.starts_with('+') || today.form.starts_with('-'))
+    {
+        const char* const end = today.form.data() + today.form.size();
+        const auto read = std::from_chars(today.form.data() + (today.form.front() == '+' ? 1 : 0), end, today.days);
+        constexpr std::int32_t most = 1'000'000; // more than two thousand years
+        if (read.ec == std::errc::result_out_of_range || today.days > most || today.days < -most)
+        {
+            throw SyntaxError(place, "there is no such day");
+        }
+        today.form.remove_prefix(read.ec == std::errc() ? static_cast<std::size_t>(read.ptr - today.form.data()) : 0);
+    }
+    const bool isForm = today.form.empty() || today.form == " siss" || today.form == " shown";
+    return isForm ? std::optional(today) : std::nullopt;
+}
+
+// "{today}", "{today-31}", "{today+5 siss}", "{today shown}"
+std::string WithDates(const Place& place, std::string_view text)
+{
+    std::string dated;
+    while (!text.empty())
+    {
+        const auto brace = std::min(text.find('{'), text.size());
+        dated += text.substr(0, brace);
+        text.remove_prefix(brace);
+        const auto today = ReadToday(place, text);
+        if (today)
+        {
+            const auto date = host::Date::FromOle(host::SystemClock().Now().DayNumber() + today->days);
+            dated += DateText(date, today->form == " siss" ? "%Y%m%d" : today->form == " shown" ? "%d/%m/%Y" : dayForm);
+        }
+        else
+        {
+            dated += text.substr(0, 1);
+        }
+        text.remove_prefix(std::min(today ? today->length : 1, text.size()));
+    }
+    return dated;
 }
 
 // The text in the quotes that open there; steps behind them.
@@ -98,7 +140,7 @@ std::vector<Line> ReadLines(const std::string& file, const std::string& text)
     for (std::string raw; std::getline(in, raw);)
     {
         ++place.line;
-        const auto dated = WithDates(raw.substr(0, raw.find('\r')));
+        const auto dated = WithDates(place, std::string_view(raw).substr(0, raw.find('\r')));
         if (host::Trimmed(dated).starts_with('|'))
         {
             if (lines.empty())

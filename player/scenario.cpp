@@ -61,10 +61,15 @@ bool Scenario::IsFor(const std::string& target) const
 
 std::vector<Scenario> ReadScenarios(const std::filesystem::path& file)
 {
+    return ReadScenarios(file.string(), FileText(file));
+}
+
+std::vector<Scenario> ReadScenarios(const std::string& file, const std::string& text)
+{
     std::vector<Node> common;
     std::vector<Scenario> scenarios;
     std::vector<Node*> open;
-    for (const auto& line : ReadLines(file.string(), FileText(file)))
+    for (const auto& line : ReadLines(file, text))
     {
         auto node = ReadNode(line);
         if (node.Keyword() == "scenario")
@@ -77,7 +82,7 @@ std::vector<Scenario> ReadScenarios(const std::filesystem::path& file)
     }
     if (scenarios.empty())
     {
-        throw SyntaxError({file.string(), 1}, "the file has no scenario");
+        throw SyntaxError({file, 1}, "the file has no scenario");
     }
     for (const auto& scenario : scenarios)
     {

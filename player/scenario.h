@@ -26,5 +26,7 @@ struct Scenario
 
 // Throws SyntaxError, and Differs when the file cannot be read.
 [[nodiscard]] std::vector<Scenario> ReadScenarios(const std::filesystem::path& file);
+// The same of a text; the file's name is for messages.
+[[nodiscard]] std::vector<Scenario> ReadScenarios(const std::string& file, const std::string& text);
 
 } // namespace vellumo::player

@@ -35,6 +35,13 @@ bool IsWholeNumber(const std::string& text)
     return result.ec == std::errc() && result.ptr == text.data() + text.size();
 }
 
+// `choices` are words with "/" between them.
+bool IsOneOf(Part choices, Part word)
+{
+    return std::string("/").append(choices).append("/").find(std::string("/").append(word).append("/")) !=
+           std::string::npos;
+}
+
 // Tries wordings on a line, and knows how far the best of them came and what would have gone on from there.
 class Matcher
 {
@@ -42,6 +49,12 @@ public:
     explicit Matcher(const Line& line)
         : m_line(line)
     {
+    }
+
+    // Whether the line begins with the wording's first word, which tells most of them apart.
+    [[nodiscard]] bool Begins(Part wording) const
+    {
+        return !m_line.words.front().quoted && IsOneOf(TakePart(wording), m_line.words.front().text);
     }
 
     // The whole line.
@@ -109,7 +122,7 @@ private:
     bool MatchWord(const std::string& choices, Node& node)
     {
         const auto word = m_at < m_line.words.size() ? m_line.words[m_at] : Word();
-        if (word.quoted || ('/' + choices + '/').find('/' + word.text + '/') == std::string::npos)
+        if (word.quoted || !IsOneOf(choices, word.text))
         {
             return Missed(Replaced(choices, "/", " or "));
         }
@@ -237,8 +250,12 @@ Node ReadNode(const Line& line)
     {
         for (const auto& statement : group->statements)
         {
+            if (group->role == Role::Part || !matcher.Begins(statement.wording))
+            {
+                continue;
+            }
             Node node{group, &statement, line.place, line.From(1), line.block, {}, {}, {}, {}};
-            if (group->role != Role::Part && matcher.Match(node))
+            if (matcher.Match(node))
             {
                 return node;
             }

@@ -47,7 +47,7 @@ public:
 
     // A copy with everything below it, in the same document, not yet in its tree.
     [[nodiscard]] Node Clone() const;
-    // Makes `child`, which belongs to the same document, the last child.
+    // Makes `child`, which belongs to the same document, the last child. Nothing happens when it holds this node.
     void Append(const Node& child) const;
     // Takes this node, an element or an attribute, out of its parent; the handle stays usable.
     void Remove() const;

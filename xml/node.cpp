@@ -35,7 +35,8 @@ std::vector<Node> Node::SelectAll(std::string_view path) const
     {
         path.remove_prefix(1);
         const auto step = TakeStep(path);
-        if (m_tree->root == Tree::none || m_tree->items[m_tree->root].name != step)
+        // "/a//b" is no path, and what stands behind "/a/" is none of the root's.
+        if (m_tree->root == Tree::none || m_tree->items[m_tree->root].name != step || path.starts_with('/'))
         {
             return {};
         }
@@ -166,7 +167,8 @@ Node Node::Clone() const
 
 void Node::Append(const Node& child) const
 {
-    if (m_tree && m_attribute == noAttribute && child.m_tree == m_tree && child.m_attribute == noAttribute)
+    if (m_tree && m_attribute == noAttribute && child.m_tree == m_tree && child.m_attribute == noAttribute &&
+        !m_tree->IsWithin(m_element, child.m_element))
     {
         m_tree->Unlink(child.m_element);
         m_tree->Link(m_element, child.m_element);

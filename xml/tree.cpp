@@ -102,6 +102,15 @@ Tree::Index Tree::Copy(Index item)
     return made;
 }
 
+bool Tree::IsWithin(Index item, Index above) const
+{
+    while (item != none && item != above)
+    {
+        item = items[item].parent;
+    }
+    return item == above;
+}
+
 Tree::Index Tree::NextInOrder(Index item, Index top) const
 {
     do

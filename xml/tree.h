@@ -51,6 +51,8 @@ struct Tree
     void UnlinkChildren(Index parent);
     Index Copy(Index item); // with everything below, not linked
 
+    // True when `above` is the item or holds it.
+    [[nodiscard]] bool IsWithin(Index item, Index above) const;
     // The next element in document order below `top`, starting from `top` itself; `none` at the end.
     [[nodiscard]] Index NextInOrder(Index item, Index top) const;
 

@@ -41,6 +41,7 @@ TEST_SUITE("host")
         CHECK(Day(1899, 12, 29, 12).ToOle() == -1.5);
         CHECK(Day(2024, 3, 5).ToOle() == 45356);
         CHECK(Date::FromOle(45356 + 86399.997 / 86400) == Day(2024, 3, 5, 23, 59, 59));
+        CHECK(Date::FromOle(2958465.999999999) == Day(9999, 12, 31, 23, 59, 59)); // there is no day after it
         CHECK(Date::FromOle(std::numeric_limits<double>::quiet_NaN()).IsZero());
         CHECK(Date::FromOle(1e300).IsZero());
     }

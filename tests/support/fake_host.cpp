@@ -140,9 +140,13 @@ void FakeUtils::Execute(const std::string& sql, const host::Parameters&)
 }
 
 host::Value FakeUtils::WriteRow(const std::string& table, const std::string&, const host::Value&,
-                                const std::vector<host::ColumnValue>&)
+                                const std::vector<host::ColumnValue>& columns)
 {
     Called();
+    if (rowWritten)
+    {
+        rowWritten(table, columns);
+    }
     written.push_back(table);
     return static_cast<std::int32_t>(written.size());
 }

@@ -81,6 +81,7 @@ public:
     std::function<void()> called; // at the beginning of each member
     std::function<host::Value(const std::string& sql, const host::Parameters& parameters)> valueOf;
     std::function<Rows(const std::string& sql)> rowsOf;
+    std::function<void(const std::string& table, const std::vector<host::ColumnValue>& columns)> rowWritten;
     host::Value tableDate;
     std::vector<std::string> written; // tables, statements and lines of the journal, in order
 

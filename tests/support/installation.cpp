@@ -4,11 +4,10 @@
 #include "host/path.h"
 #include "xml/document.h"
 
-#include <doctest.h>
-
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <stdexcept>
 
 namespace vellumo::tests
 {
@@ -22,9 +21,7 @@ std::string Entry(std::string_view root, std::string_view key, std::string_view 
 
 std::string Bytes(const std::filesystem::path& file)
 {
-    const auto bytes = environment::ReadFile(file.string());
-    REQUIRE(bytes);
-    return *bytes;
+    return environment::ReadFile(file.string()).value();
 }
 
 } // namespace
@@ -78,7 +75,10 @@ std::string Installation::Path(const std::string& name) const
 void Installation::Write(const std::string& name, std::string_view bytes) const
 {
     std::filesystem::create_directories(host::NativePath(Path(name)).parent_path());
-    REQUIRE(environment::WriteFile(Path(name), bytes));
+    if (!environment::WriteFile(Path(name), bytes))
+    {
+        throw std::runtime_error("cannot write " + Path(name));
+    }
 }
 
 void Installation::WriteHuge(const std::string& name) const
@@ -104,10 +104,9 @@ void Installation::WriteTemplates() const
 
 std::string Golden(const std::string& room, const std::string& name)
 {
-    const auto document =
-        xml::Document::FromText(Bytes(std::string(VELLUMO_TESTS) + "/" + room + "/golden/" + name + ".xml"));
-    REQUIRE(document);
-    return document->Xml();
+    return xml::Document::FromText(Bytes(std::string(VELLUMO_TESTS) + "/" + room + "/golden/" + name + ".xml"))
+        .value()
+        .Xml();
 }
 
 } // namespace vellumo::tests

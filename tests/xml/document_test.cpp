@@ -65,7 +65,8 @@ TEST_SUITE("xml")
         CHECK(param.Select("/SOAP-ENV:Envelope/SOAP-ENV:Body") == document.Select("/SOAP-ENV:Envelope/SOAP-ENV:Body"));
         CHECK(document.Root().Descendants("a").size() == 3);
         CHECK(param.Text() == "unoduetre");
-        for (const auto* path : {"", "A", "x:a", "b/", "a/@v", "/param", "/SOAP-ENV:Envelope/Body", "//a"})
+        for (const auto* path : {"", "A", "x:a", "b/", "a/@v", "/param", "/SOAP-ENV:Envelope/Body", "//a",
+                                 "/SOAP-ENV:Envelope//SOAP-ENV:Envelope/SOAP-ENV:Body"})
         {
             CAPTURE(path);
             CHECK_FALSE(param.Select(path));
@@ -116,6 +117,9 @@ TEST_SUITE("xml")
         CHECK(document.Xml() == R"(<list><end/><item><v>y</v></item></list>)");
         list.Append(Parse("<other/>").Root()); // of another document: nothing happens
         CHECK(list.SelectAll("other").empty());
+        copy.Append(list); // which holds it: nor here
+        copy.Append(copy);
+        CHECK(list.Text() == "y");
     }
 
     TEST_CASE("a handle means its own attribute, whatever is removed beside it")

@@ -14,11 +14,12 @@
 #                      simulated prescribing sessions against all that can go wrong in one
 #   make fuzz SECONDS=60
 #                      machines look for inputs that break the library, so long for each kind of input
+#   make engines       whether both XML engines make the same of thousands of texts, good and bad
 #   make bench         how the long jobs compare with bare programs doing the same work
 #   make gallery       every window in every state that matters, as pictures on one page: build/gallery/index.html
 #   make clean         removes what was built
 
-.PHONY: run run-native norda lint test test-win32 dll package test-package simulate fuzz bench gallery clean
+.PHONY: run run-native norda lint test test-win32 dll package test-package simulate fuzz engines bench gallery clean
 .DEFAULT_GOAL := run
 MAKEFLAGS += --no-print-directory
 
@@ -72,6 +73,10 @@ SECONDS ?= 60
 fuzz:
 	@tools/setup fuzz
 	@tools/fuzz --seconds $(SECONDS)
+
+engines:
+	@tools/setup engines
+	@tools/engines
 
 bench:
 	@tools/setup

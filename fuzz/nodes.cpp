@@ -8,6 +8,7 @@
 #include "fuzz/bare_document.h"
 #include "fuzz/oracle.h"
 #include "xml/document.h"
+#include "xml/line_breaks.h"
 
 #include <string>
 #include <string_view>
@@ -159,6 +160,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     {
         Require(ours.has_value() == bare.HasTree(), "whether the text is XML");
     }
+    // As the engine gets it that wants short lines.
+    const auto broken = xml::Document::FromText(xml::WithLineBreaks(text, 3));
+    Require(ours.has_value() == broken.has_value(), "whether the text with line breaks is XML");
+    RequireSame(broken ? broken->Xml() : "", ours ? ours->Xml() : "", "the tree of the text with line breaks");
     if (!ours || !bare.HasTree())
     {
         return 0;

@@ -1,6 +1,7 @@
 #include "xml/document.h"
 
 #include "xml/characters.h"
+#include "xml/declaration.h"
 #include "xml/engine.h"
 #include "xml/guard.h"
 #include "xml/tree.h"
@@ -14,14 +15,16 @@ std::optional<Document> Document::FromText(std::string_view text, const Limits& 
     {
         text.remove_prefix(byteOrderMark.size());
     }
-    if (!IsAcceptable(text, limits))
+    // The whole of it first: what is too large is not looked at.
+    const auto content = text.size() <= limits.bytes ? TextBehindDeclaration(text) : std::nullopt;
+    if (!content || !IsAcceptable(*content, limits))
     {
         return std::nullopt;
     }
     Document document;
     document.m_tree = std::make_shared<Tree>();
     TreeBuilder builder(*document.m_tree);
-    if (!Read(text, builder) || document.m_tree->root == Tree::none)
+    if (!Read(*content, builder) || document.m_tree->root == Tree::none)
     {
         return std::nullopt;
     }

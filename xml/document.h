@@ -86,10 +86,10 @@ struct Limits
 class Document
 {
 public:
-    // Empty when the text is not well-formed XML, uses a prefix outside the element that declares it, has a document
-    // type declaration, or is beyond the limits. A byte order mark may stand at its very start and nowhere else outside
-    // the root element. `text` is UTF-8; an encoding that its XML declaration names is not applied, since the
-    // text has been decoded already.
+    // Empty when the text is not well-formed XML, uses a prefix outside the element that declares it, has a name or a
+    // declaration of a prefix that namespaces forbid, has a document type declaration, or is beyond the limits. A byte
+    // order mark may stand at its very start and nowhere else outside the root element. `text` is UTF-8; an encoding
+    // that its XML declaration names is not applied, since the text has been decoded already.
     [[nodiscard]] static std::optional<Document> FromText(std::string_view text, const Limits& limits = {});
 
     // An empty document: no root, every selection empty, text "".

@@ -21,10 +21,9 @@ public:
     virtual void EndElement() = 0;
 };
 
-// Defined by the platform. `text` is UTF-8 without byte order mark, has no document type declaration and keeps the
-// limits. False when it is not well-formed; what the builder has been told by then is to be thrown away. Never
-// throws but for lack of memory, which is not to be taken for a fault of the text. An encoding named in the XML
-// declaration is to be ignored.
+// Defined by the platform. `text` is UTF-8 without byte order mark and XML declaration, begins with no blank, has no
+// document type declaration and keeps the limits. False when it is not well-formed; what the builder has been told by
+// then is to be thrown away. Never throws but for lack of memory, which is not to be taken for a fault of the text.
 [[nodiscard]] bool Read(std::string_view text, Builder& builder);
 
 } // namespace vellumo::xml

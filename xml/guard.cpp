@@ -77,7 +77,7 @@ public:
 private:
     void Step()
     {
-        if (!SkipUntil("<!--", "-->") && !SkipUntil("<![CDATA[", "]]>") && !SkipUntil("<?", "?>"))
+        if (!SkipUntil("<!--", "-->") && !SkipUntil("<![CDATA[", "]]>") && !SkipInstruction())
         {
             if (m_text.substr(m_position).starts_with("<!"))
             {
@@ -108,6 +108,15 @@ private:
         return true;
     }
 
+    // Some engines take a colon in the name for a prefix, and refuse it.
+    bool SkipInstruction()
+    {
+        const auto name = m_text.substr(m_position, m_text.find_first_of(" \t\r\n>", m_position) - m_position);
+        const bool isInstruction = SkipUntil("<?", "?>");
+        m_good = !isInstruction || name.find(':') == std::string_view::npos;
+        return isInstruction;
+    }
+
     // Reads an opening tag to its end, or to the end of the text.
     void Tag()
     {
@@ -130,7 +139,8 @@ private:
                     m_good = false;
                     return;
                 }
-                NoteAttribute(m_text.substr(word, m_position - word));
+                const bool isEmpty = m_text.substr(m_position + 1).starts_with(character);
+                NoteAttribute(m_text.substr(word, m_position - word), isEmpty);
                 m_position = m_text.find(character, m_position + 1);
                 if (m_position == std::string_view::npos)
                 {
@@ -143,7 +153,7 @@ private:
         }
         m_position = std::min(m_position + 1, m_text.size());
         m_open.Open(m_declared);
-        m_good = m_open.Depth() <= m_limits.depth && m_nodes <= m_limits.nodes &&
+        m_good = m_isQualified && m_open.Depth() <= m_limits.depth && m_nodes <= m_limits.nodes &&
                  std::ranges::all_of(m_used, [&](std::string_view prefix) { return m_open.HasDeclared(prefix); });
         if (last == '/')
         {
@@ -151,23 +161,35 @@ private:
         }
     }
 
+    // Some engines look at prefixes though they are told not to, and refuse what namespaces forbid.
     void NotePrefix(std::string_view name)
     {
         if (const auto colon = name.find(':'); colon != std::string_view::npos)
         {
             m_used.push_back(name.substr(0, colon));
+            m_isQualified = m_isQualified && IsPlain(name.substr(0, colon)) && IsPlain(name.substr(colon + 1));
         }
     }
 
+    // Half of a name with a prefix.
+    static bool IsPlain(std::string_view name)
+    {
+        constexpr std::string_view neverFirst = "0123456789-.";
+        return !name.empty() && name.find(':') == std::string_view::npos &&
+               neverFirst.find(name.front()) == std::string_view::npos;
+    }
+
     // `text` ends in the name and the equals sign.
-    void NoteAttribute(std::string_view text)
+    void NoteAttribute(std::string_view text, bool isEmpty)
     {
         constexpr std::string_view declaration = "xmlns:";
         text = text.substr(0, text.find_last_not_of(" \t\r\n=") + 1);
         text = text.substr(text.find_last_of(blanks) + 1);
         if (text.starts_with(declaration))
         {
-            m_declared.push_back(text.substr(declaration.size()));
+            const auto prefix = text.substr(declaration.size());
+            m_declared.push_back(prefix);
+            m_isQualified = m_isQualified && IsPlain(prefix) && !isEmpty && prefix != "xml" && prefix != "xmlns";
         }
         else
         {
@@ -182,6 +204,7 @@ private:
     std::vector<std::string_view> m_declared; // there, too
     std::size_t m_position = 0;
     std::size_t m_nodes = 0;
+    bool m_isQualified = true; // every name so far
     bool m_good = true;
 };
 

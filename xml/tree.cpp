@@ -196,11 +196,17 @@ void TreeBuilder::StartElement(std::string_view name)
         m_tree.Link(m_current, made);
     }
     m_current = made;
+    m_declarations = 0;
 }
 
 void TreeBuilder::Attribute(std::string_view name, std::string_view value)
 {
-    m_tree.items[m_current].attributes.push_back({std::string(name), std::string(value)});
+    // Engines report declarations of prefixes where they stand, or behind all others.
+    const bool isDeclaration = name == "xmlns" || name.starts_with("xmlns:");
+    auto& attributes = m_tree.items[m_current].attributes;
+    const auto place =
+        isDeclaration ? attributes.begin() + static_cast<std::ptrdiff_t>(m_declarations++) : attributes.end();
+    attributes.insert(place, {std::string(name), std::string(value)});
 }
 
 void TreeBuilder::Text(std::string_view text)

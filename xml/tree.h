@@ -6,6 +6,7 @@
 
 #include "xml/engine.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <limits>
@@ -60,7 +61,8 @@ struct Tree
     void AppendXml(Index item, std::string& out) const;
 };
 
-// Makes the tree of what an engine reports. White space alone between two tags is dropped.
+// Makes the tree of what an engine reports. White space alone between two tags is dropped; declarations of prefixes
+// come before an element's other attributes.
 class TreeBuilder final : public Builder
 {
 public:
@@ -79,6 +81,7 @@ private:
 
     Tree& m_tree;
     Tree::Index m_current = Tree::none;
+    std::size_t m_declarations = 0; // of prefixes, at the current element
     std::string m_text;
 };
 

@@ -255,6 +255,35 @@ TEST_SUITE("xml")
         }
     }
 
+    TEST_CASE("long lines and sections keep every character")
+    {
+        const std::string section = "<![CDATA[<x>\r\n\n&amp; ]] >\n]]>";
+        const std::string words = Repeated("parola &amp; parola&#233;", 300) + Repeated("x", 2000) + "]]";
+        const std::string comment = "<!--> " + Repeated("parola ", 200) + "-->";
+        const auto document = Parse("<?p?>" + comment + "<a>" + Repeated("<b c='>' />" + section, 200) + words +
+                                    comment + "<?p " + words + "?>" + words + "</a>" + comment);
+        std::string text = Repeated("<x>\n\n&amp; ]] >\n", 200);
+        const std::string said = Repeated("parola & parola\xC3\xA9", 300) + Repeated("x", 2000) + "]]";
+        CHECK(document.Root().Text() == text + said + said);
+        CHECK(document.Root().SelectAll("b").size() == 200);
+        CHECK(IsRefused("<a>" + words + ">" + words + "</a>")); // "]]>" in a text, which no break makes better
+        CHECK(IsRefused("<a>" + words + "&" + words + "</a>"));
+        CHECK(IsRefused("<a>" + words + "<b" + words + "</a>"));
+    }
+
+    TEST_CASE("what engines differ over is the same with each")
+    {
+        CHECK(Parse("<m:a b='1' xmlns:m='u' c='2' xmlns='v'/>").Xml() == R"(<m:a xmlns:m="u" xmlns="v" b="1" c="2"/>)");
+        for (const auto* text :
+             {"<?p:q?><a/>", "<a><?p:q x?></a>", "<?xml version='1.'?><a/>", "<a xmlns:m=''/>", "<a xmlns:='u'/>",
+              "<m:n:a xmlns:m='u'/>", "<a xmlns:m='u' m:='1'/>", "<m:1 xmlns:m='u'/>", "<a xmlns:xml='u'/>"})
+        {
+            CAPTURE(text);
+            CHECK(IsRefused(text));
+        }
+        CHECK_FALSE(IsRefused("<a xmlns=''><?p a:b?></a>"));
+    }
+
     TEST_CASE("a byte order mark stands at the very start or is a character of a text")
     {
         const std::string mark = "\xEF\xBB\xBF";

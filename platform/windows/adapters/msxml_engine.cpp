@@ -1,19 +1,18 @@
 // Reads XML with MSXML's SAX reader: it reports what it finds as it goes, so there is no document of its own to walk
 // or to free, and it can be told to leave namespaces alone, which its DOM cannot.
 //
-// The text goes in as a BSTR without its XML declaration: it has been decoded already, whatever encoding it declares.
+// The text goes in as a BSTR, broken into lines.
 #include "xml/engine.h"
 
 #include "platform/windows/adapters/variant.h"
 #include "platform/windows/system/com_ptr.h"
 #include "platform/windows/system/text.h"
+#include "xml/line_breaks.h"
 
 #include <msxml2.h>
 
-#include <algorithm>
 #include <exception>
 #include <new>
-#include <optional>
 #include <utility>
 
 namespace vellumo::xml
@@ -173,114 +172,6 @@ private:
     std::exception_ptr m_failure;
 };
 
-// The XML declaration at the start of a text. It is checked here and kept from the reader, since versions differ over
-// encodings and over what they let pass.
-class Declaration
-{
-public:
-    explicit Declaration(std::wstring_view text)
-        : m_text(text)
-    {
-    }
-
-    // What stands behind the declaration, from its first "<" on (the reader takes white space in front of it for a
-    // sign of another encoding); empty when there is a declaration that is not well-formed.
-    [[nodiscard]] std::optional<std::wstring_view> TextBehind()
-    {
-        if (IsAhead())
-        {
-            TakeLiteral(opening);
-            m_blankBefore = SkipBlanks();
-            const bool hasVersion = TakePart(L"version", IsVersion);
-            TakePart(L"encoding", IsEncodingName);
-            TakePart(L"standalone", IsYesOrNo);
-            if (!hasVersion || !m_good || !TakeLiteral(L"?>"))
-            {
-                return std::nullopt;
-            }
-        }
-        SkipBlanks();
-        return IsAhead() ? std::nullopt : std::optional(m_text); // a declaration stands at the very start or nowhere
-    }
-
-private:
-    // One `name = "value"` with white space before it. False when it is not there, or not as it should be.
-    bool TakePart(std::wstring_view name, bool (*isValue)(std::wstring_view))
-    {
-        if (!m_good || !m_blankBefore || !TakeLiteral(name))
-        {
-            return false;
-        }
-        SkipBlanks();
-        m_good = TakeLiteral(L"=");
-        SkipBlanks();
-        const wchar_t quote = m_text.empty() ? L'\0' : m_text.front();
-        const auto end = quote == L'"' || quote == L'\'' ? m_text.find(quote, 1) : std::wstring_view::npos;
-        m_good = m_good && end != std::wstring_view::npos && isValue(m_text.substr(1, end - 1));
-        if (m_good)
-        {
-            m_text.remove_prefix(end + 1);
-            m_blankBefore = SkipBlanks();
-        }
-        return m_good;
-    }
-
-    [[nodiscard]] bool IsAhead() const
-    {
-        return m_text.starts_with(opening) && m_text.size() > opening.size() &&
-               blanks.find(m_text[opening.size()]) != std::wstring_view::npos;
-    }
-
-    bool TakeLiteral(std::wstring_view literal)
-    {
-        const bool found = m_text.starts_with(literal);
-        m_text.remove_prefix(found ? literal.size() : 0);
-        return found;
-    }
-
-    bool SkipBlanks()
-    {
-        const auto end = m_text.find_first_not_of(blanks);
-        const std::size_t count = end == std::wstring_view::npos ? m_text.size() : end;
-        m_text.remove_prefix(count);
-        return count != 0;
-    }
-
-    static bool IsDigit(wchar_t each) { return each >= L'0' && each <= L'9'; }
-    static bool IsLetter(wchar_t each) { return (each >= L'A' && each <= L'Z') || (each >= L'a' && each <= L'z'); }
-
-    static bool IsVersion(std::wstring_view value)
-    {
-        return value.size() > 2 && value.starts_with(L"1.") && std::ranges::all_of(value.substr(2), IsDigit);
-    }
-
-    static bool IsEncodingName(std::wstring_view value)
-    {
-        return !value.empty() && IsLetter(value.front()) &&
-               std::ranges::all_of(
-                   value, [](wchar_t each)
-                   { return IsLetter(each) || IsDigit(each) || each == L'.' || each == L'_' || each == L'-'; });
-    }
-
-    static bool IsYesOrNo(std::wstring_view value) { return value == L"yes" || value == L"no"; }
-
-    static constexpr std::wstring_view opening = L"<?xml";
-    static constexpr std::wstring_view blanks = L" \t\r\n";
-
-    std::wstring_view m_text;
-    bool m_blankBefore = false;
-    bool m_good = true;
-};
-
-// The text as the reader takes it; empty when its declaration is not well-formed. Of a large text the reader's copy is
-// the only wide one left.
-std::optional<Variant> ReaderInput(std::string_view text)
-{
-    const std::wstring wide = windows::ToWide(text);
-    const std::optional<std::wstring_view> content = Declaration(wide).TextBehind();
-    return content ? std::optional(Variant::Text(*content)) : std::nullopt;
-}
-
 } // namespace
 
 bool Read(std::string_view text, Builder& builder)
@@ -289,16 +180,16 @@ bool Read(std::string_view text, Builder& builder)
     {
         return false;
     }
-    const std::optional<Variant> input = ReaderInput(text);
+    const Variant input = Variant::Text(windows::ToWide(WithLineBreaks(text)));
     Handler handler(builder); // before the reader, which refers to it
     const ComPtr<ISAXXMLReader> reader = CreateReader();
-    if (!input || !reader)
+    if (!reader)
     {
         return false;
     }
     Prepare(*reader);
     UnlessOutOfMemory(reader->putContentHandler(&handler));
-    const HRESULT result = reader->parse(input->Get());
+    const HRESULT result = reader->parse(input.Get());
     if (handler.Failure())
     {
         std::rethrow_exception(handler.Failure());

@@ -1,7 +1,6 @@
 #include "tests/support/local_exemptions.h"
 
-#include <doctest.h>
-
+#include <stdexcept>
 #include <utility>
 
 namespace vellumo::tests
@@ -12,7 +11,10 @@ FakeConnection LocalExemptions(std::vector<CatalogueRow> rows)
     FakeConnection connection;
     connection.rowsOf = [rows = std::move(rows)](const std::string& sql)
     {
-        CHECK(sql == "SELECT IDEsenzione, Esenzione, CodiceIdentificativo, IDTipoEsenzione FROM VwPartecipazioneSpesa");
+        if (sql != "SELECT IDEsenzione, Esenzione, CodiceIdentificativo, IDTipoEsenzione FROM VwPartecipazioneSpesa")
+        {
+            throw std::logic_error("not the catalogue of exemptions: " + sql);
+        }
         Rows read;
         for (const auto& row : rows)
         {

@@ -1,6 +1,7 @@
 #include "com/provider_face.h"
 
 #include "com/kept_objects.h"
+#include "com/module.h"
 #include "host/fault.h"
 #include "platform/windows/adapters/ado.h"
 #include "platform/windows/adapters/dispatch_bridge.h"
@@ -9,6 +10,7 @@
 #include "platform/windows/adapters/registry_settings_store.h"
 #include "platform/windows/forms/win32_desktop.h"
 
+#include <functional>
 #include <optional>
 
 namespace vellumo::com
@@ -18,10 +20,18 @@ namespace
 
 using windows::ComPtr;
 
+std::shared_ptr<windows::HostHandles> MakeHandles()
+{
+    auto handles = std::make_shared<windows::HostHandles>();
+    const std::wstring library = ModulePath();
+    handles->names = windows::HostNameMap::ReadFrom(library.substr(0, library.rfind(L'\\')));
+    return handles;
+}
+
 provider::PlatformParts MakePlatformParts(std::shared_ptr<const windows::HostHandles> handles)
 {
     provider::PlatformParts parts;
-    parts.bridge = std::make_unique<windows::DispatchBridge>();
+    parts.bridge = std::make_unique<windows::DispatchBridge>(handles->names);
     parts.prescriptions =
         std::make_unique<windows::DispatchPrescriptionObjects>(handles, std::make_unique<ComKeptObjectFaces>());
     parts.objects = std::make_unique<windows::DispatchHostObjects>(std::move(handles));
@@ -58,20 +68,20 @@ host::Value IdentifierIn(const VARIANT& variant)
 }
 
 // What cannot be looked into is no certificate.
-std::unique_ptr<host::Record> CertificateIn(const VARIANT& variant)
+std::unique_ptr<host::Record> CertificateIn(const VARIANT& variant, const windows::HostNameMap& names)
 {
-    return host::Trap(std::unique_ptr<host::Record>(), [&] { return windows::RecordIn(variant); });
+    return host::Trap(std::unique_ptr<host::Record>(), [&] { return windows::RecordIn(variant, names); });
 }
 
 // The session that the host passes, for one call. Empty where it passes none.
 class PassedSession
 {
 public:
-    explicit PassedSession(IDispatch* session)
+    PassedSession(IDispatch* session, const windows::HostNameMap& names)
     {
         if (session)
         {
-            m_session.emplace(ComPtr<IDispatch>(session), m_faces);
+            m_session.emplace(ComPtr<IDispatch>(session), m_faces, names);
         }
     }
     [[nodiscard]] host::PrescriptionSession* Get() noexcept { return m_session ? &*m_session : nullptr; }
@@ -95,7 +105,7 @@ void Replace(ComPtr<IDispatch>& handle, provider::SISSProvider& provider,
 } // namespace
 
 ProviderFace::ProviderFace()
-    : m_handles(std::make_shared<windows::HostHandles>())
+    : m_handles(MakeHandles())
     , m_provider(MakePlatformParts(m_handles))
 {
 }
@@ -134,7 +144,7 @@ HRESULT ProviderFace::putref_Utils(IDispatch* value)
                  {
                      IDispatch* provider = static_cast<ICCEDatabaseProvider*>(this);
                      Replace<windows::DispatchUtils>(m_handles->utils, m_provider, &provider::SISSProvider::SetUtils,
-                                                     value, provider);
+                                                     value, provider, std::cref(m_handles->names));
                  });
 }
 
@@ -169,7 +179,7 @@ HRESULT ProviderFace::VerificaPaziente(VARIANT, VARIANT_BOOL* result)
 HRESULT ProviderFace::OnCertificate(VARIANT certificato, VARIANT_BOOL* result, CertificateOperation operation)
 {
     return GuardBool(*this, IID_ICCEProvider2, result,
-                     [&] { return (m_provider.*operation)(CertificateIn(certificato).get()); });
+                     [&] { return (m_provider.*operation)(CertificateIn(certificato, m_handles->names).get()); });
 }
 
 HRESULT ProviderFace::InviaCertificato(VARIANT certificato, VARIANT_BOOL* result)
@@ -206,9 +216,11 @@ HRESULT ProviderFace::get_Connection(IDispatch** value)
 HRESULT ProviderFace::putref_Connection(IDispatch* value)
 {
     return Guard(*this, IID_ICCEDatabaseProvider,
-                 [&] {
+                 [&]
+                 {
                      Replace<windows::AdoConnection>(m_handles->connection, m_provider,
-                                                     &provider::SISSProvider::SetConnection, value);
+                                                     &provider::SISSProvider::SetConnection, value,
+                                                     std::cref(m_handles->names));
                  });
 }
 
@@ -220,9 +232,11 @@ HRESULT ProviderFace::get_LockSrv(IDispatch** value)
 HRESULT ProviderFace::putref_LockSrv(IDispatch* value)
 {
     return Guard(*this, IID_ICCEDatabaseProvider,
-                 [&] {
+                 [&]
+                 {
                      Replace<windows::DispatchLockSrv>(m_handles->lockSrv, m_provider,
-                                                       &provider::SISSProvider::SetLockSrv, value);
+                                                       &provider::SISSProvider::SetLockSrv, value,
+                                                       std::cref(m_handles->names));
                  });
 }
 
@@ -252,10 +266,12 @@ HRESULT ProviderFace::ApriSessionePrescrizione(IDispatch** result)
 
 HRESULT ProviderFace::RegistraPrescrizione(IDispatch* sessione, VARIANT idRicetta, LONG tipo, VARIANT_BOOL* result)
 {
-    return GuardBool(
-        *this, IID_ICCEProvider, result,
-        [&]
-        { return m_provider.RegistraPrescrizione(PassedSession(sessione).Get(), windows::ToValue(idRicetta), tipo); });
+    return GuardBool(*this, IID_ICCEProvider, result,
+                     [&]
+                     {
+                         return m_provider.RegistraPrescrizione(PassedSession(sessione, m_handles->names).Get(),
+                                                                windows::ToValue(idRicetta), tipo);
+                     });
 }
 
 HRESULT ProviderFace::RegistraPrescrizioneSingola(IDispatch* sessione, VARIANT idRicetta, VARIANT numRicetta, LONG tipo,
@@ -264,7 +280,7 @@ HRESULT ProviderFace::RegistraPrescrizioneSingola(IDispatch* sessione, VARIANT i
     return GuardBool(*this, IID_ICCEProvider, result,
                      [&]
                      {
-                         return m_provider.RegistraPrescrizioneSingola(PassedSession(sessione).Get(),
+                         return m_provider.RegistraPrescrizioneSingola(PassedSession(sessione, m_handles->names).Get(),
                                                                        windows::ToValue(idRicetta),
                                                                        windows::ToValue(numRicetta), tipo);
                      });
@@ -278,8 +294,9 @@ HRESULT ProviderFace::VerificaPrescrizione(VARIANT idRicetta, LONG tipo, VARIANT
 
 HRESULT ProviderFace::ChiudiSessionePrescrizione(IDispatch* sessione, VARIANT_BOOL* result)
 {
-    return GuardBool(*this, IID_ICCEProvider, result,
-                     [&] { return m_provider.ChiudiSessionePrescrizione(PassedSession(sessione).Get()); });
+    return GuardBool(
+        *this, IID_ICCEProvider, result,
+        [&] { return m_provider.ChiudiSessionePrescrizione(PassedSession(sessione, m_handles->names).Get()); });
 }
 
 HRESULT ProviderFace::AnnullaPrescrizione(VARIANT idRicetta, VARIANT numRicetta, LONG tipo, VARIANT_BOOL* result)

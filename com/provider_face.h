@@ -26,7 +26,7 @@ using ProviderFaceBase = ComObject<CLSID_SISSProvider, Dual<_SISSProvider, IID__
 class ProviderFace final : public ProviderFaceBase
 {
 public:
-    // Faults when the SISS client's bridge cannot be created.
+    // Faults when the SISS client's bridge cannot be created, and when the file of the host's names is wrong.
     ProviderFace();
 
     // For the class factory.

@@ -1,11 +1,18 @@
-// scenario [--tell] [--strict] [--screenshots DIR] [--keep DIR] FILE…
+// scenario [--tell] [--outcomes] [--strict] [--renamed] [--screenshots DIR] [--keep DIR] [--database CONNECTION] FILE…
+// scenario --facts [--database CONNECTION]
 // scenario --statements DOCUMENT
 //
 // Runs the scenarios of the files, each in a practice made new for it, and says what differed. Exit code 0 when all
-// hold, 1 when one does not, 2 when a file cannot be read. `--statements` writes the tables of docs/scenarios.md anew.
+// hold, 1 when one does not, 2 when a file cannot be read. With `--renamed` the host's objects have other
+// names than those that the library expects, which it is told (Windows). `--outcomes` names those that hold, too.
+// `--database` is the connection string of a SQL Server, on which two databases of the player's own are made and
+// removed. `--facts` tells what it finds on this machine, a line each with a tab between. `--statements` writes the
+// tables of docs/scenarios.md anew.
 #include "player/runner.h"
 #include "player/scenario.h"
+#include "player/target.h"
 #include "player/written.h"
+#include "simulator/norda/server_databases.h"
 
 #include <fstream>
 #include <iostream>
@@ -24,6 +31,7 @@ struct Arguments
     Runner::Options options;
     std::vector<fs::path> files;
     fs::path document;
+    bool facts = false;
 };
 
 std::optional<Arguments> ReadArguments(const std::vector<std::string>& words)
@@ -47,6 +55,22 @@ std::optional<Arguments> ReadArguments(const std::vector<std::string>& words)
         {
             arguments.options.strict = true;
         }
+        else if (words[i] == "--renamed")
+        {
+            arguments.options.renamed = true;
+        }
+        else if (words[i] == "--outcomes")
+        {
+            arguments.options.outcomes = true;
+        }
+        else if (words[i] == "--facts")
+        {
+            arguments.facts = true;
+        }
+        else if (words[i] == "--database" && i + 1 < words.size())
+        {
+            arguments.options.database = words[++i];
+        }
         else if (words[i] == "--apart" && i + 2 < words.size()) // how the player starts itself
         {
             arguments.options.apartLine = std::stoi(words[++i]);
@@ -61,7 +85,20 @@ std::optional<Arguments> ReadArguments(const std::vector<std::string>& words)
             arguments.files.push_back(fs::u8path(words[i]));
         }
     }
-    return arguments.files.empty() && arguments.document.empty() ? std::nullopt : std::optional(arguments);
+    const bool hasNothing = arguments.files.empty() && arguments.document.empty() && !arguments.facts;
+    return hasNothing ? std::nullopt : std::optional(arguments);
+}
+
+void TellFacts(const std::string& server)
+{
+    for (const auto& [name, value] : MachineFacts())
+    {
+        std::cout << name << '\t' << value << '\n';
+    }
+    const auto folder = fs::temp_directory_path() / "vellumo-fatti";
+    const auto database =
+        server.empty() ? norda::Database::OpenSqlite(folder, folder) : norda::ServerDatabases(server).OpenMaster();
+    std::cout << "Driver ODBC\t" << database->DriverName() << "\nDatabase\t" << database->ServerName() << '\n';
 }
 
 } // namespace
@@ -71,7 +108,10 @@ int main(int count, char** words)
     const auto arguments = ReadArguments({words + 1, words + count});
     if (!arguments)
     {
-        std::cerr << "usage: scenario [--tell] [--strict] [--screenshots DIR] [--keep DIR] FILE...\n"
+        std::cerr << "usage: scenario [--tell] [--outcomes] [--strict] [--renamed] [--screenshots DIR] [--keep DIR] "
+                     "[--database "
+                     "CONNECTION] FILE...\n"
+                     "       scenario --facts [--database CONNECTION]\n"
                      "       scenario --statements DOCUMENT\n"
                      "docs/scenarios.md tells how a scenario is written.\n";
         return 2;
@@ -82,6 +122,11 @@ int main(int count, char** words)
         {
             const auto text = FileText(arguments->document);
             std::ofstream(arguments->document, std::ios::binary) << WithStatementTables(text);
+            return 0;
+        }
+        if (arguments->facts)
+        {
+            TellFacts(arguments->options.database);
             return 0;
         }
         Runner runner(arguments->options, std::cout);

@@ -38,12 +38,13 @@ std::filesystem::path FileBeside(const Node& node, const std::string& name)
 Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator& narrator)
     : m_options(std::move(options))
     , m_narrator(narrator)
-    , m_stage(std::make_unique<Stage>(model, folder, *this))
+    , m_stage(std::make_unique<Stage>(model, folder, m_options.server, *this))
 {
     if (m_options.strict)
     {
         m_stage->BecomeStrict();
     }
+    m_stage->Rename(m_options.renamed);
     m_operator.emplace(*this, Node(), false); // no window is expected
     m_stage->Network().onCall = [this](const std::string& requestXml) { OnRequest(requestXml); };
     m_stage->Network().onReply = [this](const std::string& reply) { m_narrator.Received(reply); };

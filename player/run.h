@@ -51,11 +51,13 @@ public:
 
     struct Options
     {
-        std::filesystem::path screenshots; // empty: none are taken
-        bool strict = false;               // the host is from the beginning
-        bool snapshots = false;            // the scenario compares the database
-        std::size_t failingStatement = 0;  // of a sweep: the statement of the library that fails; 0: none
-        std::size_t dyingStatement = 0;    // the statement before which the process ends; 0: none
+        std::filesystem::path screenshots;  // empty: none are taken
+        std::filesystem::path renamed = {}; // where a library is that knows its host by other names; empty: it does not
+        std::string server = {};            // the practice's databases are there
+        bool strict = false;                // the host is from the beginning
+        bool snapshots = false;             // the scenario compares the database
+        std::size_t failingStatement = 0;   // of a sweep: the statement of the library that fails; 0: none
+        std::size_t dyingStatement = 0;     // the statement before which the process ends; 0: none
     };
     Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator& narrator);
 

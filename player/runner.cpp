@@ -1,5 +1,6 @@
 #include "player/runner.h"
 
+#include "host/fault.h"
 #include "player/given_codes.h"
 #include "player/whole_patients.h"
 #include "player/written.h"
@@ -47,7 +48,7 @@ Runner::Runner(Options options, std::ostream& out)
     fs::create_directories(m_folder);
     if (m_options.apartLine == 0)
     {
-        norda::Practice(m_folder / "model").Create();
+        norda::Practice(m_folder / "model", m_options.database).Create();
     }
 }
 
@@ -56,6 +57,7 @@ Runner::~Runner()
     std::error_code ignored;
     if (m_options.keep.empty())
     {
+        host::PassOver([this] { norda::Practice(m_folder / "model", m_options.database).RemoveServer(); });
         fs::remove_all(m_folder, ignored);
     }
 }
@@ -83,6 +85,10 @@ std::size_t Runner::RunFile(const fs::path& file)
             ++played;
             RunScenario();
             SayDifferences(scenario.title, m_differences);
+            if (m_options.outcomes && m_differences.empty())
+            {
+                m_out << "HELD: " << scenario.title << std::endl; // at once: the next one may not come to its end
+            }
             failed += m_differences.empty() ? 0U : 1U;
         }
     }
@@ -122,7 +128,13 @@ std::unique_ptr<Run> Runner::Once(std::size_t failingStatement, std::size_t dyin
 {
     const bool compares = m_scenario->Find("database") != nullptr || m_scenario->Find("sweep") != nullptr;
     const bool whole = failingStatement == 0 && dyingStatement == 0;
-    const Run::Options options{m_screenshots, m_options.strict, compares, failingStatement, dyingStatement};
+    const Run::Options options{.screenshots = m_screenshots,
+                               .renamed = m_options.renamed ? m_folder / "renamed" : fs::path(),
+                               .server = m_options.database,
+                               .strict = m_options.strict,
+                               .snapshots = compares,
+                               .failingStatement = failingStatement,
+                               .dyingStatement = dyingStatement};
     auto run = std::make_unique<Run>(m_folder / "model", m_folder / "practice", options, m_narrator);
     for (const auto& node : m_scenario->nodes)
     {
@@ -222,7 +234,7 @@ std::optional<Snapshot> Runner::Die(std::size_t statement)
     const int code = EndAt(statement);
     if (code == Run::died)
     {
-        return TakeSnapshot(*norda::Practice(m_folder / "practice").Open());
+        return TakeSnapshot(*norda::Practice(m_folder / "practice", m_options.database).Open());
     }
     if (code != 0)
     {
@@ -235,6 +247,8 @@ int Runner::EndAt(std::size_t statement)
 {
     const std::vector<std::string> words = {"--keep",
                                             m_folder.string(),
+                                            "--database",
+                                            m_options.database,
                                             "--apart",
                                             std::to_string(m_scenario->place.line),
                                             std::to_string(statement),
@@ -259,7 +273,8 @@ void Runner::EndAfterEachReply(const Snapshot& before, const Snapshot& after,
             Differ(m_scenario->place, when + "the process did not come to it");
             return;
         }
-        Run again({}, m_folder / "practice", {.screenshots = {}, .snapshots = true}, m_narrator);
+        Run again({}, m_folder / "practice", {.screenshots = {}, .server = m_options.database, .snapshots = true},
+                  m_narrator);
         static_cast<void>(again.GetStage().Provider().IsPersonaleStudio());
         if (const auto lost = FindLostCode(exchanges, replies, {before, after, again.Now()}))
         {

@@ -21,8 +21,11 @@ public:
     struct Options
     {
         bool tell = false;
+        bool outcomes = false;             // says also of scenarios that hold that they do
+        bool renamed = false;              // the host's objects have other names
         bool strict = false;               // every scenario's host is
         std::filesystem::path screenshots; // where to save them, of each of several scenarios in a folder; "" for none
+        std::string database;              // connection string of a SQL Server; "" for SQLite
         std::filesystem::path keep;        // where to keep the practice's files; "" for not at all
         int apartLine = 0;                 // of the scenario that a process of its own plays, in the folder to keep
         std::size_t apartStatement = 0;    // where that process ends

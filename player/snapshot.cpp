@@ -1,6 +1,7 @@
 #include "player/snapshot.h"
 
 #include "player/written.h"
+#include "simulator/norda/server_databases.h"
 
 namespace vellumo::player
 {
@@ -26,11 +27,9 @@ Snapshot TakeSnapshot(norda::Database& database)
     Snapshot snapshot;
     for (const std::string place : {"", "Norda.."})
     {
-        const auto tables = database.Open("SELECT name FROM " + place +
-                                          "sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite%'");
-        for (; !tables->IsAtEnd(); tables->MoveNext())
+        for (const auto& table : norda::TablesOf(database, place))
         {
-            AddRows(database, place + tables->Field(0).ToText(), snapshot);
+            AddRows(database, place + table, snapshot);
         }
     }
     return snapshot;

@@ -17,12 +17,15 @@ bool Contains(const std::string& text, const std::string& part)
 }
 
 // Folder by folder: the standard library for Windows cannot copy a tree.
-std::filesystem::path CopyOf(const std::filesystem::path& model, const std::filesystem::path& folder)
+norda::Practice CopyOf(const std::filesystem::path& model, const std::filesystem::path& folder,
+                       const std::string& server)
 {
+    norda::Practice practice(folder, server);
     if (model.empty())
     {
-        return folder;
+        return practice;
     }
+    practice.ResetServer();
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     for (const auto& entry : std::filesystem::recursive_directory_iterator(model))
@@ -37,13 +40,17 @@ std::filesystem::path CopyOf(const std::filesystem::path& model, const std::file
             std::filesystem::copy_file(entry.path(), copy);
         }
     }
-    return folder;
+    return practice;
 }
 
 // A practice of a scenario need not outlive a power failure, and waiting for the disk takes most of the time.
 std::shared_ptr<norda::Database> OpenFast(const norda::Practice& practice)
 {
     auto database = practice.Open();
+    if (database->GetDialect() == norda::Dialect::SqlServer)
+    {
+        return database;
+    }
     for (const auto* const name : {"main", "Norda"})
     {
         database->Execute(std::string("PRAGMA ") + name + ".synchronous = OFF");
@@ -53,8 +60,9 @@ std::shared_ptr<norda::Database> OpenFast(const norda::Practice& practice)
 
 } // namespace
 
-Stage::Stage(const std::filesystem::path& model, const std::filesystem::path& folder, Operator& anOperator)
-    : m_practice(CopyOf(model, folder))
+Stage::Stage(const std::filesystem::path& model, const std::filesystem::path& folder, const std::string& server,
+             Operator& anOperator)
+    : m_practice(CopyOf(model, folder, server))
     , m_target(MakeTarget(anOperator, folder))
     , m_own(OpenFast(m_practice))
     , m_hosts(OpenFast(m_practice))
@@ -127,7 +135,7 @@ norda::ProviderClient& Stage::Provider()
     if (!m_provider)
     {
         m_provider = m_target->CreateProvider(
-            {m_bridgeInstalled ? &m_network : nullptr, &m_objects, &m_prescriptions, IsStrict()});
+            {m_bridgeInstalled ? &m_network : nullptr, &m_objects, &m_prescriptions, m_renamedIn, IsStrict()});
         HandOver();
     }
     return *m_provider;

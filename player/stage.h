@@ -36,8 +36,9 @@ class Stage
 {
 public:
     // `model` is a practice as `Practice::Create` leaves it; a copy of it in `folder` is this stage's own. Without a
-    // model it is the practice that an earlier stage left there.
-    Stage(const std::filesystem::path& model, const std::filesystem::path& folder, Operator& anOperator);
+    // model it is the practice that an earlier stage left there. `server`: as for `norda::Practice`.
+    Stage(const std::filesystem::path& model, const std::filesystem::path& folder, const std::string& server,
+          Operator& anOperator);
     ~Stage();
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
@@ -61,6 +62,8 @@ public:
     [[nodiscard]] bool IsStrict() const noexcept { return m_hosts && m_hosts->Strictness() != nullptr; }
     // Those that a strict host's connection opened silently, for a result beside an open one.
     [[nodiscard]] std::size_t SecondConnections() const noexcept;
+    // On Windows: its objects have other names than those that the library expects. The folder is for a copy of it.
+    void Rename(const std::filesystem::path& folder) { m_renamedIn = folder; }
     void RemoveBridge() noexcept { m_bridgeInstalled = false; }
     // Returns the fault as it stands at any time.
     std::shared_ptr<const StatementFault> AddFault(StatementFault fault)
@@ -99,6 +102,7 @@ private:
     std::shared_ptr<norda::HostUtils> m_utils;
     std::shared_ptr<norda::HostLockSrv> m_lockSrv;
     std::int32_t m_studio = norda::Practice::studio;
+    std::filesystem::path m_renamedIn;
     bool m_bridgeInstalled = true;
     bool m_hostReads = false; // for itself
     std::vector<std::shared_ptr<StatementFault>> m_faults;

@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vellumo::player
@@ -38,6 +39,9 @@ public:
 // Each target's build defines this. `folder` is an empty folder of this run, where the target may keep its own files
 // (natively the settings file). Windows that wait for input go to `anOperator`.
 [[nodiscard]] std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::path& folder);
+
+// What is found on this machine, by the names of the report of the acceptance kit: system, library, parser.
+[[nodiscard]] std::vector<std::pair<std::string, std::string>> MachineFacts();
 
 // Does the work in a process of its own, which may end in the middle of it; returns its exit code. Where a process
 // cannot be doubled, this program is started anew with these words, which are to make it do the same.

@@ -50,6 +50,11 @@ std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::
     return std::make_unique<NativeTarget>(anOperator, folder);
 }
 
+std::vector<std::pair<std::string, std::string>> MachineFacts()
+{
+    return {{"Sistema", "programma nativo, senza Windows"}};
+}
+
 int DoApart(const std::vector<std::string>&, const std::function<void()>& work)
 {
     const pid_t child = fork();

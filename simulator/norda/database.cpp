@@ -6,6 +6,7 @@
 #include "simulator/norda/platform.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace vellumo::norda
@@ -51,6 +52,17 @@ struct Database::Session
         odbc::Execute(statement, "SELECT HEX('\u0110')", odbc::Interface::Wide);
         SQLFetch(statement.Get());
         return odbc::Read(statement, 0, SQL_VARCHAR, odbc::Interface::Wide).ToText() == "C490";
+    }
+
+    [[nodiscard]] std::string Info(SQLUSMALLINT what) const
+    {
+        std::array<SQLWCHAR, 256> text{};
+        SQLSMALLINT bytes = 0;
+        odbc::Check(SQLGetInfoW(connection->Get(), what, text.data(),
+                                static_cast<SQLSMALLINT>(text.size() * sizeof(SQLWCHAR)), &bytes),
+                    SQL_HANDLE_DBC, connection->Get());
+        const auto end = std::find(text.begin(), text.end(), SQLWCHAR{0});
+        return odbc::Narrow(text.data(), static_cast<std::size_t>(end - text.begin()));
     }
 
     void SetAutocommit(bool on) const
@@ -162,9 +174,11 @@ std::shared_ptr<Database> Database::OpenSqlite(const std::filesystem::path& prac
     return database;
 }
 
-std::shared_ptr<Database> Database::OpenServer(const std::string& connectionString)
+std::shared_ptr<Database> Database::OpenServer(const std::string& connectionString, const std::string& shared)
 {
-    return std::shared_ptr<Database>(new Database(Dialect::SqlServer, connectionString));
+    std::shared_ptr<Database> database(new Database(Dialect::SqlServer, connectionString));
+    database->m_shared = shared;
+    return database;
 }
 
 std::unique_ptr<host::Recordset> Database::Open(const std::string& sql)
@@ -178,7 +192,8 @@ std::unique_ptr<host::Recordset> Database::Open(const std::string& sql)
     }
     else
     {
-        rows = std::make_unique<Rows>(m_session, m_dialect == Dialect::Sqlite ? ForSqlite(sql) : sql);
+        rows =
+            std::make_unique<Rows>(m_session, m_dialect == Dialect::Sqlite ? ForSqlite(sql) : ForServer(sql, m_shared));
     }
     End();
     return rows;
@@ -231,6 +246,15 @@ void Database::LeaveTransaction(short how)
 
 void Database::ExecuteScript(std::string_view script)
 {
+    for (const auto& statement : Statements(script))
+    {
+        Execute(statement);
+    }
+}
+
+std::vector<std::string> Database::Statements(std::string_view script)
+{
+    std::vector<std::string> statements;
     std::string statement;
     while (!script.empty())
     {
@@ -245,14 +269,24 @@ void Database::ExecuteScript(std::string_view script)
         statement += line.substr(0, line.size() - (last ? 1 : 0));
         if (last)
         {
-            Execute(statement);
-            statement.clear();
+            statements.push_back(std::exchange(statement, {}));
         }
         else
         {
             statement += '\n';
         }
     }
+    return statements;
+}
+
+std::string Database::ServerName() const
+{
+    return m_session->Info(SQL_DBMS_NAME) + ' ' + m_session->Info(SQL_DBMS_VER);
+}
+
+std::string Database::DriverName() const
+{
+    return m_session->Info(SQL_DRIVER_NAME) + ' ' + m_session->Info(SQL_DRIVER_VER);
 }
 
 host::Value Database::Single(const std::string& sql)

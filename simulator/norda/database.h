@@ -1,6 +1,6 @@
 // The simulated host's database, reached through ODBC on every target. The embedded default is SQLite: one file for
-// the practice and one for the shared reference data, attached as `Norda`. Any other connection string is taken for a
-// SQL Server that has both databases.
+// the practice and one for the shared reference data, attached as `Norda`. The other is a SQL Server
+// (`ServerDatabases`), on which the shared database has a name of its own.
 //
 // Faults carry the driver's own text, as a host's database errors do. A recordset keeps the connection open that it
 // belongs to.
@@ -16,6 +16,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vellumo::norda
 {
@@ -25,7 +26,9 @@ class Database final : public host::Connection
 public:
     [[nodiscard]] static std::shared_ptr<Database> OpenSqlite(const std::filesystem::path& practice,
                                                               const std::filesystem::path& shared);
-    [[nodiscard]] static std::shared_ptr<Database> OpenServer(const std::string& connectionString);
+    // `shared` is what the shared database is called there.
+    [[nodiscard]] static std::shared_ptr<Database> OpenServer(const std::string& connectionString,
+                                                              const std::string& shared = "Norda");
     ~Database() override;
 
     [[nodiscard]] Dialect GetDialect() const noexcept { return m_dialect; }
@@ -40,6 +43,10 @@ public:
     // Runs the statements of a script: each ends with ";" at the end of a line, lines that begin with "--" are
     // comments.
     void ExecuteScript(std::string_view script);
+    [[nodiscard]] static std::vector<std::string> Statements(std::string_view script);
+    // What is behind it: "SQLite 3.40.1", and the driver, "libsqlite3odbc.so 0.9998".
+    [[nodiscard]] std::string ServerName() const;
+    [[nodiscard]] std::string DriverName() const;
     // First column of the first row; null when there is none.
     [[nodiscard]] host::Value Single(const std::string& sql);
     // Key that the last INSERT on this connection was given.
@@ -68,6 +75,7 @@ private:
     void LeaveTransaction(short how);
 
     Dialect m_dialect;
+    std::string m_shared; // of a server
     std::shared_ptr<Session> m_session;
     bool m_inTransaction = false;
     bool m_lost = false;      // the server is out of reach

@@ -7,7 +7,7 @@
 namespace vellumo::norda
 {
 
-// Folder of the running program; the request templates lie in "templates" beside it.
+// Folder of the running program; the request templates lie near it.
 [[nodiscard]] std::filesystem::path ProgramFolder();
 
 // How the SQLite driver wants to be told of a file. It may see the file system with other eyes than the program: under

@@ -22,6 +22,13 @@ std::string WindowsPath(const fs::path& path)
     return windows;
 }
 
+// Beside the program; in the SDK, which has them once, above the folders of the programs.
+fs::path GivenTemplates()
+{
+    const auto beside = ProgramFolder() / "templates";
+    return fs::exists(beside) ? beside : ProgramFolder() / ".." / ".." / "templates";
+}
+
 User ReadUser(const host::Recordset& rows)
 {
     return {rows.Field("IDUtente").ToInteger(), rows.Field("Utente").ToText(),
@@ -49,6 +56,11 @@ void Practice::Create() const
     fs::create_directories(m_folder);
     fs::remove(PracticeFile());
     fs::remove(SharedFile());
+    if (m_server)
+    {
+        m_server->Create();
+    }
+    else
     {
         // Every statement on its own would wait for the disk.
         const auto database = Database::OpenSqlite(PracticeFile(), SharedFile());
@@ -67,7 +79,7 @@ void Practice::Create() const
     {
         fs::create_directories(folder);
     }
-    for (const auto& file : fs::directory_iterator(ProgramFolder() / "templates"))
+    for (const auto& file : fs::directory_iterator(GivenTemplates()))
     {
         fs::copy_file(file.path(), TemplatesFolder() / file.path().filename());
     }
@@ -88,9 +100,29 @@ void Practice::Register(Installation& machine) const
 
 std::shared_ptr<Database> Practice::Open() const
 {
+    if (m_server)
+    {
+        return m_server->Open();
+    }
     auto database = Database::OpenSqlite(PracticeFile(), SharedFile());
     database->ExecuteScript(seed::views);
     return database;
+}
+
+void Practice::ResetServer() const
+{
+    if (m_server)
+    {
+        m_server->Reset();
+    }
+}
+
+void Practice::RemoveServer() const
+{
+    if (m_server)
+    {
+        m_server->Remove();
+    }
 }
 
 std::optional<User> FindUser(Database& database, std::string_view logOn)

@@ -8,6 +8,7 @@
 
 #include "simulator/norda/database.h"
 #include "simulator/norda/provider_client.h"
+#include "simulator/norda/server_databases.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -34,15 +35,19 @@ public:
     // The one practice of the seed.
     static constexpr std::int32_t studio = 1;
 
-    // Names the folders; nothing is touched yet.
-    explicit Practice(std::filesystem::path folder)
+    // Names the folders; nothing is touched yet. With a `server`, a connection string, the two databases are on that.
+    explicit Practice(std::filesystem::path folder, const std::string& server = {})
         : m_folder(std::move(folder))
+        , m_server(server.empty() ? std::nullopt : std::optional<ServerDatabases>(server))
     {
     }
 
     [[nodiscard]] bool Exists() const;
     // Makes databases and folders new from the seed; what was there is replaced.
     void Create() const;
+    // A server has only one of each database: what scenarios did to it is taken back before the next.
+    void ResetServer() const;
+    void RemoveServer() const;
     // Tells the installation where the host program and the SISS client are.
     void Register(Installation& machine) const;
 
@@ -62,6 +67,7 @@ private:
     [[nodiscard]] std::filesystem::path SharedFile() const { return m_folder / "norda.db"; }
 
     std::filesystem::path m_folder;
+    std::optional<ServerDatabases> m_server;
 };
 
 // Empty when there is no such user.

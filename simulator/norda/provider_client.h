@@ -12,6 +12,7 @@
 #include "simulator/norda/prescriptions.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,6 +28,9 @@ struct Outside
     host::Bridge* bridge = nullptr; // null: no bridge is installed, so no provider can be created
     host::HostObjects* objects = nullptr;
     PrescriptionObjects* prescriptions = nullptr;
+    // Where the library finds its host's objects under other names than those that it expects, each with something
+    // behind it: a folder for a copy of it and the file that says so. Empty: they have the names that it expects.
+    std::filesystem::path renamedIn = {};
     bool strict = false; // its objects answer in every way in which those of real hosts do
 };
 

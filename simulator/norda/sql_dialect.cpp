@@ -30,10 +30,14 @@ std::string DateLiteral(Dialect dialect, const host::Date& date)
            Digits(day.hour, 2) + ':' + Digits(day.minute, 2) + ':' + Digits(day.second, 2) + '\'';
 }
 
+bool IsAscii(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return (c & '\x80') == 0; });
+}
+
 std::string TextLiteral(Dialect dialect, const std::string& text)
 {
-    const bool unicode = std::any_of(text.begin(), text.end(), [](char c) { return (c & '\x80') != 0; });
-    std::string literal = unicode && dialect == Dialect::SqlServer ? "N'" : "'";
+    std::string literal = !IsAscii(text) && dialect == Dialect::SqlServer ? "N'" : "'";
     for (const char c : text)
     {
         literal += c;
@@ -196,6 +200,13 @@ private:
     std::string m_out;
 };
 
+// Where the quoted part that begins at `at` ends.
+std::size_t EndOfQuoted(std::string_view sql, std::size_t at)
+{
+    const auto end = sql.find(sql[at] == '[' ? ']' : sql[at], at + 1);
+    return std::min(end, sql.size() - 1) + 1;
+}
+
 } // namespace
 
 std::string Literal(Dialect dialect, const host::Value& value)
@@ -259,6 +270,36 @@ std::string PutIn(Dialect dialect, std::string_view sql, const host::Parameters&
 std::string ForSqlite(std::string_view sql, Comparison comparison)
 {
     return SqliteWriter(sql, comparison).Write();
+}
+
+std::string ForServer(std::string_view sql, std::string_view shared)
+{
+    std::string out;
+    std::size_t at = 0;
+    while (at < sql.size())
+    {
+        auto end = at + 1;
+        if (sql[at] == '\'' || sql[at] == '"' || sql[at] == '[')
+        {
+            end = EndOfQuoted(sql, at);
+            const bool isUnicode = sql[at] != '\'' || (at > 0 && (sql[at - 1] == 'N' || sql[at - 1] == '\''));
+            out += isUnicode || IsAscii(sql.substr(at, end - at)) ? "" : "N";
+        }
+        else if (IsWord(sql[at]))
+        {
+            end = static_cast<std::size_t>(
+                std::find_if_not(sql.begin() + static_cast<std::ptrdiff_t>(at), sql.end(), IsWord) - sql.begin());
+            if (host::EqualsIgnoringCase(sql.substr(at, end - at), "norda") && sql.substr(end, 2) == "..")
+            {
+                out += shared;
+                at = end;
+                continue;
+            }
+        }
+        out += sql.substr(at, end - at);
+        at = end;
+    }
+    return out;
 }
 
 } // namespace vellumo::norda

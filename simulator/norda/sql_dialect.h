@@ -42,4 +42,10 @@ enum class Comparison
 };
 [[nodiscard]] std::string ForSqlite(std::string_view sql, Comparison comparison = Comparison::Fast);
 
+// The same statement for a server on which the shared database has another name, so that one of the name `Norda` is
+// never touched; a literal with letters that its code page may lack becomes one of Unicode.
+//   Norda..Comune         -> shared..Comune
+//   '…Đ…'                 -> N'…Đ…'
+[[nodiscard]] std::string ForServer(std::string_view sql, std::string_view shared);
+
 } // namespace vellumo::norda

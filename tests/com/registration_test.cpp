@@ -103,10 +103,10 @@ public:
     BridgeRegistered()
     {
         const auto program = LibraryPath().parent_path() / L"siss-simulato.exe";
-        norda::WriteProgId(windows::names::bridgeProgId, norda::bridgeClass,
+        norda::WriteProgId(windows::names::bridgeProgId.text, norda::bridgeClass,
                            L"\"" + program.wstring() + L"\" --senza-finestra");
     }
-    ~BridgeRegistered() { norda::RemoveProgId(windows::names::bridgeProgId, norda::bridgeClass); }
+    ~BridgeRegistered() { norda::RemoveProgId(windows::names::bridgeProgId.text, norda::bridgeClass); }
     BridgeRegistered(const BridgeRegistered&) = delete;
     BridgeRegistered& operator=(const BridgeRegistered&) = delete;
 };

@@ -8,8 +8,8 @@
 namespace vellumo::windows
 {
 
-AdoRecordset::AdoRecordset(ComPtr<IDispatch> object)
-    : m_recordset(std::move(object), names::recordset::self)
+AdoRecordset::AdoRecordset(ComPtr<IDispatch> object, const HostNameMap& hostNames)
+    : m_recordset(std::move(object), names::recordset::self, hostNames)
 {
     if (!m_recordset.Object())
     {
@@ -35,14 +35,15 @@ AdoRecordset::~AdoRecordset()
 void AdoRecordset::ReadColumns()
 {
     Member fieldsMember(names::recordset::fields);
-    const LateBound fields(m_recordset.Call(fieldsMember).Object(), names::fields::self);
+    const LateBound fields(m_recordset.Call(fieldsMember).Object(), names::fields::self, m_recordset.HostNames());
     Member countMember(names::fields::count);
     Member itemMember(names::fields::item);
     Member nameMember(names::field::name);
     const std::int32_t count = fields.Call(countMember).Value().ToInteger();
     for (std::int32_t index = 0; index < count; ++index)
     {
-        LateBound field(fields.Call(itemMember, Variant(host::Value(index))).Object(), names::field::self);
+        LateBound field(fields.Call(itemMember, Variant(host::Value(index))).Object(), names::field::self,
+                        m_recordset.HostNames());
         std::wstring name = ToWide(field.Call(nameMember).ToText());
         m_columns.push_back({std::move(field), std::move(name)});
     }
@@ -101,14 +102,15 @@ host::Value AdoRecordset::Read(std::string_view name) const
     return ValueOf(column->field);
 }
 
-AdoConnection::AdoConnection(ComPtr<IDispatch> connection)
-    : m_connection(std::move(connection), names::connection::self)
+AdoConnection::AdoConnection(ComPtr<IDispatch> connection, const HostNameMap& hostNames)
+    : m_connection(std::move(connection), names::connection::self, hostNames)
 {
 }
 
 std::unique_ptr<host::Recordset> AdoConnection::Open(const std::string& sql)
 {
-    return std::make_unique<AdoRecordset>(m_connection.Call(m_execute, Variant::Text(sql)).Object());
+    return std::make_unique<AdoRecordset>(m_connection.Call(m_execute, Variant::Text(sql)).Object(),
+                                          m_connection.HostNames());
 }
 
 void AdoConnection::BeginTransaction()

@@ -17,7 +17,7 @@ class AdoRecordset final : public host::Recordset
 {
 public:
     // `object` is an open recordset on its first row, or a closed one, which has no rows and no columns.
-    explicit AdoRecordset(ComPtr<IDispatch> object);
+    explicit AdoRecordset(ComPtr<IDispatch> object, const HostNameMap& hostNames = HostNameMap::Compiled());
     ~AdoRecordset() override;
 
     [[nodiscard]] bool IsAtEnd() const override;
@@ -49,7 +49,7 @@ private:
 class AdoConnection final : public host::Connection
 {
 public:
-    explicit AdoConnection(ComPtr<IDispatch> connection);
+    explicit AdoConnection(ComPtr<IDispatch> connection, const HostNameMap& hostNames = HostNameMap::Compiled());
 
     [[nodiscard]] std::unique_ptr<host::Recordset> Open(const std::string& sql) override;
     void BeginTransaction() override;

@@ -8,17 +8,18 @@ namespace vellumo::windows
 namespace
 {
 
-LateBound CreateBridge()
+LateBound CreateBridge(const HostNameMap& hostNames)
 {
     try
     {
-        return {CreateByProgId(names::bridgeProgId), names::bridgeProgId};
+        return CreateByProgId(names::bridgeProgId, hostNames);
     }
     catch (const host::Fault& fault)
     {
         // A computer with the client may lack the component all the same: each bitness has its own.
         constexpr const char* bitness = sizeof(void*) == 8 ? "64 bit" : "32 bit";
-        throw host::Fault("Il collegamento al SISS non è disponibile: il componente " + FromWide(names::bridgeProgId) +
+        throw host::Fault("Il collegamento al SISS non è disponibile: il componente " +
+                              FromWide(hostNames.Of(names::bridgeProgId)) +
                               " del client SISS non può essere creato da un programma a " + bitness +
                               ", come questo. Installare o registrare di nuovo il componente del client SISS per i "
                               "programmi a " +
@@ -29,8 +30,8 @@ LateBound CreateBridge()
 
 } // namespace
 
-DispatchBridge::DispatchBridge()
-    : m_bridge(CreateBridge())
+DispatchBridge::DispatchBridge(const HostNameMap& hostNames)
+    : m_bridge(CreateBridge(hostNames))
 {
 }
 

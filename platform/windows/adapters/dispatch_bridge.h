@@ -12,7 +12,7 @@ class DispatchBridge final : public host::Bridge
 {
 public:
     // Creates the bridge; faults when the SISS client is not installed, telling what to do.
-    DispatchBridge();
+    explicit DispatchBridge(const HostNameMap& hostNames);
 
     [[nodiscard]] std::string CallSebMethod(const std::string& requestXml) override;
 

@@ -24,7 +24,7 @@ public:
     [[nodiscard]] std::vector<host::PrescriptionKey> List(std::int32_t idRicetta, std::int32_t numRicetta) override
     {
         Member list(names::prescriptionData::list);
-        AdoRecordset rows(ToObject(m_data.Call(list, Number(idRicetta), Number(numRicetta)).Get()));
+        AdoRecordset rows(ToObject(m_data.Call(list, Number(idRicetta), Number(numRicetta)).Get()), m_data.HostNames());
         std::vector<host::PrescriptionKey> keys;
         for (; !rows.IsAtEnd(); rows.MoveNext())
         {
@@ -38,7 +38,7 @@ public:
         Member find(names::prescriptionData::find);
         const Variant found = m_data.Call(find, Number(key.IDRicetta), Number(key.NumRicetta));
         auto row = ToObject(found.Get());
-        return row ? MakeDispatchRecord(LateBound(std::move(row), names::record::self)) : nullptr;
+        return row ? MakeDispatchRecord(LateBound(std::move(row), names::record::self, m_data.HostNames())) : nullptr;
     }
 
 private:
@@ -47,8 +47,8 @@ private:
 
 } // namespace
 
-DispatchSession::DispatchSession(ComPtr<IDispatch> session, const KeptObjectFaces& faces)
-    : m_session(std::move(session), names::session::self)
+DispatchSession::DispatchSession(ComPtr<IDispatch> session, const KeptObjectFaces& faces, const HostNameMap& hostNames)
+    : m_session(std::move(session), names::session::self, hostNames)
     , m_faces(faces)
 {
 }
@@ -103,13 +103,14 @@ std::shared_ptr<host::KeptObject> DispatchSession::Response(std::int32_t kind, s
 
 std::shared_ptr<host::PrescriptionSession> DispatchPrescriptionObjects::CreateSession()
 {
-    return std::make_shared<DispatchSession>(CreateByProgId(names::sessionProgId), *m_faces);
+    return std::make_shared<DispatchSession>(CreateByProgId(m_handles->names.Of(names::sessionProgId)), *m_faces,
+                                             m_handles->names);
 }
 
 std::unique_ptr<host::PrescriptionData> DispatchPrescriptionObjects::CreatePrescriptionData(std::int32_t kind,
                                                                                             const host::HostServices&)
 {
-    LateBound data(CreateByProgId(names::prescriptionDataProgId), names::prescriptionDataProgId);
+    LateBound data = CreateByProgId(names::prescriptionDataProgId, m_handles->names);
     Member connection(names::prescriptionData::connection);
     Member utils(names::prescriptionData::utils);
     Member kindMember(names::prescriptionData::kind);

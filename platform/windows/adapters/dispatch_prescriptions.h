@@ -25,8 +25,8 @@ public:
 class DispatchSession final : public host::PrescriptionSession
 {
 public:
-    // Both outlive the session's use by the library.
-    DispatchSession(ComPtr<IDispatch> session, const KeptObjectFaces& faces);
+    // All outlive the session's use by the library.
+    DispatchSession(ComPtr<IDispatch> session, const KeptObjectFaces& faces, const HostNameMap& hostNames);
 
     [[nodiscard]] bool SenzaSISS() const override;
     void SetSenzaSISS(bool value) override;

@@ -72,7 +72,7 @@ private:
 struct RecordClass
 {
     host::RecordKind kind;
-    const wchar_t* progId;
+    names::Name progId;
     bool wantsStudio;
 };
 
@@ -112,11 +112,11 @@ std::unique_ptr<host::Record> MakeDispatchRecord(LateBound record)
     return std::make_unique<DispatchRecord>(std::move(record));
 }
 
-std::unique_ptr<host::Record> RecordIn(const VARIANT& variant)
+std::unique_ptr<host::Record> RecordIn(const VARIANT& variant, const HostNameMap& hostNames)
 {
     const ComPtr<IDispatch> object = ToObject(variant);
-    return object && HasMembers(*object.Get(), {names::record::field, names::record::save})
-               ? MakeDispatchRecord(LateBound(object, names::record::self))
+    return object && HasMembers(*object.Get(), {hostNames.Of(names::record::field), hostNames.Of(names::record::save)})
+               ? MakeDispatchRecord(LateBound(object, names::record::self, hostNames))
                : nullptr;
 }
 
@@ -132,7 +132,7 @@ std::unique_ptr<host::Record> DispatchHostObjects::CreateRecord(host::RecordKind
                                                                 const host::HostServices& services)
 {
     const RecordClass& recordClass = ClassOf(kind);
-    LateBound record(CreateByProgId(recordClass.progId), recordClass.progId);
+    LateBound record = CreateByProgId(recordClass.progId, m_handles->names);
     HandOver(record);
     if (recordClass.wantsStudio)
     {
@@ -144,7 +144,7 @@ std::unique_ptr<host::Record> DispatchHostObjects::CreateRecord(host::RecordKind
 
 std::unique_ptr<host::PracticeSettings> DispatchHostObjects::CreateSettings(const host::HostServices&)
 {
-    LateBound settings(CreateByProgId(names::settingsProgId), names::settingsProgId);
+    LateBound settings = CreateByProgId(names::settingsProgId, m_handles->names);
     HandOver(settings);
     // The settings of some hosts read through the helpers, those of others do not know them.
     Member utils(names::settings::utils);

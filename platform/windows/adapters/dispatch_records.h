@@ -17,6 +17,7 @@ struct HostHandles
     ComPtr<IDispatch> connection;
     ComPtr<IDispatch> lockSrv;
     ComPtr<IDispatch> utils;
+    HostNameMap names; // what this host calls its objects and their members; outlives every adapter
 };
 
 // A record object that the host made and loaded itself.
@@ -42,6 +43,7 @@ private:
 
 // The record that the host passed as a late-bound object: null for a variant that holds anything but an object that has
 // a record's members, and for every by-reference form.
-[[nodiscard]] std::unique_ptr<host::Record> RecordIn(const VARIANT& variant);
+[[nodiscard]] std::unique_ptr<host::Record> RecordIn(const VARIANT& variant,
+                                                     const HostNameMap& hostNames = HostNameMap::Compiled());
 
 } // namespace vellumo::windows

@@ -6,8 +6,8 @@
 namespace vellumo::windows
 {
 
-DispatchUtils::DispatchUtils(ComPtr<IDispatch> utils, IDispatch* provider)
-    : m_utils(std::move(utils), names::utils::self)
+DispatchUtils::DispatchUtils(ComPtr<IDispatch> utils, IDispatch* provider, const HostNameMap& hostNames)
+    : m_utils(std::move(utils), names::utils::self, hostNames)
     , m_provider(provider)
 {
 }
@@ -21,7 +21,8 @@ std::unique_ptr<host::Recordset> DispatchUtils::OpenRecordset(const std::string&
                                                               const host::Parameters& parameters)
 {
     return std::make_unique<AdoRecordset>(
-        m_utils.Call(m_openRecordset, Provider(), Variant::Text(sql), Variant(parameters)).Object());
+        m_utils.Call(m_openRecordset, Provider(), Variant::Text(sql), Variant(parameters)).Object(),
+        m_utils.HostNames());
 }
 
 host::Value DispatchUtils::LookUpKey(const std::string& table, const std::string& keyColumn,
@@ -67,7 +68,7 @@ void DispatchUtils::StoreTableDate(const std::string& table, host::Date date, st
 
 void DispatchUtils::RecordServiceError(const std::string& line)
 {
-    const LateBound log(m_utils.Call(m_serviceLog).Object(), names::serviceLog::self);
+    const LateBound log(m_utils.Call(m_serviceLog).Object(), names::serviceLog::self, m_utils.HostNames());
     log.Call(m_write, Variant::Text(line));
 }
 
@@ -76,8 +77,8 @@ bool DispatchUtils::ToBoolean(const host::Value& value)
     return m_utils.Call(m_toBoolean, Variant(value)).Value().ToBoolean();
 }
 
-DispatchLockSrv::DispatchLockSrv(ComPtr<IDispatch> lockSrv)
-    : m_lockSrv(std::move(lockSrv), names::lockSrv::self)
+DispatchLockSrv::DispatchLockSrv(ComPtr<IDispatch> lockSrv, const HostNameMap& hostNames)
+    : m_lockSrv(std::move(lockSrv), names::lockSrv::self, hostNames)
 {
 }
 

@@ -14,7 +14,7 @@ class DispatchUtils final : public host::Utils
 public:
     // `provider` is the provider's own ICCEDatabaseProvider face, which the helpers take the connection from. It is not
     // counted: the provider owns this adapter, and a counted reference would keep both alive for ever.
-    DispatchUtils(ComPtr<IDispatch> utils, IDispatch* provider);
+    DispatchUtils(ComPtr<IDispatch> utils, IDispatch* provider, const HostNameMap& hostNames = HostNameMap::Compiled());
 
     [[nodiscard]] std::unique_ptr<host::Recordset> OpenRecordset(const std::string& sql,
                                                                  const host::Parameters& parameters) override;
@@ -49,7 +49,7 @@ private:
 class DispatchLockSrv final : public host::LockSrv
 {
 public:
-    explicit DispatchLockSrv(ComPtr<IDispatch> lockSrv);
+    explicit DispatchLockSrv(ComPtr<IDispatch> lockSrv, const HostNameMap& hostNames = HostNameMap::Compiled());
 
     [[nodiscard]] std::int32_t UserId() override;
 

@@ -17,16 +17,16 @@ std::string FullName(const wchar_t* object, const wchar_t* member)
 
 } // namespace
 
-DISPID Member::IdOn(IDispatch& object, const wchar_t* objectName)
+DISPID Member::IdOn(IDispatch& object, const wchar_t* objectName, const HostNameMap& hostNames)
 {
     if (m_id == DISPID_UNKNOWN)
     {
-        auto* name = const_cast<wchar_t*>(m_name); // the function does not write to it
+        auto* name = const_cast<wchar_t*>(hostNames.Of(m_name)); // the function does not write to it
         const HRESULT result = object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &m_id);
         if (FAILED(result))
         {
             m_id = DISPID_UNKNOWN;
-            throw MakeFault(result, FullName(objectName, m_name));
+            throw MakeFault(result, FullName(objectName, name));
         }
     }
     return m_id;
@@ -38,7 +38,7 @@ Variant LateBound::Invoke(Member& member, WORD flags, std::span<VARIANT> argumen
     {
         throw host::Fault("L'oggetto " + FromWide(m_name) + " manca: il programma non lo ha fornito.", E_POINTER);
     }
-    const DISPID id = member.IdOn(*m_object, m_name);
+    const DISPID id = member.IdOn(*m_object, m_name, *m_hostNames);
     std::reverse(arguments.begin(), arguments.end());
     DISPID valueName = DISPID_PROPERTYPUT;
     DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
@@ -54,7 +54,7 @@ Variant LateBound::Invoke(Member& member, WORD flags, std::span<VARIANT> argumen
                                             writes ? nullptr : answer.Put(), &exception, nullptr);
     if (FAILED(result))
     {
-        throw MakeFault(result, exception, FullName(m_name, member.Name()));
+        throw MakeFault(result, exception, FullName(m_name, m_hostNames->Of(member.Name())));
     }
     return answer;
 }
@@ -77,6 +77,12 @@ ComPtr<IDispatch> CreateByProgId(const wchar_t* progId)
     }
     ThrowIfFailed(result, "Impossibile creare l'oggetto " + FromWide(progId));
     return object;
+}
+
+LateBound CreateByProgId(const names::Name& progId, const HostNameMap& hostNames)
+{
+    const wchar_t* const name = hostNames.Of(progId);
+    return {CreateByProgId(name), name, hostNames};
 }
 
 } // namespace vellumo::windows

@@ -5,6 +5,7 @@
 // that the object reported.
 #pragma once
 
+#include "platform/windows/adapters/host_name_map.h"
 #include "platform/windows/adapters/variant.h"
 #include "platform/windows/system/com_ptr.h"
 
@@ -17,16 +18,22 @@ namespace vellumo::windows
 class Member
 {
 public:
-    explicit constexpr Member(const wchar_t* name) noexcept
+    explicit constexpr Member(const names::Name& name) noexcept
         : m_name(name)
     {
     }
+    // One that no host calls otherwise.
+    explicit constexpr Member(const wchar_t* name) noexcept
+        : m_name{L"", name}
+    {
+    }
 
-    [[nodiscard]] const wchar_t* Name() const noexcept { return m_name; }
-    [[nodiscard]] DISPID IdOn(IDispatch& object, const wchar_t* objectName);
+    [[nodiscard]] const names::Name& Name() const noexcept { return m_name; }
+    [[nodiscard]] DISPID IdOn(IDispatch& object, const wchar_t* objectName,
+                              const HostNameMap& hostNames = HostNameMap::Compiled());
 
 private:
-    const wchar_t* m_name;
+    names::Name m_name;
     DISPID m_id = DISPID_UNKNOWN;
 };
 
@@ -34,10 +41,12 @@ class LateBound
 {
 public:
     LateBound() = default;
-    // `name` stands in the descriptions of faults; it must outlive the object.
-    LateBound(ComPtr<IDispatch> object, const wchar_t* name)
+    // `name` stands in the descriptions of faults; `hostNames` says what the host calls the members. Both must outlive
+    // the object.
+    LateBound(ComPtr<IDispatch> object, const wchar_t* name, const HostNameMap& hostNames = HostNameMap::Compiled())
         : m_object(std::move(object))
         , m_name(name)
+        , m_hostNames(&hostNames)
     {
     }
 
@@ -59,6 +68,7 @@ public:
     void PutObject(Member& member, IDispatch* object) const;
 
     [[nodiscard]] IDispatch* Object() const noexcept { return m_object.Get(); }
+    [[nodiscard]] const HostNameMap& HostNames() const noexcept { return *m_hostNames; }
 
 private:
     // The arguments in the order in which they are written; they stay the caller's.
@@ -66,9 +76,12 @@ private:
 
     ComPtr<IDispatch> m_object;
     const wchar_t* m_name = L"";
+    const HostNameMap* m_hostNames = &HostNameMap::Compiled();
 };
 
 // Creates an object from its ProgID; faults with the name of the ProgID and the reason.
 [[nodiscard]] ComPtr<IDispatch> CreateByProgId(const wchar_t* progId);
+// The same, with what the host calls it in the descriptions of faults.
+[[nodiscard]] LateBound CreateByProgId(const names::Name& progId, const HostNameMap& hostNames);
 
 } // namespace vellumo::windows

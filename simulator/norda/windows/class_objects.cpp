@@ -6,7 +6,9 @@
 #include "platform/windows/adapters/registry_key.h"
 #include "platform/windows/system/counted.h"
 #include "platform/windows/system/text.h"
+#include "simulator/norda/windows/dispatch_face.h"
 #include "simulator/norda/windows/faces.h"
+#include "simulator/norda/windows/renamed_library.h"
 
 #include <array>
 #include <utility>
@@ -135,7 +137,9 @@ void RemoveProgId(const std::wstring& progId, const CLSID& clsid) noexcept
 }
 
 HostClasses::HostClasses(const Outside& outside)
+    : m_behindNames(outside.renamedIn.empty() ? L"" : renamed)
 {
+    DispatchFace::Rename(outside.renamedIn.empty() ? L"" : renamed);
     try
     {
         if (host::Bridge* bridge = outside.bridge)
@@ -174,8 +178,8 @@ HostClasses::~HostClasses()
 void HostClasses::Offer(const wchar_t* progId, const CLSID& clsid, ObjectMaker make)
 {
     m_objects.emplace_back(clsid, CLSCTX_INPROC_SERVER, std::move(make));
-    m_entries.emplace_back(progId, clsid);
-    WriteProgId(progId, clsid);
+    m_entries.emplace_back(progId + m_behindNames, clsid);
+    WriteProgId(m_entries.back().first, clsid);
 }
 
 void HostClasses::Withdraw() noexcept

@@ -51,6 +51,7 @@ private:
     void Offer(const wchar_t* progId, const CLSID& clsid, ObjectMaker make);
     void Withdraw() noexcept;
 
+    std::wstring m_behindNames; // of the ProgIDs
     std::vector<ClassObject> m_objects;
     std::vector<std::pair<std::wstring, CLSID>> m_entries;
 };

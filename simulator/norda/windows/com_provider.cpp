@@ -10,6 +10,7 @@
 #include "simulator/norda/windows/dispatch_face.h"
 #include "simulator/norda/windows/faces.h"
 #include "simulator/norda/windows/host_face.h"
+#include "simulator/norda/windows/renamed_library.h"
 
 #include <kelnordaccelib.h>
 #include <vellumo.h>
@@ -103,7 +104,12 @@ public:
     {
         CLSID clsid{};
         windows::ThrowIfFailed(CLSIDFromProgID(L"Vellumo.SISSProvider", &clsid), "Vellumo.SISSProvider");
-        Check(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_ICCEProvider, m_provider.PutVoid()),
+        if (!outside.renamedIn.empty())
+        {
+            m_copy.emplace(outside.renamedIn);
+        }
+        Check(m_copy ? m_copy->Create(CLSID_SISSProvider, IID_ICCEProvider, m_provider.PutVoid())
+                     : CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_ICCEProvider, m_provider.PutVoid()),
               "Vellumo.SISSProvider");
         m_database = m_provider.As<ICCEDatabaseProvider>(IID_ICCEDatabaseProvider);
         m_second = m_provider.As<ICCEProvider2>(IID_ICCEProvider2);
@@ -279,6 +285,7 @@ private:
         return answer != VARIANT_FALSE;
     }
 
+    std::optional<RenamedLibrary> m_copy; // unloaded last
     std::unique_ptr<HostClasses> m_classes;
     ComPtr<ICCEProvider> m_provider;
     ComPtr<ICCEDatabaseProvider> m_database;

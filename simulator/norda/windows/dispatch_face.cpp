@@ -19,6 +19,7 @@ using windows::Variant;
 constexpr IID iidFace{0x57a3fe11, 0x3a13, 0x43dc, {0x97, 0xad, 0x70, 0x6b, 0x65, 0xbd, 0x9e, 0x7d}};
 
 long living = 0;
+std::wstring_view behindNames; // what stands behind each member's name
 
 HRESULT Raise(const std::string& source, const std::string& description, HRESULT number, EXCEPINFO* exception)
 {
@@ -132,6 +133,11 @@ DISPID DispatchFace::IdOf(const wchar_t* name) const
     return DISPID_UNKNOWN;
 }
 
+void DispatchFace::Rename(const wchar_t* behind) noexcept
+{
+    behindNames = behind;
+}
+
 HRESULT DispatchFace::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids)
 {
     if (!names || !ids || count == 0)
@@ -139,7 +145,12 @@ HRESULT DispatchFace::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, D
         return E_INVALIDARG;
     }
     std::fill(ids, ids + count, DISPID_UNKNOWN);
-    ids[0] = IdOf(names[0]);
+    std::wstring name = names[0];
+    if (name.ends_with(behindNames))
+    {
+        name.erase(name.size() - behindNames.size());
+        ids[0] = IdOf(name.c_str());
+    }
     return ids[0] == DISPID_UNKNOWN || count > 1 ? DISP_E_UNKNOWNNAME : S_OK;
 }
 

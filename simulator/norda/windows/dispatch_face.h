@@ -49,6 +49,10 @@ public:
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* answer, EXCEPINFO* exception, UINT* badArgument) override;
 
+    // From now on every member of every face of this process has its name with that behind it, and no other; "" takes
+    // it away again.
+    static void Rename(const wchar_t* behind) noexcept;
+
     // Faces that somebody still holds, of all kinds together.
     [[nodiscard]] static long Living() noexcept;
 

@@ -21,7 +21,7 @@ const std::wstring classes = L"Software\\Classes\\";
 
 std::wstring ProgIdKey()
 {
-    return classes + windows::names::bridgeProgId + L"\\CLSID";
+    return classes + windows::names::bridgeProgId.text + L"\\CLSID";
 }
 
 std::wstring ClassId()
@@ -75,13 +75,13 @@ void BridgeEntry::Write() const
             if (!found.empty() && found != ClassId())
             {
                 throw host::Fault("Su questo computer è registrato un altro componente " +
-                                  windows::FromWide(windows::names::bridgeProgId) +
+                                  windows::FromWide(windows::names::bridgeProgId.text) +
                                   ": il simulatore non prende il posto di un client SISS vero. Usare un computer senza "
                                   "client SISS.");
             }
         }
     }
-    Set(std::wstring(windows::names::bridgeProgId) + L"\\CLSID", ClassId());
+    Set(std::wstring(windows::names::bridgeProgId.text) + L"\\CLSID", ClassId());
     Set(L"CLSID\\" + ClassId(), L"SISS simulato di Vellumo");
     Set(L"CLSID\\" + ClassId() + L"\\LocalServer32", m_server);
 }
@@ -90,7 +90,7 @@ void BridgeEntry::Remove() noexcept
 {
     if (Registered(HKEY_CURRENT_USER, 0) == ClassId())
     {
-        RegDeleteTreeW(HKEY_CURRENT_USER, (classes + windows::names::bridgeProgId).c_str());
+        RegDeleteTreeW(HKEY_CURRENT_USER, (classes + windows::names::bridgeProgId.text).c_str());
     }
     RegDeleteTreeW(HKEY_CURRENT_USER, (classes + L"CLSID\\" + ClassId()).c_str());
 }

@@ -1,0 +1,16 @@
+// The page that the acceptance kit leaves: one file, nothing beside it, Italian.
+#pragma once
+
+#include "player/acceptance/outcome.h"
+
+#include <string>
+
+namespace vellumo::player
+{
+
+// Whether everything that was played holds and something was.
+[[nodiscard]] bool Holds(const Acceptance& acceptance);
+
+[[nodiscard]] std::string Html(const Acceptance& acceptance);
+
+} // namespace vellumo::player

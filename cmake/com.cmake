@@ -43,6 +43,7 @@ function(vellumo_idl file)
   configure_file(${file} ${out}/${stem}.idl @ONLY)
   add_custom_command(OUTPUT ${out}/${stem}.tlb
     COMMAND ${VELLUMO_WIDL} ${flags} -t -o ${out}/${stem}.tlb ${out}/${stem}.idl
+    COMMAND ${PROJECT_SOURCE_DIR}/tools/timeless-typelib ${out}/${stem}.tlb
     DEPENDS ${needed} ${out}/${stem}.idl WORKING_DIRECTORY ${out} COMMENT "widl ${stem}.tlb" VERBATIM)
   add_custom_command(OUTPUT ${out}/${stem}.h ${out}/${stem}_i.c
     COMMAND ${VELLUMO_WIDL} ${flags} -h -o ${out}/${stem}.h ${file}

@@ -38,12 +38,13 @@ public:
     // The Windows control that is this one to screen readers.
     [[nodiscard]] virtual HWND Window() const noexcept { return Input(); }
 
-    // What it needs for its present texts.
+    // What it needs for its present texts; also before it is made.
     [[nodiscard]] virtual LayoutItem Needs() const = 0;
+    // Makes the Windows controls the first time; before, there are none.
     virtual void Place(const RECT& place) = 0;
     // The window's density has changed, and with it the surface; all will be placed again.
     virtual void Rescale() {}
-    // Shows what has changed in the control.
+    // Shows what has changed in the control, once it is made.
     virtual void Update() = 0;
 
     // A WM_COMMAND or WM_NOTIFY of the input control. `answer` is what Windows wants to know.

@@ -1,7 +1,8 @@
-// The views of all controls but the grids, which have files of their own.
+// The views of the controls that take few lines; grids and boxes for text have files of their own.
 #include "platform/windows/forms/abridged.h"
 #include "platform/windows/forms/control_view.h"
 #include "platform/windows/forms/grid_view.h"
+#include "platform/windows/forms/text_box_view.h"
 #include "platform/windows/forms/window_message.h"
 #include "platform/windows/forms/wrapped_grid_view.h"
 #include "platform/windows/system/text.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <variant>
 
 namespace vellumo::windows
@@ -20,9 +22,17 @@ namespace
 constexpr int buttonHeight = 23; // all at 96 dots an inch, the sizes that Windows itself uses
 constexpr int buttonWidth = 75;
 constexpr int checkHeight = 17;
-constexpr int editHeight = 21;
 constexpr int barHeight = 17;
 constexpr int imageGap = 6;
+
+void ShowCheck(HWND button, bool checked)
+{
+    const WPARAM state = checked ? BST_CHECKED : BST_UNCHECKED;
+    if (static_cast<WPARAM>(Send(button, BM_GETCHECK)) != state)
+    {
+        Send(button, BM_SETCHECK, state); // draws anew
+    }
+}
 
 class LabelView final : public ControlView
 {
@@ -31,20 +41,20 @@ public:
         : ControlView(label)
         , m_label(label)
         , m_surface(surface)
+        , m_window(surface,
+                   {.style = SS_LEFT | SS_NOPREFIX | (label.lines > 1 ? DWORD{SS_EDITCONTROL} : DWORD{SS_ENDELLIPSIS}),
+                    .strong = label.strong})
     {
-        const DWORD cut = label.lines > 1 ? SS_EDITCONTROL : SS_ENDELLIPSIS;
-        m_window = TextWindow(surface.MakeChild(L"STATIC", L"", SS_LEFT | SS_NOPREFIX | cut, 0, -1));
-        Send(m_window.Get(), WM_SETFONT, reinterpret_cast<WPARAM>(surface.FontFor(label.strong)), FALSE);
+        m_window.Update(label);
         if (label.image != ui::Image::None)
         {
-            m_image = surface.MakeChild(L"STATIC", L"", SS_ICON | SS_REALSIZECONTROL, 0, -1);
-            Send(m_image, STM_SETICON, reinterpret_cast<WPARAM>(surface.IconFor(label.image)));
+            m_image.emplace(surface, ChildKind{.style = SS_ICON | SS_REALSIZECONTROL});
         }
     }
     [[nodiscard]] LayoutItem Needs() const override
     {
         const int width = m_label.lines > 1 ? 0 : m_surface.TextWidth(Abridged(m_label.text), m_label.strong, false);
-        const int image = m_image == nullptr ? 0 : m_surface.ImageSize();
+        const int image = m_image ? m_surface.ImageSize() : 0;
         return {.size = {ImageRoom() + width, std::max(image, m_label.lines * m_surface.LineHeight())},
                 .sameLine = m_label.sameLine,
                 .stretches = true};
@@ -54,129 +64,29 @@ public:
         const int height = m_label.lines * m_surface.LineHeight();
         const LONG top = place.top + (place.bottom - place.top - height) / 2;
         m_window.Place(place.left + ImageRoom(), top, place.right, top + height);
-        if (m_image != nullptr)
+        const int size = m_surface.ImageSize();
+        if (m_image && m_image->Place(place.left, place.top, place.left + size, place.top + size))
         {
-            const int size = m_surface.ImageSize();
-            SetWindowPos(m_image, nullptr, place.left, place.top, size, size, SWP_NOZORDER | SWP_NOACTIVATE);
+            Rescale();
         }
     }
     [[nodiscard]] HWND Window() const noexcept override { return m_window.Get(); }
     void Rescale() override
     {
-        if (m_image != nullptr)
+        if (m_image)
         {
-            Send(m_image, STM_SETICON, reinterpret_cast<WPARAM>(m_surface.IconFor(m_label.image)));
+            Send(m_image->Get(), STM_SETICON, reinterpret_cast<WPARAM>(m_surface.IconFor(m_label.image)));
         }
     }
     void Update() override { m_window.Update(m_label); }
 
 private:
-    [[nodiscard]] int ImageRoom() const
-    {
-        return m_image == nullptr ? 0 : m_surface.ImageSize() + m_surface.Pixels(imageGap);
-    }
+    [[nodiscard]] int ImageRoom() const { return m_image ? m_surface.ImageSize() + m_surface.Pixels(imageGap) : 0; }
 
     ui::Label& m_label;
     const Surface& m_surface;
     TextWindow m_window;
-    HWND m_image = nullptr;
-};
-
-class TextBoxView final : public ControlView
-{
-public:
-    TextBoxView(ui::TextBox& box, const Surface& surface, int id)
-        : ControlView(box)
-        , m_box(box)
-        , m_surface(surface)
-    {
-        m_caption = TextWindow(surface.MakeChild(L"STATIC", L"", SS_LEFT | SS_CENTERIMAGE, 0, -1));
-        const DWORD reading = box.readOnly ? ES_READONLY : 0;
-        const DWORD lines = IsTall() ? ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL : ES_AUTOHSCROLL;
-        m_edit =
-            TextWindow(surface.MakeChild(L"EDIT", L"", ES_LEFT | reading | lines | WS_TABSTOP, WS_EX_CLIENTEDGE, id));
-        if (box.list != nullptr || IsTall())
-        {
-            SeeKeysFirst();
-        }
-    }
-    [[nodiscard]] HWND Input() const noexcept override { return m_edit.Get(); }
-    [[nodiscard]] LayoutItem Needs() const override
-    {
-        const int boxes = m_surface.Pixels(150);
-        return {.size = IsTall() ? SIZE{boxes, CaptionHeight() + BoxHeight()}
-                                 : SIZE{CaptionWidth() + boxes, m_surface.Pixels(editHeight)},
-                .sameLine = m_box.sameLine,
-                .stretches = true};
-    }
-    void Place(const RECT& place) override
-    {
-        if (IsTall())
-        {
-            m_caption.Place(place.left, place.top, place.right, place.top + CaptionHeight());
-            m_edit.Place(place.left, place.top + CaptionHeight(), place.right, place.bottom);
-            return;
-        }
-        const LONG middle = std::min(place.right, place.left + CaptionWidth());
-        m_caption.Place(place.left, place.top, middle, place.bottom);
-        m_edit.Place(middle, place.top, place.right, place.bottom);
-    }
-    void Update() override
-    {
-        m_caption.Update(m_box);
-        m_updating = true;
-        m_edit.UpdateText(m_box.value);
-        m_updating = false;
-        m_edit.UpdateState(m_box);
-    }
-    Event OnCommand(WORD code) override
-    {
-        if (code != EN_CHANGE || m_updating)
-        {
-            return Event::None;
-        }
-        std::wstring typed(static_cast<std::size_t>(GetWindowTextLengthW(m_edit.Get())) + 1, L'\0');
-        typed.resize(
-            static_cast<std::size_t>(GetWindowTextW(m_edit.Get(), typed.data(), static_cast<int>(typed.size()))));
-        m_box.value = FromWide(typed);
-        m_edit.Note(m_box.value);
-        return Event::Changed;
-    }
-
-private:
-    [[nodiscard]] bool IsTall() const noexcept { return m_box.lines > 1; }
-    [[nodiscard]] int CaptionHeight() const { return m_surface.LineHeight() + m_surface.Pixels(2); }
-    [[nodiscard]] int BoxHeight() const { return m_box.lines * m_surface.LineHeight() + m_surface.Pixels(6); }
-    // The window that the box belongs to knows the list and gets the keys that move in it. A box of several lines
-    // would keep Enter, Escape and Tab to itself.
-    void SeeKeysFirst()
-    {
-        const LONG_PTR procedure = reinterpret_cast<LONG_PTR>(&TextBoxView::EditProcedure);
-        SetWindowLongPtrW(m_edit.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-        m_editProcedure = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(m_edit.Get(), GWLP_WNDPROC, procedure));
-    }
-    static LRESULT CALLBACK EditProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
-    {
-        const auto* const self = reinterpret_cast<const TextBoxView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-        const bool listKey = wParam == VK_UP || wParam == VK_DOWN || wParam == VK_PRIOR || wParam == VK_NEXT;
-        if (message == WM_KEYDOWN && listKey && self->m_box.list != nullptr)
-        {
-            return Send(GetParent(window), listKeyMessage, wParam, GetDlgCtrlID(window));
-        }
-        const LRESULT answer = CallWindowProcW(self->m_editProcedure, window, message, wParam, lParam);
-        return message == WM_GETDLGCODE ? answer & ~LRESULT{DLGC_WANTALLKEYS | DLGC_WANTTAB} : answer;
-    }
-    [[nodiscard]] int CaptionWidth() const
-    {
-        return m_surface.TextWidth(ToWide(m_box.text), false, true) + m_surface.Pixels(6);
-    }
-
-    ui::TextBox& m_box;
-    const Surface& m_surface;
-    TextWindow m_caption;
-    TextWindow m_edit;
-    WNDPROC m_editProcedure = nullptr;
-    bool m_updating = false;
+    std::optional<TextWindow> m_image;
 };
 
 class CheckBoxView final : public ControlView
@@ -186,8 +96,9 @@ public:
         : ControlView(box)
         , m_box(box)
         , m_surface(surface)
+        , m_window(surface, {.windowClass = L"BUTTON", .style = BS_AUTOCHECKBOX | WS_TABSTOP, .id = id})
     {
-        m_window = TextWindow(surface.MakeChild(L"BUTTON", L"", BS_AUTOCHECKBOX | WS_TABSTOP, 0, id));
+        m_window.Update(box);
     }
     [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
     [[nodiscard]] LayoutItem Needs() const override
@@ -197,15 +108,11 @@ public:
                 .sameLine = m_box.sameLine,
                 .leads = m_box.explanation != nullptr};
     }
-    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Place(const RECT& place) override { m_window.Place(place); }
     void Update() override
     {
         m_window.Update(m_box);
-        const WPARAM state = m_box.checked ? BST_CHECKED : BST_UNCHECKED;
-        if (static_cast<WPARAM>(Send(m_window.Get(), BM_GETCHECK)) != state)
-        {
-            Send(m_window.Get(), BM_SETCHECK, state);
-        }
+        ShowCheck(m_window.Get(), m_box.checked);
     }
     Event OnCommand(WORD code) override
     {
@@ -230,9 +137,12 @@ public:
         : ControlView(option)
         , m_option(option)
         , m_surface(surface)
+        , m_window(surface, {.windowClass = L"BUTTON",
+                             .style = BS_AUTORADIOBUTTON | (option.selected ? DWORD{WS_TABSTOP} : 0) |
+                                      (startsGroup ? DWORD{WS_GROUP} : 0),
+                             .id = id})
     {
-        const DWORD style = BS_AUTORADIOBUTTON | WS_TABSTOP | (startsGroup ? WS_GROUP : 0);
-        m_window = TextWindow(surface.MakeChild(L"BUTTON", L"", style, 0, id));
+        m_window.Update(option);
     }
     [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
     [[nodiscard]] LayoutItem Needs() const override
@@ -242,11 +152,11 @@ public:
                 .sameLine = m_option.sameLine,
                 .leads = true};
     }
-    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Place(const RECT& place) override { m_window.Place(place); }
     void Update() override
     {
         m_window.Update(m_option);
-        Send(m_window.Get(), BM_SETCHECK, m_option.selected ? BST_CHECKED : BST_UNCHECKED);
+        ShowCheck(m_window.Get(), m_option.selected);
     }
     Event OnCommand(WORD code) override
     {
@@ -268,13 +178,11 @@ public:
         : ControlView(list)
         , m_list(list)
         , m_surface(surface)
-        , m_window(surface.MakeChild(L"COMBOBOX", L"", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP | WS_GROUP, 0, id))
+        , m_window(
+              surface,
+              {.windowClass = L"COMBOBOX", .style = CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP | WS_GROUP, .id = id})
     {
-        for (const std::string& entry : list.entries)
-        {
-            const std::wstring text = ToWide(entry);
-            Send(m_window.Get(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
-        }
+        m_window.UpdateState(list);
     }
     [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
     [[nodiscard]] LayoutItem Needs() const override
@@ -284,14 +192,22 @@ public:
         {
             widest = std::max(widest, m_surface.TextWidth(ToWide(entry), false, false));
         }
-        return {.size = {widest + m_surface.Metric(SM_CXVSCROLL) + m_surface.Pixels(16), m_surface.Pixels(editHeight)},
+        return {.size = {widest + m_surface.Metric(SM_CXVSCROLL) + m_surface.Pixels(16), m_surface.Pixels(boxHeight)},
                 .sameLine = m_list.sameLine,
                 .stretches = true};
     }
     // The height that Windows wants is the one with the list dropped down.
     void Place(const RECT& place) override
     {
-        m_window.Place(place.left, place.top, place.right, place.bottom + rowsDropped * m_surface.LineHeight());
+        const LONG dropped = rowsDropped * m_surface.LineHeight();
+        if (m_window.Place(place.left, place.top, place.right, place.bottom + dropped))
+        {
+            for (const std::string& entry : m_list.entries)
+            {
+                const std::wstring text = ToWide(entry);
+                Send(m_window.Get(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+            }
+        }
     }
     void Update() override
     {
@@ -326,9 +242,12 @@ public:
         : ControlView(button)
         , m_button(button)
         , m_surface(surface)
+        , m_window(surface, {.windowClass = L"BUTTON",
+                             .style = (button.isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON) | WS_TABSTOP |
+                                      (startsGroup ? DWORD{WS_GROUP} : 0),
+                             .id = id})
     {
-        const DWORD group = startsGroup ? WS_GROUP : 0;
-        m_window = TextWindow(surface.MakeChild(L"BUTTON", L"", BS_PUSHBUTTON | WS_TABSTOP | group, 0, id));
+        m_window.Update(button);
     }
     [[nodiscard]] HWND Input() const noexcept override { return m_window.Get(); }
     [[nodiscard]] LayoutItem Needs() const override
@@ -339,7 +258,7 @@ public:
                 .isButton = true,
                 .leads = m_button.explanation != nullptr};
     }
-    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Place(const RECT& place) override { m_window.Place(place); }
     void Update() override
     {
         m_window.Update(m_button);
@@ -359,7 +278,11 @@ private:
         {
             Send(m_surface.Window(), DM_SETDEFID, static_cast<WPARAM>(GetDlgCtrlID(m_window.Get())));
         }
-        Send(m_window.Get(), BM_SETSTYLE, m_isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
+        const LONG_PTR style = m_isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+        if ((GetWindowLongPtrW(m_window.Get(), GWL_STYLE) & BS_TYPEMASK) != style)
+        {
+            Send(m_window.Get(), BM_SETSTYLE, static_cast<WPARAM>(style), TRUE);
+        }
     }
 
     ui::Button& m_button;
@@ -375,8 +298,9 @@ public:
         : ControlView(bar)
         , m_bar(bar)
         , m_surface(surface)
+        , m_window(surface, {.windowClass = PROGRESS_CLASSW, .style = 0})
     {
-        m_window = TextWindow(surface.MakeChild(PROGRESS_CLASSW, L"", 0, 0, -1));
+        m_window.UpdateState(bar);
     }
     [[nodiscard]] HWND Window() const noexcept override { return m_window.Get(); }
     [[nodiscard]] LayoutItem Needs() const override
@@ -385,7 +309,7 @@ public:
                 .sameLine = m_bar.sameLine,
                 .stretches = true};
     }
-    void Place(const RECT& place) override { m_window.Place(place.left, place.top, place.right, place.bottom); }
+    void Place(const RECT& place) override { m_window.Place(place); }
     void Update() override
     {
         m_window.UpdateState(m_bar);

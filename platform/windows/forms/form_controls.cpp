@@ -57,7 +57,9 @@ ComPtr<Accessible> Owned(Accessible* made)
 } // namespace
 
 FormControls::FormControls(const ui::Form& form, const Surface& surface)
-    : m_views(form.Controls().size())
+    : m_form(form)
+    , m_surface(surface)
+    , m_views(form.Controls().size())
 {
     bool optionBefore = false;
     for (const std::size_t i : OrderOfMaking(form.Controls()))
@@ -68,17 +70,31 @@ FormControls::FormControls(const ui::Form& form, const Surface& surface)
         m_views[i] = MakeControlView(control, surface, id, isOption != optionBefore);
         optionBefore = isOption;
     }
-    AnswerReaders(form, surface);
+}
+
+void FormControls::Make(const std::vector<RECT>& placesOfVisible)
+{
+    std::vector<RECT> places(m_views.size());
+    auto visible = placesOfVisible.begin();
+    for (std::size_t i = 0; i < m_views.size(); ++i)
+    {
+        places[i] = m_views[i]->Control().visible ? *visible++ : RECT{};
+    }
+    for (const std::size_t i : OrderOfMaking(m_form.Controls()))
+    {
+        m_views[i]->Place(places[i]);
+    }
+    AnswerReaders();
 }
 
 // Also the captions and pictures that stand beside the controls.
-void FormControls::AnswerReaders(const ui::Form& form, const Surface& surface)
+void FormControls::AnswerReaders()
 {
     std::vector<HWND> answering;
     for (std::size_t i = 0; i < m_views.size(); ++i)
     {
-        ui::Control& control = *form.Controls()[i];
-        const ui::Control& namedBy = NamedBy(form.Controls(), i);
+        ui::Control& control = *m_form.Controls()[i];
+        const ui::Control& namedBy = NamedBy(m_form.Controls(), i);
         const HWND window = m_views[i]->Window();
         const auto* const grid = ui::As<ui::Grid>(control);
         const auto make = [=, &control, &namedBy]() -> ComPtr<Accessible>
@@ -89,11 +105,11 @@ void FormControls::AnswerReaders(const ui::Form& form, const Surface& surface)
         m_accessible.push_back(std::make_unique<AccessibleWindow>(window, make));
         answering.push_back(window);
     }
-    for (HWND child = GetWindow(surface.Window(), GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+    for (HWND child = GetWindow(m_surface.Window(), GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
     {
         if (std::find(answering.begin(), answering.end(), child) == answering.end())
         {
-            const ui::Image image = surface.ImageOf(reinterpret_cast<HICON>(Send(child, STM_GETICON)));
+            const ui::Image image = m_surface.ImageOf(reinterpret_cast<HICON>(Send(child, STM_GETICON)));
             const auto make = [=] { return Owned(new AccessibleStatic(child, image)); };
             m_accessible.push_back(std::make_unique<AccessibleWindow>(child, make));
         }

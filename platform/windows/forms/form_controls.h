@@ -16,8 +16,12 @@ namespace vellumo::windows
 class FormControls
 {
 public:
-    // Faults when one cannot be made. The default button becomes the window's own.
+    // Makes no Windows control yet: what they need is asked first.
     FormControls(const ui::Form& form, const Surface& surface);
+
+    // Makes them: the visible ones at their places, the others where nothing is seen. Faults when one cannot be made.
+    // The default button becomes the window's own.
+    void Make(const std::vector<RECT>& placesOfVisible);
 
     // One a control of the form, in its order.
     [[nodiscard]] const std::vector<std::unique_ptr<ControlView>>& All() const noexcept { return m_views; }
@@ -27,8 +31,10 @@ public:
     [[nodiscard]] ControlView* ViewOfId(WORD id) const;
 
 private:
-    void AnswerReaders(const ui::Form& form, const Surface& surface);
+    void AnswerReaders();
 
+    const ui::Form& m_form;
+    const Surface& m_surface;
     std::vector<std::unique_ptr<ControlView>> m_views;
     std::vector<std::unique_ptr<AccessibleWindow>> m_accessible;
 };

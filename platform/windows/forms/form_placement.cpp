@@ -45,7 +45,7 @@ SIZE FormPlacement::NeededFrame()
                                   std::max<LONG>(needed.cy, m_surface.PixelsOfTwips(m_form.DesignSize().height))});
 }
 
-void FormPlacement::PlaceWindow(HWND owner)
+void FormPlacement::Open(HWND owner)
 {
     const RECT work = WorkArea(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY));
     RECT around = work;
@@ -57,6 +57,8 @@ void FormPlacement::PlaceWindow(HWND owner)
     const LONG left = (around.left + around.right - frame.cx) / 2;
     const LONG top = (around.top + around.bottom - frame.cy) / 2;
     Occupy({left, top, left + frame.cx, top + frame.cy}, work);
+    m_controls.Make(Places());
+    m_isOpen = true;
 }
 
 void FormPlacement::MoveTo(const RECT& suggested)
@@ -88,15 +90,24 @@ void FormPlacement::Occupy(const RECT& wanted, const RECT& work)
 
 void FormPlacement::PlaceControls()
 {
-    RECT inner{};
-    GetClientRect(m_surface.Window(), &inner);
-    m_placedIn = {inner.right, inner.bottom};
-    const std::vector<RECT> places = Layout().Place(m_placedIn);
+    if (!m_isOpen)
+    {
+        return;
+    }
+    const std::vector<RECT> places = Places();
     for (std::size_t i = 0; i < places.size(); ++i)
     {
         m_laidOut[i]->Place(places[i]);
     }
     InvalidateRect(m_surface.Window(), nullptr, TRUE);
+}
+
+std::vector<RECT> FormPlacement::Places()
+{
+    RECT inner{};
+    GetClientRect(m_surface.Window(), &inner);
+    m_placedIn = {inner.right, inner.bottom};
+    return Layout().Place(m_placedIn);
 }
 
 void FormPlacement::Limit(MINMAXINFO& limits)

@@ -19,18 +19,19 @@ class FormPlacement
 {
 public:
     // All of them outlive it.
-    FormPlacement(const ui::Form& form, const Surface& surface, const FormControls& controls)
+    FormPlacement(const ui::Form& form, const Surface& surface, FormControls& controls)
         : m_form(form)
         , m_surface(surface)
         , m_controls(controls)
     {
     }
 
-    // In the middle of the owner, or of its screen, and never beyond the edge. `owner` may be null.
-    void PlaceWindow(HWND owner);
+    // In the middle of the owner, or of its screen, and never beyond the edge; then makes the controls. `owner` may be
+    // null.
+    void Open(HWND owner);
     // At another density: where the system suggests, but no smaller than everything needs.
     void MoveTo(const RECT& suggested);
-    // In the window's present size.
+    // In the window's present size; does nothing before they are made.
     void PlaceControls();
     // The window may not get smaller than everything needs, as far as the screen allows it.
     void Limit(MINMAXINFO& limits);
@@ -41,14 +42,16 @@ private:
     [[nodiscard]] const FormLayout& Layout();
     [[nodiscard]] SIZE NeededFrame();
     void Occupy(const RECT& wanted, const RECT& work);
+    [[nodiscard]] std::vector<RECT> Places();
 
     const ui::Form& m_form;
     const Surface& m_surface;
-    const FormControls& m_controls;
+    FormControls& m_controls;
     // Asked for again and again while the window is sized, and all texts are measured for it.
     std::optional<FormLayout> m_layout;
     std::vector<ControlView*> m_laidOut; // what it lays out
-    SIZE m_placedIn{-1, -1};             // inner size
+    bool m_isOpen = false;
+    SIZE m_placedIn{-1, -1}; // inner size
 };
 
 } // namespace vellumo::windows

@@ -139,12 +139,12 @@ INT_PTR FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
         }
         return FALSE; // the system restores the focus
     case WM_COMMAND:
-        return m_controls ? OnCommand(LOWORD(wParam), HIWORD(wParam)) : FALSE;
+        return m_opened ? OnCommand(LOWORD(wParam), HIWORD(wParam)) : FALSE;
     case listKeyMessage:
         PassKeyToList(static_cast<WORD>(lParam), wParam);
         return TRUE;
     case WM_NOTIFY:
-        return m_controls ? OnNotify(*reinterpret_cast<NMHDR*>(lParam)) : FALSE;
+        return m_opened ? OnNotify(*reinterpret_cast<NMHDR*>(lParam)) : FALSE;
     case WM_SIZE:
         if (m_placement)
         {
@@ -180,6 +180,7 @@ void FormWindow::OnInitialize()
     m_surface = std::make_unique<Surface>(m_window);
     m_controls = std::make_unique<FormControls>(m_form, *m_surface);
     m_placement = std::make_unique<FormPlacement>(m_form, *m_surface, *m_controls);
+    m_placement->Open(m_owner);
     m_form.Attach(this);
     m_opened = true;
     Refresh();
@@ -189,7 +190,6 @@ void FormWindow::OnInitialize()
     }
     // Where the keyboard is shows from the start, also to whoever opened the window by mouse.
     Send(m_window, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL));
-    m_placement->PlaceWindow(m_owner);
 }
 
 // The job begins when the window stands on the screen. A host that fell behind may have left no room for a message; a

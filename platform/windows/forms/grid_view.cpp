@@ -23,12 +23,19 @@ GridView::GridView(ui::Grid& grid, const Surface& surface, int id)
     , m_grid(grid)
     , m_surface(surface)
     , m_painter(surface)
-    , m_heading(surface.MakeChild(L"STATIC", L"", SS_LEFT, 0, -1))
-    , m_list(surface.MakeChild(WC_LISTVIEWW, L"", listStyle, WS_EX_CLIENTEDGE, id))
+    , m_heading(surface, {})
+    , m_list(surface, {.windowClass = WC_LISTVIEWW, .style = listStyle, .extendedStyle = WS_EX_CLIENTEDGE, .id = id})
+{
+    m_heading.Update(grid);
+    m_list.UpdateState(grid);
+}
+
+void GridView::SetUp()
 {
     Send(m_list.Get(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, extendedListStyle);
     SetRowHeight();
     MakeColumns();
+    SetRowCount();
 }
 
 int GridView::RowHeight() const
@@ -68,7 +75,8 @@ void GridView::MakeColumns()
 
 LayoutItem GridView::Needs() const
 {
-    const int height = HeaderHeight() + m_grid.visibleRows * (RowHeight() + rowLine) + 2 * m_surface.Metric(SM_CYEDGE);
+    const int height =
+        m_surface.HeaderHeight() + m_grid.visibleRows * (RowHeight() + rowLine) + 2 * m_surface.Metric(SM_CYEDGE);
     int width = m_surface.Metric(SM_CXVSCROLL) + 2 * m_surface.Metric(SM_CXEDGE);
     for (const ui::Column& column : m_grid.columns)
     {
@@ -84,8 +92,10 @@ void GridView::Place(const RECT& place)
 {
     const int top = std::min<int>(place.bottom, place.top + HeadingHeight(m_grid, m_surface));
     m_heading.Place(place.left, place.top, place.right, top);
-    m_list.Place(place.left, top, place.right, place.bottom);
-    m_placed = true;
+    if (m_list.Place(place.left, top, place.right, place.bottom))
+    {
+        SetUp();
+    }
     FitColumns();
     if (m_grid.selected)
     {
@@ -123,16 +133,18 @@ void GridView::Update()
     m_updating = true;
     if (m_shownRows != m_grid.rows.size())
     {
-        m_shownRows = m_grid.rows.size();
-        Send(m_list.Get(), LVM_SETITEMCOUNT, m_shownRows, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
-        if (m_placed)
-        {
-            FitColumns();
-        }
+        SetRowCount();
+        FitColumns();
     }
     ShowSelection();
     m_updating = false;
     InvalidateRect(m_list.Get(), nullptr, FALSE);
+}
+
+void GridView::SetRowCount()
+{
+    m_shownRows = m_grid.rows.size();
+    Send(m_list.Get(), LVM_SETITEMCOUNT, m_shownRows, LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
 }
 
 void GridView::ShowSelection()
@@ -235,15 +247,8 @@ RECT GridView::RowsArea() const
 {
     RECT inner{};
     GetClientRect(m_list.Get(), &inner);
-    inner.top = HeaderHeight();
+    inner.top = m_surface.HeaderHeight();
     return inner;
-}
-
-int GridView::HeaderHeight() const
-{
-    RECT header{};
-    GetWindowRect(reinterpret_cast<HWND>(Send(m_list.Get(), LVM_GETHEADER)), &header);
-    return header.bottom - header.top;
 }
 
 } // namespace vellumo::windows

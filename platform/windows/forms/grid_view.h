@@ -27,6 +27,8 @@ public:
     Event OnNotify(NMHDR& notification, LRESULT& answer) override;
 
 private:
+    void SetUp();
+    void SetRowCount();
     void SetRowHeight();
     [[nodiscard]] int RowHeight() const;
     void MakeColumns();
@@ -36,7 +38,6 @@ private:
     void AnswerText(LVITEMW& item) const;
     [[nodiscard]] LRESULT Draw(NMLVCUSTOMDRAW& drawing) const;
     [[nodiscard]] RECT RowsArea() const;
-    [[nodiscard]] int HeaderHeight() const;
     [[nodiscard]] std::optional<std::size_t> ListSelection() const;
 
     ui::Grid& m_grid;
@@ -44,7 +45,6 @@ private:
     CellPainter m_painter;
     TextWindow m_heading;
     TextWindow m_list;
-    bool m_placed = false;
     std::size_t m_shownRows = 0;
     bool m_updating = false;
 };

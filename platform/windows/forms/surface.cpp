@@ -4,6 +4,8 @@
 #include "platform/windows/forms/window_message.h"
 #include "platform/windows/system/this_module.h"
 
+#include <commctrl.h>
+
 #include <array>
 #include <string>
 #include <utility>
@@ -70,6 +72,7 @@ void Surface::ChangeDpi(int dpi)
     m_plain = std::move(plain); // the old ones go when nobody draws with them any more
     m_bold = std::move(bold);
     m_lineHeight = LineHeightOf(m_measuring.Context(), Plain());
+    m_headerHeight = 0;
 }
 
 int Surface::TextWidth(std::wstring_view text, bool strong, bool accessKey) const
@@ -103,18 +106,34 @@ ui::Image Surface::ImageOf(HICON icon) const noexcept
                                                  : ui::Image::None;
 }
 
-HWND Surface::MakeChild(const wchar_t* windowClass, std::wstring_view text, DWORD style, DWORD extendedStyle,
-                        int id) const
+// Only the header itself knows, and it does not have to be seen for it.
+int Surface::HeaderHeight() const
 {
-    const HWND child =
-        CreateWindowExW(extendedStyle, windowClass, std::wstring(text).c_str(), style | WS_CHILD | WS_VISIBLE, 0, 0, 0,
-                        0, m_window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), nullptr);
+    if (m_headerHeight == 0)
+    {
+        const HWND header = MakeChild({.windowClass = WC_HEADERW, .style = HDS_HORZ}, {});
+        RECT inner{0, 0, 100, 1000};
+        WINDOWPOS place{};
+        HDLAYOUT layout{&inner, &place};
+        Send(header, HDM_LAYOUT, 0, reinterpret_cast<LPARAM>(&layout));
+        DestroyWindow(header);
+        m_headerHeight = place.cy;
+    }
+    return m_headerHeight;
+}
+
+HWND Surface::MakeChild(const ChildKind& kind, const RECT& place, const std::wstring& text, HWND parent) const
+{
+    const HWND child = CreateWindowExW(kind.extendedStyle, kind.windowClass, text.c_str(), kind.style | WS_CHILD,
+                                       place.left, place.top, place.right - place.left, place.bottom - place.top,
+                                       parent != nullptr ? parent : m_window,
+                                       reinterpret_cast<HMENU>(static_cast<INT_PTR>(kind.id)), ThisModule(), nullptr);
     if (child == nullptr)
     {
         throw host::Fault("Non è possibile creare un controllo della finestra.",
                           static_cast<std::int32_t>(HRESULT_FROM_WIN32(GetLastError())));
     }
-    Send(child, WM_SETFONT, reinterpret_cast<WPARAM>(Plain()), FALSE);
+    Send(child, WM_SETFONT, reinterpret_cast<WPARAM>(FontFor(kind.strong)), FALSE);
     return child;
 }
 

@@ -8,6 +8,7 @@
 #include <windows.h>
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <type_traits>
 
@@ -19,6 +20,15 @@ struct DeleteGdiObject
     void operator()(HGDIOBJ object) const noexcept { DeleteObject(object); }
 };
 using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
+
+struct ChildKind
+{
+    const wchar_t* windowClass = L"STATIC";
+    DWORD style = SS_LEFT;
+    DWORD extendedStyle = 0;
+    int id = -1; // within the window
+    bool strong = false;
+};
 
 class Surface
 {
@@ -51,9 +61,12 @@ public:
     [[nodiscard]] HICON IconFor(ui::Image image) const noexcept;
     [[nodiscard]] ui::Image ImageOf(HICON icon) const noexcept;
 
-    // Makes a child control in this window, in the plain font; the window owns it. Faults when it cannot be made.
-    [[nodiscard]] HWND MakeChild(const wchar_t* windowClass, std::wstring_view text, DWORD style, DWORD extendedStyle,
-                                 int id) const;
+    // Of the system's headers above lists.
+    [[nodiscard]] int HeaderHeight() const;
+
+    // Makes a child control in this window, or in a child of it; that window owns it. Faults when it cannot be made.
+    [[nodiscard]] HWND MakeChild(const ChildKind& kind, const RECT& place, const std::wstring& text = {},
+                                 HWND parent = nullptr) const;
 
 private:
     HWND m_window;
@@ -62,6 +75,7 @@ private:
     Font m_plain;
     Font m_bold;
     int m_lineHeight = 0;
+    mutable int m_headerHeight = 0; // 0: not measured
 };
 
 } // namespace vellumo::windows

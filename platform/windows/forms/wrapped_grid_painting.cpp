@@ -20,7 +20,7 @@ void WrappedGridView::OnPaint()
     {
         PaintRow(context, *row);
     }
-    inner.top = HeaderHeight();
+    inner.top = m_surface.HeaderHeight();
     ShowKeyboard(context, m_grid, m_list.Get(), inner);
     inner.top = 0;
     BitBlt(paint.Context(), 0, 0, inner.right, inner.bottom, context, 0, 0, SRCCOPY);

@@ -65,18 +65,20 @@ WrappedGridView::WrappedGridView(ui::Grid& grid, const Surface& surface, int id)
     , m_surface(surface)
     , m_painter(surface)
     , m_class(&WrappedGridView::Procedure)
-    , m_heading(surface.MakeChild(L"STATIC", L"", SS_LEFT, 0, -1))
-    , m_list(surface.MakeChild(WrappedGridClass::name, L"", WS_TABSTOP | WS_VSCROLL | WS_CLIPCHILDREN, WS_EX_CLIENTEDGE,
-                               id))
+    , m_heading(surface, {})
+    , m_list(surface, {.windowClass = WrappedGridClass::name,
+                       .style = WS_TABSTOP | WS_VSCROLL | WS_CLIPCHILDREN,
+                       .extendedStyle = WS_EX_CLIENTEDGE,
+                       .id = id})
 {
-    m_header = CreateWindowExW(0, WC_HEADERW, L"", WS_CHILD | WS_VISIBLE | HDS_HORZ | HDS_NOSIZING, 0, 0, 0, 0,
-                               m_list.Get(), nullptr, ThisModule(), nullptr);
-    if (m_header == nullptr)
-    {
-        throw host::Fault("Non è possibile creare un controllo della finestra.",
-                          static_cast<std::int32_t>(HRESULT_FROM_WIN32(GetLastError())));
-    }
-    Send(m_header, WM_SETFONT, reinterpret_cast<WPARAM>(surface.Plain()), FALSE);
+    m_heading.Update(grid);
+    m_list.UpdateState(grid);
+}
+
+void WrappedGridView::SetUp()
+{
+    m_header = m_surface.MakeChild({.windowClass = WC_HEADERW, .style = WS_VISIBLE | HDS_HORZ | HDS_NOSIZING}, {}, {},
+                                   m_list.Get());
     MakeColumns();
     // Last: when one of these fails, the window outlives this view.
     SetWindowLongPtrW(m_list.Get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -86,24 +88,14 @@ void WrappedGridView::MakeColumns()
 {
     for (std::size_t i = 0; i < m_grid.columns.size(); ++i)
     {
-        m_widths.push_back(m_surface.PixelsOfTwips(m_grid.columns[i].width));
         std::wstring caption = ToWide(m_grid.columns[i].caption);
         HDITEMW column{};
         column.mask = HDI_TEXT | HDI_WIDTH | HDI_FORMAT;
         column.pszText = caption.data();
-        column.cxy = m_widths.back();
+        column.cxy = m_surface.PixelsOfTwips(m_grid.columns[i].width);
         column.fmt = HDF_LEFT | HDF_STRING;
         Send(m_header, HDM_INSERTITEMW, i, reinterpret_cast<LPARAM>(&column));
     }
-}
-
-int WrappedGridView::HeaderHeight() const
-{
-    RECT inner{0, 0, 100, 1000};
-    WINDOWPOS place{};
-    HDLAYOUT layout{&inner, &place};
-    Send(m_header, HDM_LAYOUT, 0, reinterpret_cast<LPARAM>(&layout));
-    return place.cy;
 }
 
 LayoutItem WrappedGridView::Needs() const
@@ -114,7 +106,7 @@ LayoutItem WrappedGridView::Needs() const
     {
         width += m_surface.PixelsOfTwips(column.width);
     }
-    return {.size = {width, HeadingHeight(m_grid, m_surface) + HeaderHeight() + m_grid.visibleRows * row +
+    return {.size = {width, HeadingHeight(m_grid, m_surface) + m_surface.HeaderHeight() + m_grid.visibleRows * row +
                                 2 * m_surface.Metric(SM_CYEDGE)},
             .sameLine = m_grid.sameLine,
             .stretches = true,
@@ -125,14 +117,16 @@ void WrappedGridView::Place(const RECT& place)
 {
     const int top = std::min<int>(place.bottom, place.top + HeadingHeight(m_grid, m_surface));
     m_heading.Place(place.left, place.top, place.right, top);
-    m_list.Place(place.left, top, place.right, place.bottom);
-
+    if (m_list.Place(place.left, top, place.right, place.bottom))
+    {
+        SetUp();
+    }
     RECT inner{};
     GetClientRect(m_list.Get(), &inner);
-    SetWindowPos(m_header, nullptr, 0, 0, inner.right, HeaderHeight(), SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(m_header, nullptr, 0, 0, inner.right, m_surface.HeaderHeight(), SWP_NOZORDER | SWP_NOACTIVATE);
     const auto widths =
         FittedColumns(m_grid.columns, m_surface.PixelsOfTwips(m_grid.columns[0].width), inner.right, m_surface);
-    m_rows.SetView(inner.bottom - HeaderHeight(), m_surface.LineHeight());
+    m_rows.SetView(inner.bottom - m_surface.HeaderHeight(), m_surface.LineHeight());
     if (widths != m_widths)
     {
         m_widths = widths;
@@ -380,9 +374,9 @@ void WrappedGridView::OnWheel(int distance)
 void WrappedGridView::OnButtonDown(int y)
 {
     SetFocus(m_list.Get());
-    if (y >= HeaderHeight())
+    if (y >= m_surface.HeaderHeight())
     {
-        const auto row = m_rows.RowAt(y - HeaderHeight());
+        const auto row = m_rows.RowAt(y - m_surface.HeaderHeight());
         m_shownSelection = row; // it stays under the mouse
         Select(row);
     }
@@ -417,7 +411,7 @@ void WrappedGridView::Notify(UINT code)
 
 RECT WrappedGridView::CellArea(std::size_t row, std::size_t column) const
 {
-    const int top = HeaderHeight();
+    const int top = m_surface.HeaderHeight();
     RECT area{0, top + m_rows.Top(row), 0, top + m_rows.Bottom(row)};
     for (std::size_t i = 0; i <= column; ++i)
     {

@@ -62,8 +62,8 @@ private:
     void OnButtonDown(int y);
     void OnPaint();
 
+    void SetUp();
     void MakeColumns();
-    [[nodiscard]] int HeaderHeight() const;
     void MeasureRows();
     [[nodiscard]] int HeightOf(const ui::Row& row) const;
     void ShowScroll();

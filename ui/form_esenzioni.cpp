@@ -270,7 +270,8 @@ std::string FormEsenzioni::Detail() const
         return "";
     }
     const std::size_t row = *m_esenzioniSiss.selected;
-    return "SISS: " + m_esenzioni[row].Codice + " - " + m_esenzioni[row].Descrizione + "\r\nLocale: " +
+    const SissExemption& siss = m_esenzioni[row];
+    return "SISS: " + siss.Codice + (siss.Descrizione.empty() ? "" : " - " + siss.Descrizione) + "\r\nLocale: " +
            (StateOf(row) == Assignment::Missing ? "da assegnare" : m_esenzioniSiss.rows[row].back().text);
 }
 

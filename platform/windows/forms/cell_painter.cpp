@@ -92,6 +92,9 @@ void CellPainter::Draw(HDC context, const ui::Cell& cell, RECT area, const CellL
     const CellColours colours = ColoursOf(cell, look);
     Fill(context, area, GridLineColour());
     area.bottom -= gridLine;
+    // Wrapped texts fill it: a pixel less, and the system leaves out the last line.
+    RECT inside = area;
+    InflateRect(&inside, -m_surface.Pixels(paddingAcross), look.wraps ? -m_surface.Pixels(paddingAbove) : 0);
     if (look.selected)
     {
         Fill(context, area, GetSysColor(COLOR_HIGHLIGHT));
@@ -102,14 +105,13 @@ void CellPainter::Draw(HDC context, const ui::Cell& cell, RECT area, const CellL
         area.right -= gridLine;
     }
     Fill(context, area, colours.background);
-    InflateRect(&area, -m_surface.Pixels(paddingAcross), look.wraps ? -m_surface.Pixels(paddingAbove) : 0);
-    DrawImage(context, cell.image, area, look.wraps);
-    area.left += ImageRoom(cell);
+    DrawImage(context, cell.image, inside, look.wraps);
+    inside.left += ImageRoom(cell);
     const std::wstring wide = look.wraps ? WithoutLastLineEnds(Abridged(cell.text)) : Abridged(cell.text);
     const HGDIOBJ fontBefore = SelectObject(context, m_surface.FontFor(cell.strong));
     SetTextColor(context, colours.text);
     SetBkMode(context, TRANSPARENT);
-    DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &area, look.wraps ? wrapped : onOneLine);
+    DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &inside, look.wraps ? wrapped : onOneLine);
     SelectObject(context, fontBefore);
 }
 

@@ -75,6 +75,27 @@ int BottomOf(int row)
     return player::CellArea(GridOnScreen(), row, 1).bottom;
 }
 
+// How many pixels of a cell are not its background, without the lines around it.
+int Ink(int row)
+{
+    const HWND grid = GridOnScreen();
+    UpdateWindow(grid);
+    RECT area = player::CellArea(grid, row, 1);
+    InflateRect(&area, -2, -2);
+    const HDC screen = GetDC(grid);
+    const COLORREF background = GetPixel(screen, area.left, area.top);
+    int ink = 0;
+    for (int y = area.top; y < area.bottom; ++y)
+    {
+        for (int x = area.left; x < area.right; ++x)
+        {
+            ink += GetPixel(screen, x, y) != background ? 1 : 0;
+        }
+    }
+    ReleaseDC(grid, screen);
+    return ink;
+}
+
 FormRicettaResult::Decision Run(std::vector<Steps::Step> steps, const std::vector<RicettaResult>& results)
 {
     windows::Win32Desktop desktop;
@@ -143,6 +164,17 @@ TEST_SUITE("results of the registration on screen")
                  }},
                 results);
         CHECK(result == FormRicettaResult::Decision::CancelRefused);
+    }
+
+    TEST_CASE("the selected row shows its text to the last line")
+    {
+        Run({[](Window&)
+             {
+                 CHECK(Ink(1) > 0);
+                 CHECK(Ink(0) == Ink(1)); // the same text; the first is selected
+             },
+             Key("Down"), [](Window&) { CHECK(Ink(0) == Ink(1)); }, [](Window& window) { window.CloseByFrame(); }},
+            ManyResults());
     }
 
     TEST_CASE("of a reply of megabytes in the place of a reason the beginning is shown")

@@ -118,6 +118,7 @@ AccessibleFacts AccessibleControl::Facts(LONG) const
     facts.shortcut = isLabel ? L"" : ShortcutOf(m_control.text);
     facts.state = StateOf(Window());
     facts.place = PlaceOf(Window());
+    facts.description = m_control.explanation != nullptr ? Abridged(m_control.explanation->text) : L"";
     std::visit(AddFacts{facts}, m_control.Actual());
     return facts;
 }

@@ -6,6 +6,11 @@
 #include "player/windows/robot.h"
 #include "tests/platform/windows/reader/accessible_tree.h"
 #include "tests/platform/windows/steps.h"
+#include "tests/support/local_exemptions.h"
+#include "ui/form_esenzioni.h"
+#include "ui/form_paziente_changes.h"
+#include "ui/form_ricetta_result.h"
+#include "ui/form_stampa.h"
 
 #include <windows.h>
 // After windows.h.
@@ -60,10 +65,12 @@ public:
         m_bar.value = 30;
         m_bar.maximum = 60;
         m_ok.isDefault = true;
+        m_ok.explanation = &m_effect;
+        m_effect.sameLine = true;
         m_off.enabled = false;
         m_off.sameLine = true;
-        m_controls = {&m_warning, &m_box,  &m_tick,    &m_first, &m_second, &m_entries,
-                      &m_list,    &m_tall, &m_working, &m_bar,   &m_ok,     &m_off};
+        m_controls = {&m_warning, &m_box,     &m_tick, &m_first, &m_second, &m_entries, &m_list,
+                      &m_tall,    &m_working, &m_bar,  &m_ok,    &m_effect, &m_off};
         m_initialFocus = &m_list;
         m_designSize = {6000, 7000};
     }
@@ -80,6 +87,7 @@ private:
     Label m_working{"Importazione"};
     ProgressBar m_bar;
     Button m_ok{"&Conferma"};
+    Label m_effect{"Salva."};
     Button m_off{"Annulla"};
 };
 
@@ -95,24 +103,25 @@ const std::vector<std::string> whatIsRead = {
     "text \"Esenzioni\"",
     "table \"Esenzioni\" Alt+E [focused]",
     "  row \"Codice: 048; Stato: Da assegnare\" [selected, focused]",
-    "    cell \"048\" [selected]",
-    "    cell \"Da assegnare\" [selected]",
+    "    cell \"048\" [selected]: Codice",
+    "    cell \"Da assegnare\" [selected]: Stato",
     "  row \"Codice: C01; Stato: Diverso\"",
-    "    cell \"C01\"",
-    "    cell \"Diverso\"",
+    "    cell \"C01\": Codice",
+    "    cell \"Diverso\": Stato",
     "  row \"Codice: C02; Stato: Uguale\"",
-    "    cell \"C02\"",
-    "    cell \"Uguale\"",
+    "    cell \"C02\": Codice",
+    "    cell \"Uguale\": Stato",
     "table \"Esenzioni\"",
     "  row \"Errore; Descrizione: Rifiutata:\r\n - esenzione scaduta\"",
     "    cell \"Errore\"",
-    "    cell \"Rifiutata:\r\n - esenzione scaduta\"",
+    "    cell \"Rifiutata:\r\n - esenzione scaduta\": Descrizione",
     "  row \"Avviso; Descrizione: Segnalata\"",
     "    cell \"Avviso\"",
-    "    cell \"Segnalata\"",
+    "    cell \"Segnalata\": Descrizione",
     "text \"Importazione\"",
     "bar \"Importazione\" = 50%",
-    "button \"Conferma\" Alt+C [default]",
+    "button \"Conferma\" Alt+C [default]: Salva.",
+    "text \"Salva.\"",
     "button \"Annulla\" [disabled]",
 };
 
@@ -242,6 +251,42 @@ TEST_SUITE("readable for everybody")
                  CHECK(std::string(std::istreambuf_iterator<char>(in), {}) == Text(whatIsRead));
              }});
         std::filesystem::remove(file);
+    }
+
+    TEST_CASE("nothing in the windows of the library is without a name or a role")
+    {
+        const Apartment apartment;
+        windows::Win32Desktop desktop;
+        auto catalogue = tests::LocalExemptions();
+        std::vector<SissExemption> exemptions = {{"048", "Neoplasie", {}, {}, 7}, {"C03", "Invalidi", {}, {}, 0}};
+        host::OpzioniRicetta options;
+        FormStampa print(options);
+        FormEsenzioni assigning({}, exemptions, catalogue, desktop);
+        FormPazienteChanges comparison({{{"Cognome", "Rossi"}}, {}}, {{{"Cognome", "Bianchi"}}, {}}, update::byDefault,
+                                       desktop);
+        FormRicettaResult results({{.descrizione = "Rifiutata", .prescrizioni = "Amoxicillina"}}, 0);
+        for (Form* const form : std::initializer_list<Form*>{&print, &assigning, &comparison, &results})
+        {
+            CAPTURE(form->Title());
+            Steps steps(
+                {[&](Window& window)
+                 {
+                     const HWND onScreen = FindWindowW(nullptr, windows::ToWide(form->Title()).c_str());
+                     const auto lines = tests::AccessibleTree(onScreen);
+                     CHECK(lines.size() > form->Controls().size() / 2);
+                     for (const std::string& line : lines)
+                     {
+                         CAPTURE(line);
+                         CHECK(line.find("role ") != 0);
+                         // A cell may be empty; its row then says what is in the others.
+                         CHECK((line.find(" \"\"") == std::string::npos || line.find("cell") != std::string::npos));
+                     }
+                     window.CloseByFrame();
+                 }});
+            const Robot robot(steps);
+            desktop.ShowModal(*form);
+            CHECK(steps.Done());
+        }
     }
 
     TEST_CASE("with light text on a dark ground no colour of ours is used")

@@ -85,11 +85,14 @@ std::string Described(IAccessible& object, LONG part)
     Bstr name;
     Bstr value;
     Bstr shortcut;
+    Bstr description;
     object.get_accName(Part(part), name.Put());
     object.get_accValue(Part(part), value.Put());
     object.get_accKeyboardShortcut(Part(part), shortcut.Put());
+    object.get_accDescription(Part(part), description.Put());
     return RoleText(object, part) + " \"" + name.Text() + '"' + (value.IsEmpty() ? "" : " = " + value.Text()) +
-           (shortcut.IsEmpty() ? "" : ' ' + shortcut.Text()) + StateText(object, part);
+           (shortcut.IsEmpty() ? "" : ' ' + shortcut.Text()) + StateText(object, part) +
+           (description.IsEmpty() ? "" : ": " + description.Text());
 }
 
 void AddParts(IAccessible& object, const std::string& indent, std::vector<std::string>& lines)

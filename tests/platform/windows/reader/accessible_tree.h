@@ -9,8 +9,8 @@
 namespace vellumo::tests
 {
 
-// Role, name, value, what it is in: `button "Conferma" Alt+C [default, focused]`. Rows and cells are indented below
-// their table. The thread is in an apartment.
+// Role, name, value, what it is in, what it does: `button "Conferma" Alt+C [default, focused]: Salva.`. Rows and cells
+// are indented below their table. The thread is in an apartment.
 [[nodiscard]] std::vector<std::string> AccessibleTree(HWND window);
 
 } // namespace vellumo::tests

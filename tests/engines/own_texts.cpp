@@ -165,8 +165,7 @@ Texts Declarations()
                                           "<?xml-stylesheet href='a'?>",
                                           "<?xmlx?>",
                                           "<?xm?>",
-                                          "<?"
-                                          "?>",
+                                          "<?\?>",
                                           "<? p?>",
                                           "<?p?>",
                                           "<?p x?><?q?>",

@@ -24,15 +24,17 @@ std::wstring Quoted(const std::wstring& word)
     return L"\"" + word + L"\"";
 }
 
+// Each of its own name: what a player has started may hold the file beyond the player's end.
 class OutputFile
 {
 public:
     OutputFile()
-        : m_path(fs::temp_directory_path() / ("vellumo-prova-" + std::to_string(GetCurrentProcessId()) + ".txt"))
+        : m_path(fs::temp_directory_path() / ("vellumo-prova-" + std::to_string(GetCurrentProcessId()) + '-' +
+                                              std::to_string(GetTickCount64()) + ".txt"))
     {
         SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-        m_handle = CreateFileW(m_path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS,
-                               FILE_ATTRIBUTE_TEMPORARY, nullptr);
+        m_handle = CreateFileW(m_path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                               &inherited, CREATE_ALWAYS, FILE_ATTRIBUTE_TEMPORARY, nullptr);
     }
     ~OutputFile()
     {

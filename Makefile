@@ -12,6 +12,8 @@
 #   make test-package  installs, upgrades, uses and removes them, under 64-bit and 32-bit Wine
 #   make simulate SESSIONS=20000 SEED=1
 #                      simulated prescribing sessions against all that can go wrong in one
+#   make torture [EVERY=17]
+#                      each call of the library to the outside fails in turn, once and for good (or every 17th)
 #   make fuzz SECONDS=60
 #                      machines look for inputs that break the library, so long for each kind of input
 #   make engines       whether both XML engines make the same of thousands of texts, good and bad
@@ -19,7 +21,7 @@
 #   make gallery       every window in every state that matters, as pictures on one page: build/gallery/index.html
 #   make clean         removes what was built
 
-.PHONY: run run-native norda lint test test-win32 dll package test-package simulate fuzz engines bench gallery clean
+.PHONY: run run-native norda lint test test-win32 dll package test-package simulate torture fuzz engines bench gallery clean
 .DEFAULT_GOAL := run
 MAKEFLAGS += --no-print-directory
 
@@ -67,6 +69,12 @@ SEED ?= 1
 simulate:
 	@tools/setup
 	@tools/simulate --sessions $(SESSIONS) --seed $(SEED)
+
+EVERY ?= 1
+
+torture:
+	@tools/setup
+	@tools/torture --every $(EVERY)
 
 SECONDS ?= 60
 

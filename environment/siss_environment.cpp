@@ -75,8 +75,26 @@ void SISSEnvironment::LoadImportIndexs()
         SISSImportIndex index;
         index.Name = row.Field("ID_CENTRALE");
         index.Filename = row.Field("DS_NOME_FILE");
-        host::PassOver([&] { index.UpdateDateTime = ConvertToDateTime(row.Field("DT_AGGIORNAMENTO")); });
-        host::PassOver([&] { m_importIndexs->AddObject(std::move(index)); });
+        host::PassOver(
+            [&]
+            {
+                index.UpdateDateTime = UpdateOf(row.Field("DT_AGGIORNAMENTO"));
+                m_importIndexs->AddObject(std::move(index));
+            });
+    }
+}
+
+// A date that cannot be read is none. For lack of memory nothing is known of it: the host would be told that the table
+// has none, and never ask for the table again.
+host::Date SISSEnvironment::UpdateOf(const std::string& text)
+{
+    try
+    {
+        return ConvertToDateTime(text);
+    }
+    catch (const host::Fault&)
+    {
+        return {};
     }
 }
 

@@ -39,6 +39,7 @@ public:
 
 private:
     void LoadImportIndexs();
+    [[nodiscard]] static host::Date UpdateOf(const std::string& text);
 
     const host::Clock& m_clock;
     SISSConfiguration m_configuration;

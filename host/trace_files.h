@@ -4,8 +4,10 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vellumo::host
 {
@@ -23,8 +25,8 @@ public:
 
     virtual ~ExclusiveFile() = default;
 
-    // All bytes; "" when they cannot be read.
-    [[nodiscard]] virtual std::string Read() = 0;
+    // All bytes; empty when one of them cannot be read.
+    [[nodiscard]] virtual std::optional<std::string> Read() = 0;
     // The bytes are on disk when these return True.
     [[nodiscard]] virtual bool Append(std::string_view bytes) = 0;
     [[nodiscard]] virtual bool Overwrite(std::uint64_t position, char byte) = 0;
@@ -35,6 +37,10 @@ public:
 // Adds to the end of a file, making it when there is none. What several processes add at the same time stands one
 // behind the other.
 [[nodiscard]] bool AppendShared(std::string_view path, std::string_view bytes);
+
+// What lies in the folder, by its names, as far as it can be read. The standard library's way to list a folder ends the
+// program when there is no memory for it.
+[[nodiscard]] std::vector<std::string> NamesIn(std::string_view folder);
 
 // "" when the system does not tell.
 [[nodiscard]] std::string MachineName();

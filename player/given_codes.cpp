@@ -25,6 +25,16 @@ void AddCodes(const std::string& reply, std::vector<std::string>& codes)
     }
 }
 
+std::vector<std::string> CodesOf(const std::vector<siss::Exchange>& exchanges, std::size_t replies)
+{
+    std::vector<std::string> codes;
+    for (std::size_t i = 0; i < replies; ++i)
+    {
+        AddCodes(exchanges.at(i).reply, codes);
+    }
+    return codes;
+}
+
 // That have got the code since.
 Rows RowsWith(const std::string& code, const Snapshot& snapshot, const Rows& before = {})
 {
@@ -50,19 +60,15 @@ bool InJournal(const std::string& code, const Snapshot& snapshot)
 
 } // namespace
 
+bool GivesCodes(const std::vector<siss::Exchange>& exchanges)
+{
+    return !CodesOf(exchanges, exchanges.size()).empty();
+}
+
 std::optional<std::string> FindLostCode(const std::vector<siss::Exchange>& exchanges, std::size_t replies,
                                         const Snapshots& snapshots)
 {
-    std::vector<std::string> codes;
-    for (std::size_t i = 0; i < replies; ++i)
-    {
-        AddCodes(exchanges.at(i).reply, codes);
-    }
-    if (codes.empty() && replies == exchanges.size())
-    {
-        return "SISS gives no code in this scenario";
-    }
-    for (const auto& code : codes)
+    for (const auto& code : CodesOf(exchanges, replies))
     {
         const Rows before = RowsWith(code, snapshots.before);
         const Rows expected = RowsWith(code, snapshots.after, before);

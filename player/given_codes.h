@@ -20,6 +20,9 @@ struct Snapshots
     Snapshot now;
 };
 
+// Whether SISS gave any.
+[[nodiscard]] bool GivesCodes(const std::vector<siss::Exchange>& exchanges);
+
 // What is wrong with the first of the codes in the first `replies` replies that is neither in the row where the whole
 // scenario leaves it nor in a line of the host's journal; empty when all are.
 [[nodiscard]] std::optional<std::string> FindLostCode(const std::vector<siss::Exchange>& exchanges, std::size_t replies,

@@ -152,7 +152,7 @@ void Run::Call(const Node& call)
     TakeArguments(operation);
     m_narrator.CallBegins(std::string(operation.Keyword()), m_narrator.IsHeard() ? Describe(operation) : "");
     const auto before = m_narrator.IsHeard() ? Now() : Snapshot();
-    const bool lenient = m_options.failingStatement != 0;
+    const bool lenient = m_options.lenient || m_options.failingStatement != 0;
     for (const auto& line : call.below)
     {
         if (line.Keyword() == "meanwhile")
@@ -172,6 +172,7 @@ void Run::Call(const Node& call)
     }
     m_narrator.CallEnds(m_current.outcome,
                         m_narrator.IsHeard() ? player::Compare(before, Now()) : std::vector<RowChange>());
+    m_outcomes.push_back(m_current.outcome);
     // With a fault on purpose what is returned depends on where it struck.
     if (!lenient)
     {

@@ -56,6 +56,7 @@ public:
         std::string server = {};            // the practice's databases are there
         bool strict = false;                // the host is from the beginning
         bool snapshots = false;             // the scenario compares the database
+        bool lenient = false;               // something fails on purpose, so that a call may go otherwise
         std::size_t failingStatement = 0;   // of a sweep: the statement of the library that fails; 0: none
         std::size_t dyingStatement = 0;     // the statement before which the process ends; 0: none
     };
@@ -104,6 +105,15 @@ public:
     // A window that is at work: the first look at it, the first at its middle and the first at its end.
     void OnMilestone(const Window& window);
 
+    // What came back from each call so far.
+    [[nodiscard]] const std::vector<Outcome>& Outcomes() const noexcept { return m_outcomes; }
+    // From now on nothing fails on purpose any more.
+    void FailNoMore() noexcept
+    {
+        m_options.lenient = false;
+        m_stage->FailNoMore();
+    }
+
     // What has changed since before the first call.
     [[nodiscard]] std::vector<RowChange> Changes();
     // All rows before the first call, and now. Only with snapshots.
@@ -144,6 +154,7 @@ private:
     std::optional<Snapshot> m_before;
     Opened m_opened;
     CallInProgress m_current;
+    std::vector<Outcome> m_outcomes;
     std::vector<const Node*> m_timer; // second calls that wait for their request
     Window* m_window = nullptr;
     Place m_place; // of the line being played

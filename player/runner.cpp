@@ -265,6 +265,10 @@ void Runner::EndAfterEachReply(const Snapshot& before, const Snapshot& after,
         Differ(m_scenario->place, "there is no statement of the library after the last reply");
         return;
     }
+    if (!GivesCodes(exchanges))
+    {
+        Differ(m_scenario->place, "SISS gives no code in this scenario");
+    }
     for (std::size_t replies = 1; replies <= exchanges.size(); ++replies)
     {
         const auto when = "ended after reply " + std::to_string(replies) + ", ";

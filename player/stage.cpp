@@ -122,6 +122,13 @@ std::size_t Stage::SecondConnections() const noexcept
     return IsStrict() ? m_hosts->Strictness()->SecondConnections() : 0;
 }
 
+void Stage::RollBack()
+{
+    m_hostReads = true; // which is no statement of the library's
+    m_hosts->RollbackTransaction();
+    m_hostReads = false;
+}
+
 std::shared_ptr<host::Record> Stage::LoadCertificate(std::int32_t id)
 {
     m_hostReads = true; // which is no statement of the library's

@@ -64,12 +64,16 @@ public:
     [[nodiscard]] std::size_t SecondConnections() const noexcept;
     // On Windows: its objects have other names than those that the library expects. The folder is for a copy of it.
     void Rename(const std::filesystem::path& folder) { m_renamedIn = folder; }
+    // As a host does that finds a transaction open which the library could not end.
+    void RollBack();
     void RemoveBridge() noexcept { m_bridgeInstalled = false; }
     // Returns the fault as it stands at any time.
     std::shared_ptr<const StatementFault> AddFault(StatementFault fault)
     {
         return m_faults.emplace_back(std::make_shared<StatementFault>(std::move(fault)));
     }
+    // Those that have not come by now do not come any more.
+    void FailNoMore() noexcept { m_faults.clear(); }
     // As the host would before it hands the certificate over. Faults when there is none.
     [[nodiscard]] std::shared_ptr<host::Record> LoadCertificate(std::int32_t id);
     // From now on each statement of the library takes that long, as on a busy server.

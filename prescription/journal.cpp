@@ -126,14 +126,13 @@ std::int32_t Journal::User() const noexcept
 
 OpenCode Journal::Keep(std::string_view subject, const Codes& codes, std::int32_t user) const noexcept
 {
-    return host::Trap(OpenCode(),
-                      [&]
-                      {
-                          const std::string text = codes.Text();
-                          return text.empty() ? nullptr
-                                              : m_context.journal.Keep(
-                                                    {m_context.services.studio, user, std::string(subject), text});
-                      });
+    return host::Trap(
+        OpenCode(),
+        [&]
+        {
+            const host::OpenCode code{m_context.services.studio, user, std::string(subject), codes.Text()};
+            return code.code.empty() ? nullptr : m_context.journal.Keep(code);
+        });
 }
 
 void Journal::NotSaved(const PrescriptionId& id, const Codes& codes, std::string_view reason,

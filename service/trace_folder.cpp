@@ -5,14 +5,12 @@
 #include "environment/siss_configuration.h"
 #include "environment/siss_date_time.h"
 #include "host/fault.h"
-#include "host/path.h"
 #include "host/trace_files.h"
 #include "host/version.h"
 
 #include <array>
 #include <charconv>
 #include <optional>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -69,28 +67,25 @@ std::optional<LeftCode> ParseLine(std::string_view line)
 std::vector<std::string> CodeFilesIn(const std::string& folder)
 {
     std::vector<std::string> paths;
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(host::NativePath(folder), error))
+    for (const auto& name : host::NamesIn(folder))
     {
-        const auto name = entry.path().filename().u8string();
-        const std::string text(name.begin(), name.end());
-        if (text.starts_with(codeFilePrefix))
+        if (name.starts_with(codeFilePrefix))
         {
-            paths.push_back(JoinPath(folder, text));
+            paths.push_back(JoinPath(folder, name));
         }
     }
     return paths;
 }
 
-// Returns whether an open code is left.
+// Returns whether an open code is left, or may be: of a file that cannot be read nobody knows.
 bool TellLeft(host::ExclusiveFile& file, std::int32_t studio, const host::Traces::Tell& tell)
 {
-    const std::string bytes = file.Read();
-    bool left = false;
-    for (std::size_t begin = 0; begin < bytes.size();)
+    const auto bytes = file.Read();
+    bool left = !bytes;
+    for (std::size_t begin = 0; bytes && begin < bytes->size();)
     {
-        const std::size_t end = std::min(bytes.find('\n', begin), bytes.size());
-        if (const auto code = ParseLine(std::string_view(bytes).substr(begin, end - begin)))
+        const std::size_t end = std::min(bytes->find('\n', begin), bytes->size());
+        if (const auto code = ParseLine(std::string_view(*bytes).substr(begin, end - begin)))
         {
             const bool told = code->studio == studio && tell(*code);
             left = !(told && file.Overwrite(begin, settled)) || left;

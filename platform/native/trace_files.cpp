@@ -2,6 +2,7 @@
 
 #include "host/path.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -56,7 +57,7 @@ public:
     {
     }
 
-    std::string Read() override
+    std::optional<std::string> Read() override
     {
         std::string bytes;
         std::array<char, 4096> piece;
@@ -65,7 +66,7 @@ public:
             const auto count = pread(m_file.Get(), piece.data(), piece.size(), static_cast<off_t>(bytes.size()));
             if (count <= 0)
             {
-                return bytes;
+                return count == 0 ? std::optional(std::move(bytes)) : std::nullopt;
             }
             bytes.append(piece.data(), static_cast<std::size_t>(count));
         }
@@ -114,6 +115,17 @@ bool AppendShared(std::string_view path, std::string_view bytes)
 {
     const Descriptor file(path, O_WRONLY | O_CREAT | O_APPEND);
     return file.IsOpen() && file.Write(bytes);
+}
+
+std::vector<std::string> NamesIn(std::string_view folder)
+{
+    std::vector<std::string> names;
+    const std::unique_ptr<DIR, int (*)(DIR*)> list(opendir(NativePath(folder).c_str()), closedir);
+    while (const dirent* const entry = list ? readdir(list.get()) : nullptr)
+    {
+        names.emplace_back(&entry->d_name[0]);
+    }
+    return names;
 }
 
 std::string MachineName()

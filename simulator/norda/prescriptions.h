@@ -15,7 +15,7 @@ namespace vellumo::norda
 {
 
 // Keeps what it is given and gives the same back.
-class PrescriptionSession final : public host::PrescriptionSession
+class PrescriptionSession : public host::PrescriptionSession
 {
 public:
     [[nodiscard]] bool SenzaSISS() const override { return m_withoutSiss; }
@@ -60,8 +60,7 @@ private:
 class PrescriptionObjects final : public host::PrescriptionObjects
 {
 public:
-    [[nodiscard]] std::shared_ptr<host::PrescriptionSession> CreateSession() override { return NewSession(); }
-    [[nodiscard]] static std::shared_ptr<PrescriptionSession> NewSession()
+    [[nodiscard]] std::shared_ptr<host::PrescriptionSession> CreateSession() override
     {
         return std::make_shared<PrescriptionSession>();
     }

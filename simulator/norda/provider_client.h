@@ -27,7 +27,7 @@ struct Outside
 {
     host::Bridge* bridge = nullptr; // null: no bridge is installed, so no provider can be created
     host::HostObjects* objects = nullptr;
-    PrescriptionObjects* prescriptions = nullptr;
+    host::PrescriptionObjects* prescriptions = nullptr; // its sessions are norda's
     // Where the library finds its host's objects under other names than those that it expects, each with something
     // behind it: a folder for a copy of it and the file that says so. Empty: they have the names that it expects.
     std::filesystem::path renamedIn = {};

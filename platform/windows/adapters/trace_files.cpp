@@ -63,18 +63,19 @@ public:
     {
     }
 
-    std::string Read() override
+    std::optional<std::string> Read() override
     {
         std::string bytes;
         std::array<char, 4096> piece;
         DWORD count = 0;
-        bool more = m_file.MoveTo(0, FILE_BEGIN);
-        while (more && ReadFile(m_file.Get(), piece.data(), static_cast<DWORD>(piece.size()), &count, nullptr) &&
-               count != 0)
+        bool isRead = m_file.MoveTo(0, FILE_BEGIN);
+        do
         {
-            bytes.append(piece.data(), count);
-        }
-        return bytes;
+            isRead = isRead &&
+                     ReadFile(m_file.Get(), piece.data(), static_cast<DWORD>(piece.size()), &count, nullptr) != FALSE;
+            bytes.append(piece.data(), isRead ? count : 0);
+        } while (isRead && count != 0);
+        return isRead ? std::optional(std::move(bytes)) : std::nullopt;
     }
     bool Append(std::string_view bytes) override
     {
@@ -117,6 +118,29 @@ bool AppendShared(std::string_view path, std::string_view bytes)
 {
     const Handle file(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS);
     return file.IsOpen() && file.Write(bytes);
+}
+
+std::vector<std::string> NamesIn(std::string_view folder)
+{
+    struct Search
+    {
+        HANDLE handle;
+        ~Search()
+        {
+            if (handle != INVALID_HANDLE_VALUE)
+            {
+                FindClose(handle);
+            }
+        }
+    };
+    std::vector<std::string> names;
+    WIN32_FIND_DATAW found;
+    const Search search{FindFirstFileW((NativePath(folder) / L"*").c_str(), &found)};
+    for (bool more = search.handle != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search.handle, &found) != FALSE)
+    {
+        names.push_back(windows::FromWide(found.cFileName));
+    }
+    return names;
 }
 
 std::string MachineName()

@@ -229,8 +229,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<ProviderClient> CreateNativeProvider(const Outside& outside, std::unique_ptr<ui::Desktop> desktop,
-                                                     const std::filesystem::path& settingsFile)
+provider::PlatformParts MakeNativeParts(const Outside& outside, std::unique_ptr<ui::Desktop> desktop,
+                                        const std::filesystem::path& settingsFile)
 {
     if (outside.bridge == nullptr)
     {
@@ -243,6 +243,11 @@ std::unique_ptr<ProviderClient> CreateNativeProvider(const Outside& outside, std
     parts.settings = std::make_unique<platform::FileSettingsStore>(settingsFile);
     parts.clock = std::make_unique<host::SystemClock>();
     parts.desktop = std::move(desktop);
+    return parts;
+}
+
+std::unique_ptr<ProviderClient> CreateNativeProvider(provider::PlatformParts parts)
+{
     return std::make_unique<NativeProviderClient>(std::move(parts));
 }
 

@@ -155,10 +155,13 @@ HostClasses::HostClasses(const Outside& outside)
             Offer(names::specialistProgId, specialistClass, record(host::RecordKind::Specialist));
             Offer(names::settingsProgId, settingsClass, [objects] { return MakeSettingsFace(*objects); });
         }
-        if (PrescriptionObjects* prescriptions = outside.prescriptions)
+        if (host::PrescriptionObjects* const prescriptions = outside.prescriptions)
         {
             Offer(names::sessionProgId, sessionClass,
-                  [] { return MakeSessionFace(PrescriptionObjects::NewSession()); });
+                  [prescriptions] {
+                      return MakeSessionFace(
+                          std::dynamic_pointer_cast<PrescriptionSession>(prescriptions->CreateSession()));
+                  });
             Offer(names::prescriptionDataProgId, prescriptionDataClass,
                   [prescriptions] { return MakePrescriptionDataFace(*prescriptions); });
         }

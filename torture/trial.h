@@ -1,0 +1,81 @@
+// One scenario played with one call failing, and judged: what came back from the host's calls, what is stored, what is
+// left open or behind, and whether the next call works.
+#pragma once
+
+#include "player/run.h"
+#include "player/scenario.h"
+#include "player/snapshot.h"
+#include "simulator/siss/network.h"
+#include "torture/outside_call.h"
+
+#include <filesystem>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace vellumo::torture
+{
+
+// How a scenario goes when nothing fails.
+struct Unhindered
+{
+    Counts calls{};
+    player::Snapshot before;
+    player::Snapshot after;
+    std::set<player::RowId> changed;
+    std::vector<player::Outcome> outcomes;
+    std::size_t exchanges = 0;            // with SISS
+    std::size_t blocks = 0;               // of memory that it leaves behind, all of them for good
+    std::vector<std::string> differences; // it does not hold
+};
+
+// The rows that are not the same before, after and now. The others say nothing, and are many.
+struct Stored
+{
+    player::Snapshot before;
+    player::Snapshot after;
+    player::Snapshot now;
+};
+
+struct Verdict
+{
+    std::vector<std::string> findings;
+    Observed seen;
+};
+
+class Trial
+{
+public:
+    // `next`: the scenario that is played behind each, with nothing failing any more. Both outlive the trial.
+    // `tells`: it is told what happens.
+    Trial(const player::Scenario& scenario, const player::Scenario& next, const std::filesystem::path& model,
+          std::filesystem::path folder, bool tells);
+
+    // The same in another folder, behind what was played unhindered.
+    Trial(const Trial& played, std::filesystem::path folder);
+
+    // Must be first.
+    [[nodiscard]] const Unhindered& PlayUnhindered();
+    [[nodiscard]] Verdict Play(const Failure& failure);
+
+private:
+    void LookAtUnhindered();
+    [[nodiscard]] Verdict PlayOnce(const Failure& failure);
+    [[nodiscard]] Stored LookAtStored(const player::Snapshot& now) const;
+    void JudgeAnswers(player::Run& run, const Stored& stored, std::vector<std::string>& findings) const;
+    void JudgeStored(player::Run& run, const Failure& failure, const Stored& stored,
+                     std::vector<std::string>& findings) const;
+    void PlayNext(player::Run& run, std::vector<std::string>& findings) const;
+    [[nodiscard]] std::unique_ptr<player::Run> MakeRun(const std::filesystem::path& folder, bool lenient);
+
+    const player::Scenario& m_scenario;
+    const player::Scenario& m_next;
+    const std::filesystem::path& m_model;
+    bool m_tells;
+    std::filesystem::path m_folder;
+    player::Narrator m_narrator;
+    Unhindered m_unhindered;
+};
+
+} // namespace vellumo::torture

@@ -1,0 +1,54 @@
+// The DLL with everything in between that may fail: the host's objects, and what it imports from the system.
+#include "player/windows/windows_target.h"
+
+#include "host/fault.h"
+#include "torture/client.h"
+#include "torture/host.h"
+#include "torture/windows/imports.h"
+
+#include <objbase.h>
+
+namespace vellumo::player
+{
+namespace
+{
+
+class TorturedTarget final : public WindowsTarget
+{
+public:
+    using WindowsTarget::WindowsTarget;
+
+    [[nodiscard]] std::unique_ptr<norda::ProviderClient> CreateProvider(const norda::Outside& outside) override
+    {
+        Load(outside);
+        m_outside = std::make_unique<torture::TorturedOutside>(outside);
+        return torture::CreateTortured([&] { return norda::CreateComProvider(m_outside->Get()); });
+    }
+
+private:
+    // The system loads the DLL when its class is first asked for. A fault inside makes what the compiler needs for the
+    // first one, so that it is nobody's loss later.
+    void Load(const norda::Outside& outside)
+    {
+        if (!m_isLoaded)
+        {
+            const auto first = norda::CreateComProvider(outside);
+            host::PassOver([&] { static_cast<void>(first->VerificaPrescrizione({norda::Passing::ByValue, 1}, 1)); });
+            static_cast<void>(first->Release());
+            torture::LeadImports(GetModuleHandleW(L"Vellumo.dll"));
+            m_isLoaded = true;
+        }
+    }
+
+    std::unique_ptr<torture::TorturedOutside> m_outside;
+    bool m_isLoaded = false;
+};
+
+} // namespace
+
+std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::path&)
+{
+    return std::make_unique<TorturedTarget>(anOperator);
+}
+
+} // namespace vellumo::player

@@ -294,7 +294,7 @@ void Trial::JudgeStored(player::Run& run, const Failure& failure, const Stored& 
     // As long as SISS was asked as often, each prescription had the reply that it has when nothing fails.
     const auto& exchanges = run.GetStage().Network().Exchanges();
     // Not so when the library did not get one, or had no memory for it.
-    const bool replyIsLost = failure.kind == Kind::Replied || failure.kind == Kind::Memory;
+    const bool replyIsLost = failure.kind == Kind::Replied || failure.kind >= Kind::Memory;
     const bool alike = exchanges.size() == m_unhindered.exchanges && !replyIsLost;
     if (const auto strange =
             FindStrangeText(Prescriptions(before, true), Prescriptions(after, true), Prescriptions(now, true));

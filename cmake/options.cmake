@@ -26,6 +26,10 @@ if(VELLUMO_SANITIZE)
   add_compile_options(-g -fno-omit-frame-pointer -fsanitize=address,undefined -fno-sanitize-recover=all)
   add_link_options(-fsanitize=address,undefined)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  # For long tests. Where an allocation came from is asked of a failure, which can be played again, so its stack need not
+  # be kept for each.
+  set(VELLUMO_LEAN_SANITIZERS
+    "ASAN_OPTIONS=malloc_context_size=1:quarantine_size_mb=4:thread_local_quarantine_size_kb=64")
 endif()
 
 if(VELLUMO_FUZZ)
@@ -34,6 +38,10 @@ if(VELLUMO_FUZZ)
     -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
   add_link_options(-fsanitize=address,undefined)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  # For long tests. Where an allocation came from is asked of a failure, which can be played again, so its stack need not
+  # be kept for each.
+  set(VELLUMO_LEAN_SANITIZERS
+    "ASAN_OPTIONS=malloc_context_size=1:quarantine_size_mb=4:thread_local_quarantine_size_kb=64")
 endif()
 
 if(WIN32)

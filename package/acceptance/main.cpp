@@ -4,11 +4,11 @@
 // by prova.cmd. Exit code 0 when all holds, 1 when something does not, 2 when it could not be tried, 3 when this
 // machine is none to try it on.
 #include "host/clock.h"
+#include "package/acceptance/installer_without_rights.h"
+#include "package/acceptance/players.h"
+#include "package/acceptance/report.h"
+#include "package/acceptance/test_machine.h"
 #include "platform/windows/system/text.h"
-#include "player/acceptance/installer_without_rights.h"
-#include "player/acceptance/players.h"
-#include "player/acceptance/report.h"
-#include "player/acceptance/test_machine.h"
 
 #include <windows.h>
 

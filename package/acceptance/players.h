@@ -2,7 +2,7 @@
 // file of scenarios and not the whole run.
 #pragma once
 
-#include "player/acceptance/outcome.h"
+#include "package/acceptance/outcome.h"
 
 #include <filesystem>
 #include <functional>

@@ -1,6 +1,6 @@
-#include "player/acceptance/report.h"
+#include "package/acceptance/report.h"
 
-#include "player/acceptance/claims.h"
+#include "package/acceptance/claims.h"
 
 #include <algorithm>
 #include <set>

@@ -1,7 +1,7 @@
 // The page that the acceptance kit leaves: one file, nothing beside it, Italian.
 #pragma once
 
-#include "player/acceptance/outcome.h"
+#include "package/acceptance/outcome.h"
 
 #include <string>
 

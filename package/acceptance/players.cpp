@@ -1,4 +1,4 @@
-#include "player/acceptance/players.h"
+#include "package/acceptance/players.h"
 
 #include "host/fault.h"
 #include "platform/windows/system/text.h"

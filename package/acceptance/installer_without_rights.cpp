@@ -1,4 +1,4 @@
-#include "player/acceptance/installer_without_rights.h"
+#include "package/acceptance/installer_without_rights.h"
 
 #include "platform/windows/system/text.h"
 

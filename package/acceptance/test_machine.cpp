@@ -1,4 +1,4 @@
-#include "player/acceptance/test_machine.h"
+#include "package/acceptance/test_machine.h"
 
 #include "host/fault.h"
 #include "platform/windows/adapters/host_names.h"

@@ -1,4 +1,4 @@
-#include "player/acceptance/claims.h"
+#include "package/acceptance/claims.h"
 
 #include <array>
 

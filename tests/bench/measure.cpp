@@ -32,14 +32,21 @@ double Time(const std::function<void()>& work)
 Comparison Compare(std::string what, std::string against, int rounds, const std::function<void()>& ours,
                    const std::function<void()>& bare)
 {
+    return CompareTimes(
+        std::move(what), std::move(against), rounds, [&] { return Time(ours); }, [&] { return Time(bare); });
+}
+
+Comparison CompareTimes(std::string what, std::string against, int rounds, const std::function<double()>& ours,
+                        const std::function<double()>& bare)
+{
     std::vector<double> oursTimes;
     std::vector<double> bareTimes;
     std::vector<double> ratios;
     for (int round = 0; round < rounds; ++round)
     {
         const bool oursFirst = round % 2 != 0;
-        const double first = Time(oursFirst ? ours : bare);
-        const double second = Time(oursFirst ? bare : ours);
+        const double first = (oursFirst ? ours : bare)();
+        const double second = (oursFirst ? bare : ours)();
         oursTimes.push_back(oursFirst ? first : second);
         bareTimes.push_back(oursFirst ? second : first);
         ratios.push_back(oursTimes.back() / bareTimes.back());

@@ -23,6 +23,10 @@ struct Comparison
 [[nodiscard]] Comparison Compare(std::string what, std::string against, int rounds, const std::function<void()>& ours,
                                  const std::function<void()>& bare);
 
+// The same for work that says itself how many seconds it took, since not all of it counts.
+[[nodiscard]] Comparison CompareTimes(std::string what, std::string against, int rounds,
+                                      const std::function<double()>& ours, const std::function<double()>& bare);
+
 // Natively only: most memory that the work needs beyond what the process has before it, in bytes. Runs in a process of
 // its own.
 [[nodiscard]] double PeakMemory(const std::function<void()>& work);

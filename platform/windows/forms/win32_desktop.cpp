@@ -78,7 +78,7 @@ ui::Answer Win32Desktop::ShowBox(const ui::Prompt& prompt)
     const auto defaultButton = static_cast<UINT>(std::clamp(prompt.defaultButton, 1, 3) - 1) * MB_DEFBUTTON2;
     const HWND owner = ModalOwner();
     const OthersDisabled others(owner);
-    const CommonControls::Scope scope(m_controls);
+    const CommonControls::Scope scope(Controls());
     const int button = MessageBoxW(owner, Abridged(prompt.text).c_str(), Abridged(prompt.title).c_str(),
                                    set->flag | IconFlag(prompt.icon) | defaultButton);
     return ToAnswer(button, *set);
@@ -94,7 +94,7 @@ void Win32Desktop::ShowModal(ui::Form& form)
         std::vector<FormWindow*>& open;
         ~Closing() { open.pop_back(); }
     } closing{m_open};
-    const CommonControls::Scope scope(m_controls);
+    const CommonControls::Scope scope(Controls());
     window.ShowModal();
 }
 
@@ -115,12 +115,17 @@ std::optional<std::string> Win32Desktop::AskFile(const std::string& title, const
     // What the file must be is for the caller to say, in his own words.
     question.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
     const OthersDisabled others(question.hwndOwner);
-    const CommonControls::Scope scope(m_controls);
+    const CommonControls::Scope scope(Controls());
     if (GetOpenFileNameW(&question) == FALSE)
     {
         return std::nullopt;
     }
     return FromWide(path.c_str());
+}
+
+const CommonControls& Win32Desktop::Controls()
+{
+    return m_controls ? *m_controls : m_controls.emplace();
 }
 
 void Win32Desktop::DrawOpenForms()

@@ -6,6 +6,7 @@
 #include "platform/windows/forms/common_controls.h"
 #include "ui/desktop.h"
 
+#include <optional>
 #include <vector>
 
 namespace vellumo::windows
@@ -26,8 +27,10 @@ private:
     ui::Answer ShowBox(const ui::Prompt& prompt) override;
     void DrawOpenForms();
 
-    CommonControls m_controls;
-    std::vector<FormWindow*> m_open; // the innermost last; each lives on the stack of its ShowModal
+    [[nodiscard]] const CommonControls& Controls();
+
+    std::optional<CommonControls> m_controls; // when first needed: most of what making a provider took
+    std::vector<FormWindow*> m_open;          // the innermost last; each lives on the stack of its ShowModal
 };
 
 } // namespace vellumo::windows

@@ -36,8 +36,9 @@ const std::wstring classes = L"Software\\Classes\\";
 class Factory final : public windows::Counted<IClassFactory>
 {
 public:
-    explicit Factory(ObjectMaker make)
-        : m_make(std::move(make))
+    Factory(const CLSID& clsid, ObjectMaker make)
+        : m_clsid(clsid)
+        , m_make(std::move(make))
     {
     }
 
@@ -52,7 +53,16 @@ public:
         {
             return CLASS_E_NOAGGREGATION;
         }
-        return host::Trap(E_FAIL, [&] { return m_make()->QueryInterface(iid, result); });
+        return host::Trap(E_FAIL,
+                          [&]
+                          {
+                              const auto object = m_make();
+                              if (DispatchFace* const face = DispatchFace::From(object.Get()))
+                              {
+                                  face->SetClass(m_clsid);
+                              }
+                              return object->QueryInterface(iid, result);
+                          });
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 
@@ -64,6 +74,7 @@ private:
         return iid == IID_IUnknown || iid == IID_IClassFactory ? static_cast<IClassFactory*>(this) : nullptr;
     }
 
+    CLSID m_clsid;
     ObjectMaker m_make;
 };
 
@@ -100,7 +111,7 @@ void WriteDefault(const std::wstring& path, const std::wstring& text)
 ClassObject::ClassObject(const CLSID& clsid, DWORD context, ObjectMaker make)
     : m_cookie(0)
 {
-    const auto factory = ComPtr<Factory>::Attach(new Factory(std::move(make)));
+    const auto factory = ComPtr<Factory>::Attach(new Factory(clsid, std::move(make)));
     windows::ThrowIfFailed(CoRegisterClassObject(clsid, factory.Get(), context, REGCLS_MULTIPLEUSE, &m_cookie),
                            "CoRegisterClassObject");
 }

@@ -20,6 +20,7 @@ constexpr IID iidFace{0x57a3fe11, 0x3a13, 0x43dc, {0x97, 0xad, 0x70, 0x6b, 0x65,
 
 long living = 0;
 std::wstring_view behindNames; // what stands behind each member's name
+DispatchFace::Observer observer;
 
 HRESULT Raise(const std::string& source, const std::string& description, HRESULT number, EXCEPINFO* exception)
 {
@@ -71,6 +72,11 @@ DispatchFace::DispatchFace(const wchar_t* name) noexcept
 DispatchFace::~DispatchFace()
 {
     --living;
+}
+
+void DispatchFace::Observe(Observer heard)
+{
+    observer = std::move(heard);
 }
 
 long DispatchFace::Living() noexcept
@@ -173,6 +179,10 @@ HRESULT DispatchFace::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS
     try
     {
         Variant result = Shown(body(Arguments(*parameters)));
+        if (observer)
+        {
+            observer({*this, id, flags, *parameters, result.Get()});
+        }
         if (answer)
         {
             *answer = result.Detach();

@@ -56,6 +56,26 @@ public:
     // Faces that somebody still holds, of all kinds together.
     [[nodiscard]] static long Living() noexcept;
 
+    // A call that has been answered.
+    struct Call
+    {
+        DispatchFace& face;
+        DISPID member;
+        WORD flags;
+        const DISPPARAMS& parameters;
+        const VARIANT& answer;
+    };
+    // Hears of every call to any face from now on; empty for nobody. For programs that make the same calls again.
+    using Observer = std::function<void(const Call& call)>;
+    static void Observe(Observer observer);
+
+    // By which COM was asked for it; all zeros for one that was handed over or came from another.
+    [[nodiscard]] const CLSID& Class() const noexcept { return m_class; }
+    void SetClass(const CLSID& clsid) noexcept { m_class = clsid; }
+
+    // As fault descriptions have it.
+    [[nodiscard]] const wchar_t* Name() const noexcept { return m_name; }
+
     // The face behind an object of this process; null for any other object.
     [[nodiscard]] static DispatchFace* From(IDispatch* object) noexcept;
 
@@ -86,6 +106,7 @@ private:
     [[nodiscard]] DISPID IdOf(const wchar_t* name) const;
 
     const wchar_t* m_name;
+    CLSID m_class{};
     std::vector<Member> m_members; // DISPID = position + 1
     DISPID m_default = DISPID_UNKNOWN;
 };

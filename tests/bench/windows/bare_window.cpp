@@ -123,8 +123,9 @@ BareWindow::Control BareWindow::Read(HWND child)
     return control;
 }
 
-void BareWindow::ShowModal()
+void BareWindow::ShowModal(const Work& work)
 {
+    m_work = work;
     EmptyDialog dialog{};
     dialog.head.style = m_style;
     dialog.head.dwExtendedStyle = m_extendedStyle;
@@ -146,6 +147,11 @@ INT_PTR CALLBACK BareWindow::Procedure(HWND window, UINT message, WPARAM wParam,
         return FALSE;
     case shown:
         RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        if (self->m_work)
+        {
+            self->m_work(window);
+            EndDialog(window, 0);
+        }
         return TRUE;
     case WM_NOTIFY:
         return self != nullptr ? self->GiveText(*reinterpret_cast<NMHDR*>(lParam)) : FALSE;

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,8 +19,9 @@ public:
     BareWindow(const BareWindow&) = delete;
     BareWindow& operator=(const BareWindow&) = delete;
 
-    // Until it is closed; it draws itself once it is on the screen.
-    void ShowModal();
+    // Until it is closed; it draws itself once it is on the screen. With `work` it does that then, and closes.
+    using Work = std::function<void(HWND window)>;
+    void ShowModal(const Work& work = {});
 
 private:
     struct Control
@@ -46,6 +48,7 @@ private:
     DWORD m_extendedStyle;
     RECT m_place{};
     std::vector<Control> m_controls;
+    Work m_work;
 };
 
 } // namespace vellumo::bench

@@ -421,7 +421,7 @@ struct TorturedOutside::Parts
     Prescriptions prescriptions;
 };
 
-TorturedOutside::TorturedOutside(norda::Outside outside)
+TorturedOutside::TorturedOutside(const norda::Outside& outside)
     : m_parts(std::make_unique<Parts>(
           Parts{Bridge(*outside.bridge), Objects(*outside.objects), Prescriptions(*outside.prescriptions)}))
     , m_outside(outside)

@@ -19,7 +19,7 @@ class TorturedOutside
 {
 public:
     // There is a bridge.
-    explicit TorturedOutside(norda::Outside outside);
+    explicit TorturedOutside(const norda::Outside& outside);
     ~TorturedOutside();
     TorturedOutside(const TorturedOutside&) = delete;
     TorturedOutside& operator=(const TorturedOutside&) = delete;

@@ -48,7 +48,7 @@ CellColours ColoursOf(const ui::Cell& cell, const CellLook& look)
 {
     constexpr ui::Colour white = 0xFFFFFF;
     constexpr ui::Colour black = 0x000000;
-    const bool ownFit = OwnColoursFit();
+    const bool ownFit = look.ownColours;
     if (look.selected && look.keyboardHere && !(ownFit && cell.foreground))
     {
         return {GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_HIGHLIGHTTEXT)};
@@ -72,6 +72,11 @@ std::wstring WithoutLastLineEnds(std::wstring text)
 }
 
 } // namespace
+
+CellLook LookOf(HWND grid) noexcept
+{
+    return {.keyboardHere = GetFocus() == grid, .ownColours = OwnColoursFit()};
+}
 
 int CellPainter::ImageRoom(const ui::Cell& cell) const
 {
@@ -98,7 +103,7 @@ void CellPainter::Draw(HDC context, const ui::Cell& cell, RECT area, const CellL
     if (look.selected)
     {
         Fill(context, area, GetSysColor(COLOR_HIGHLIGHT));
-        InflateRect(&area, 0, -m_surface.Pixels(OwnColoursFit() ? 1 : 2));
+        InflateRect(&area, 0, -m_surface.Pixels(look.ownColours ? 1 : 2));
     }
     else
     {

@@ -12,7 +12,11 @@ struct CellLook
     bool selected = false;
     bool keyboardHere = false; // the grid has it
     bool wraps = false;        // on several lines; else one, cut with an ellipsis
+    bool ownColours = true;    // the system's allow them
 };
+
+// What all cells of a grid have in common while it is painted; to ask for each takes as long as to draw it.
+[[nodiscard]] CellLook LookOf(HWND grid) noexcept;
 
 class CellPainter
 {

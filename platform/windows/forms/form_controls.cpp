@@ -105,7 +105,7 @@ void FormControls::AnswerReaders()
         m_accessible.push_back(std::make_unique<AccessibleWindow>(window, make));
         answering.push_back(window);
     }
-    for (HWND child = GetWindow(m_surface.Window(), GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+    for (const HWND child : m_surface.Children())
     {
         if (std::find(answering.begin(), answering.end(), child) == answering.end())
         {

@@ -34,8 +34,8 @@ void GridView::SetUp()
 {
     Send(m_list.Get(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, extendedListStyle);
     SetRowHeight();
-    MakeColumns();
     SetRowCount();
+    MakeColumns();
 }
 
 int GridView::RowHeight() const
@@ -60,15 +60,17 @@ void GridView::Rescale()
     Send(m_list.Get(), LVM_SETCOLUMNWIDTH, 0, m_surface.PixelsOfTwips(m_grid.columns[0].width));
 }
 
+// As wide as they will be: a list lays itself out anew for each that changes.
 void GridView::MakeColumns()
 {
+    const auto widths = FittedWidths(m_surface.PixelsOfTwips(m_grid.columns[0].width));
     for (std::size_t i = 0; i < m_grid.columns.size(); ++i)
     {
         std::wstring caption = ToWide(m_grid.columns[i].caption);
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH;
         column.pszText = caption.data();
-        column.cx = m_surface.PixelsOfTwips(m_grid.columns[i].width);
+        column.cx = widths[i];
         Send(m_list.Get(), LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
     }
 }
@@ -103,7 +105,8 @@ void GridView::Place(const RECT& place)
     }
 }
 
-void GridView::FitColumns()
+// What the columns are to be as wide as; the first one stays as it is.
+std::vector<int> GridView::FittedWidths(int first) const
 {
     RECT list{};
     GetWindowRect(m_list.Get(), &list);
@@ -112,7 +115,24 @@ void GridView::FitColumns()
     {
         width -= m_surface.Metric(SM_CXVSCROLL);
     }
-    const auto widths = FittedColumns(m_grid.columns, ColumnWidth(0), width, m_surface);
+    return FittedColumns(m_grid.columns, first, width, m_surface);
+}
+
+void GridView::FitColumns()
+{
+    const auto widths = FittedWidths(ColumnWidth(0));
+    for (std::size_t i = 1; i < widths.size(); ++i)
+    {
+        if (ColumnWidth(i) != widths[i])
+        {
+            SetColumns(widths);
+            return;
+        }
+    }
+}
+
+void GridView::SetColumns(const std::vector<int>& widths) const
+{
     Send(m_list.Get(), WM_SETREDRAW, FALSE); // else it scrolls and draws for each
     for (std::size_t i = 1; i < widths.size(); ++i)
     {
@@ -217,12 +237,13 @@ void GridView::AnswerText(LVITEMW& item) const
     }
 }
 
-LRESULT GridView::Draw(NMLVCUSTOMDRAW& drawing) const
+LRESULT GridView::Draw(NMLVCUSTOMDRAW& drawing)
 {
     const auto row = static_cast<std::size_t>(drawing.nmcd.dwItemSpec);
     switch (drawing.nmcd.dwDrawStage)
     {
     case CDDS_PREPAINT:
+        m_look = LookOf(m_list.Get());
         return CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
     case CDDS_POSTPAINT:
         ShowKeyboard(drawing.nmcd.hdc, m_grid, m_list.Get(), RowsArea());
@@ -232,7 +253,8 @@ LRESULT GridView::Draw(NMLVCUSTOMDRAW& drawing) const
     case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
         if (const ui::Cell* const cell = CellAt(m_grid, row, drawing.iSubItem); cell != nullptr)
         {
-            const CellLook look{.selected = m_grid.selected == row, .keyboardHere = GetFocus() == m_list.Get()};
+            CellLook look = m_look;
+            look.selected = m_grid.selected == row;
             m_painter.Draw(drawing.nmcd.hdc, *cell,
                            CellPlace(m_list.Get(), row, static_cast<std::size_t>(drawing.iSubItem)), look);
             return CDRF_SKIPDEFAULT;

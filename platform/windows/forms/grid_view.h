@@ -33,16 +33,19 @@ private:
     [[nodiscard]] int RowHeight() const;
     void MakeColumns();
     void FitColumns();
+    [[nodiscard]] std::vector<int> FittedWidths(int first) const;
+    void SetColumns(const std::vector<int>& widths) const;
     [[nodiscard]] int ColumnWidth(std::size_t column) const;
     void ShowSelection();
     void AnswerText(LVITEMW& item) const;
-    [[nodiscard]] LRESULT Draw(NMLVCUSTOMDRAW& drawing) const;
+    [[nodiscard]] LRESULT Draw(NMLVCUSTOMDRAW& drawing);
     [[nodiscard]] RECT RowsArea() const;
     [[nodiscard]] std::optional<std::size_t> ListSelection() const;
 
     ui::Grid& m_grid;
     const Surface& m_surface;
     CellPainter m_painter;
+    CellLook m_look; // while it is painted
     TextWindow m_heading;
     TextWindow m_list;
     std::size_t m_shownRows = 0;

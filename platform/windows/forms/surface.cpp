@@ -7,6 +7,7 @@
 #include <commctrl.h>
 
 #include <array>
+#include <atomic>
 #include <string>
 #include <utility>
 
@@ -35,6 +36,15 @@ int LineHeightOf(HDC context, HFONT font)
 {
     return static_cast<int>(Measure(context, font, L"Àg", DT_SINGLELINE).cy);
 }
+
+// The height of a header at the density that was last asked for: to make one only to measure it costs as much as any
+// other control, with every window anew.
+struct HeaderMeasured
+{
+    int dpi = 0;
+    int height = 0;
+};
+std::atomic<HeaderMeasured> lastHeader;
 
 using FontChanges = std::array<std::pair<HFONT, HFONT>, 2>; // from, to
 
@@ -72,7 +82,6 @@ void Surface::ChangeDpi(int dpi)
     m_plain = std::move(plain); // the old ones go when nobody draws with them any more
     m_bold = std::move(bold);
     m_lineHeight = LineHeightOf(m_measuring.Context(), Plain());
-    m_headerHeight = 0;
 }
 
 int Surface::TextWidth(std::wstring_view text, bool strong, bool accessKey) const
@@ -106,20 +115,23 @@ ui::Image Surface::ImageOf(HICON icon) const noexcept
                                                  : ui::Image::None;
 }
 
-// Only the header itself knows, and it does not have to be seen for it.
+// Only a header knows, and it does not have to be seen for it.
 int Surface::HeaderHeight() const
 {
-    if (m_headerHeight == 0)
+    const auto known = lastHeader.load();
+    if (known.dpi == m_dpi)
     {
-        const HWND header = MakeChild({.windowClass = WC_HEADERW, .style = HDS_HORZ}, {});
-        RECT inner{0, 0, 100, 1000};
-        WINDOWPOS place{};
-        HDLAYOUT layout{&inner, &place};
-        Send(header, HDM_LAYOUT, 0, reinterpret_cast<LPARAM>(&layout));
-        DestroyWindow(header);
-        m_headerHeight = place.cy;
+        return known.height;
     }
-    return m_headerHeight;
+    const HWND header = MakeChild({.windowClass = WC_HEADERW, .style = HDS_HORZ}, {});
+    RECT inner{0, 0, 100, 1000};
+    WINDOWPOS place{};
+    HDLAYOUT layout{&inner, &place};
+    Send(header, HDM_LAYOUT, 0, reinterpret_cast<LPARAM>(&layout));
+    DestroyWindow(header);
+    m_children.pop_back();
+    lastHeader = {m_dpi, place.cy};
+    return place.cy;
 }
 
 HWND Surface::MakeChild(const ChildKind& kind, const RECT& place, const std::wstring& text, HWND parent) const
@@ -134,6 +146,10 @@ HWND Surface::MakeChild(const ChildKind& kind, const RECT& place, const std::wst
                           static_cast<std::int32_t>(HRESULT_FROM_WIN32(GetLastError())));
     }
     Send(child, WM_SETFONT, reinterpret_cast<WPARAM>(FontFor(kind.strong)), FALSE);
+    if (parent == nullptr)
+    {
+        m_children.push_back(child);
+    }
     return child;
 }
 

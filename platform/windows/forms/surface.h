@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <vector>
 
 namespace vellumo::windows
 {
@@ -67,6 +68,8 @@ public:
     // Makes a child control in this window, or in a child of it; that window owns it. Faults when it cannot be made.
     [[nodiscard]] HWND MakeChild(const ChildKind& kind, const RECT& place, const std::wstring& text = {},
                                  HWND parent = nullptr) const;
+    // Those made in this window, in the order of making; to ask the system for each takes noticeably longer.
+    [[nodiscard]] const std::vector<HWND>& Children() const noexcept { return m_children; }
 
 private:
     HWND m_window;
@@ -75,7 +78,7 @@ private:
     Font m_plain;
     Font m_bold;
     int m_lineHeight = 0;
-    mutable int m_headerHeight = 0; // 0: not measured
+    mutable std::vector<HWND> m_children;
 };
 
 } // namespace vellumo::windows

@@ -16,9 +16,11 @@ void WrappedGridView::OnPaint()
     const HDC context = picture.Context();
 
     FillRect(context, &inner, GetSysColorBrush(COLOR_WINDOW));
+    CellLook look = LookOf(m_list.Get());
+    look.wraps = true;
     for (auto row = m_rows.RowAt(0); row && *row < m_rows.Count() && m_rows.Top(*row) < m_rows.ViewHeight(); ++*row)
     {
-        PaintRow(context, *row);
+        PaintRow(context, *row, look);
     }
     inner.top = m_surface.HeaderHeight();
     ShowKeyboard(context, m_grid, m_list.Get(), inner);
@@ -26,9 +28,9 @@ void WrappedGridView::OnPaint()
     BitBlt(paint.Context(), 0, 0, inner.right, inner.bottom, context, 0, 0, SRCCOPY);
 }
 
-void WrappedGridView::PaintRow(HDC context, std::size_t row) const
+void WrappedGridView::PaintRow(HDC context, std::size_t row, CellLook look) const
 {
-    const CellLook look{.selected = m_grid.selected == row, .keyboardHere = GetFocus() == m_list.Get(), .wraps = true};
+    look.selected = m_grid.selected == row;
     const ui::Row& cells = m_grid.rows[row];
     for (std::size_t column = 0; column < cells.size() && column < m_widths.size(); ++column)
     {

@@ -70,7 +70,7 @@ private:
     void Select(std::optional<std::size_t> row);
     void TellReaders(DWORD event) const;
     void Notify(UINT code);
-    void PaintRow(HDC context, std::size_t row) const;
+    void PaintRow(HDC context, std::size_t row, CellLook look) const;
     [[nodiscard]] RECT CellArea(std::size_t row, std::size_t column) const;
 
     ui::Grid& m_grid;

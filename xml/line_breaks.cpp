@@ -165,11 +165,25 @@ private:
     std::size_t m_bracket = 0;
 };
 
+std::string WithSingleLineEnds(std::string_view text)
+{
+    std::string single;
+    single.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i)
+    {
+        const bool isReturn = text[i] == '\r';
+        i += isReturn && i + 1 < text.size() && text[i + 1] == '\n' ? 1u : 0u;
+        single += isReturn ? '\n' : text[i];
+    }
+    return single;
+}
+
 } // namespace
 
 std::string WithLineBreaks(std::string_view text, std::size_t longLine)
 {
-    return Breaker(text, longLine).Run();
+    const std::string single = WithSingleLineEnds(text);
+    return Breaker(single, longLine).Run();
 }
 
 } // namespace vellumo::xml

@@ -262,6 +262,7 @@ Texts Sizes()
         "<a>x" + Repeated(Character(0x1F600), 9000) + "</a>",
         "<a>" + Repeated("\r\n", 9000) + "x" + Repeated("\r", 9000) + "</a>",
         Repeated(" ", 20000) + "<a/>" + Repeated("\n", 20000),
+        "<a>x" + Repeated("\r\n", 9000) + "y</a>",
     };
 }
 

@@ -13,24 +13,6 @@ namespace vellumo::fuzz
 namespace
 {
 
-std::vector<std::string> Split(const std::string& text, const std::string& between)
-{
-    std::vector<std::string> parts(1);
-    for (std::size_t at = 0; at < text.size();)
-    {
-        if (text.compare(at, between.size(), between) == 0)
-        {
-            parts.emplace_back();
-            at += between.size();
-        }
-        else
-        {
-            parts.back() += text[at++];
-        }
-    }
-    return parts;
-}
-
 bool IsDumper(const std::string& text)
 {
     bool is = false;

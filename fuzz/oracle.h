@@ -6,7 +6,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <string_view>
+#include <vector>
 
 // Defined by each target; libFuzzer calls it with one input after the other.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -36,6 +38,25 @@ inline void RequireSame(std::string_view ours, std::string_view theirs, std::str
                      ours.data(), static_cast<int>(theirs.size()), theirs.data());
         Require(false, what);
     }
+}
+
+// As plain as can be: what the library splits is held against it.
+inline std::vector<std::string> Split(const std::string& text, const std::string& between)
+{
+    std::vector<std::string> parts(1);
+    for (std::size_t at = 0; at < text.size();)
+    {
+        if (text.compare(at, between.size(), between) == 0)
+        {
+            parts.emplace_back();
+            at += between.size();
+        }
+        else
+        {
+            parts.back() += text[at++];
+        }
+    }
+    return parts;
 }
 
 } // namespace vellumo::fuzz

@@ -21,24 +21,6 @@ constexpr std::string_view separator = "\n%%\n";
 
 using Fields = std::vector<std::string>;
 
-Fields Split(const std::string& text, const std::string& between)
-{
-    Fields parts(1);
-    for (std::size_t at = 0; at < text.size();)
-    {
-        if (text.compare(at, between.size(), between) == 0)
-        {
-            parts.emplace_back();
-            at += between.size();
-        }
-        else
-        {
-            parts.back() += text[at++];
-        }
-    }
-    return parts;
-}
-
 std::string Lower(std::string text)
 {
     for (char& character : text)

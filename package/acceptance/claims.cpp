@@ -2,7 +2,7 @@
 
 #include <array>
 
-namespace vellumo::player
+namespace vellumo::acceptance
 {
 
 std::span<const Claim> Claims()
@@ -47,4 +47,4 @@ std::span<const char* const> NotShown()
     return notShown;
 }
 
-} // namespace vellumo::player
+} // namespace vellumo::acceptance

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vellumo::player
+namespace vellumo::acceptance
 {
 
 struct Claim
@@ -21,4 +21,4 @@ struct Claim
 // What even this kit does not show.
 [[nodiscard]] std::span<const char* const> NotShown();
 
-} // namespace vellumo::player
+} // namespace vellumo::acceptance

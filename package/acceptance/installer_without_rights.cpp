@@ -6,7 +6,7 @@
 
 #include <array>
 
-namespace vellumo::player
+namespace vellumo::acceptance
 {
 namespace
 {
@@ -73,4 +73,4 @@ std::pair<std::string, bool> TryInstallerWithoutRights(const std::filesystem::pa
                      "Non rifiutata come promesso: codice " + std::to_string(code) + " invece di 3.", false};
 }
 
-} // namespace vellumo::player
+} // namespace vellumo::acceptance

@@ -5,11 +5,11 @@
 #include <string>
 #include <utility>
 
-namespace vellumo::player
+namespace vellumo::acceptance
 {
 
 // What came of it, in Italian, and whether it is what is promised. The program that calls this has the rights of an
 // administrator; the installer runs without them.
 [[nodiscard]] std::pair<std::string, bool> TryInstallerWithoutRights(const std::filesystem::path& setup);
 
-} // namespace vellumo::player
+} // namespace vellumo::acceptance

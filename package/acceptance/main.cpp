@@ -28,7 +28,7 @@ namespace
 {
 
 using namespace vellumo;
-using namespace vellumo::player;
+using namespace vellumo::acceptance;
 namespace fs = std::filesystem;
 
 struct Arguments

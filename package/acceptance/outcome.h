@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-namespace vellumo::player
+namespace vellumo::acceptance
 {
 
 struct FileOutcome
@@ -51,4 +51,4 @@ struct Acceptance
     std::vector<BitnessOutcome> bitnesses;
 };
 
-} // namespace vellumo::player
+} // namespace vellumo::acceptance

@@ -10,7 +10,7 @@
 #include <iterator>
 #include <sstream>
 
-namespace vellumo::player
+namespace vellumo::acceptance
 {
 namespace
 {
@@ -167,4 +167,4 @@ FileOutcome Player::Play(const fs::path& file) const
     return outcome;
 }
 
-} // namespace vellumo::player
+} // namespace vellumo::acceptance

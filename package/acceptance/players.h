@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace vellumo::player
+namespace vellumo::acceptance
 {
 
 class Player
@@ -35,4 +35,4 @@ private:
     std::string m_database;
 };
 
-} // namespace vellumo::player
+} // namespace vellumo::acceptance

@@ -1,11 +1,12 @@
 #include "package/acceptance/report.h"
 
 #include "package/acceptance/claims.h"
+#include "simulator/siss/xml_text.h"
 
 #include <algorithm>
 #include <set>
 
-namespace vellumo::player
+namespace vellumo::acceptance
 {
 namespace
 {
@@ -21,32 +22,9 @@ td,th{border:1px solid #c8c8c8;padding:.35em .6em;text-align:left;vertical-align
 <h1>Prova di accettazione di Vellumo</h1>
 )";
 
-std::string Escaped(const std::string& text)
-{
-    std::string out;
-    for (const char c : text)
-    {
-        switch (c)
-        {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        default:
-            out += c;
-        }
-    }
-    return out;
-}
-
 std::string Marked(const char* mark, const std::string& text)
 {
-    return std::string("<span class=\"") + mark + "\">" + Escaped(text) + "</span>";
+    return std::string("<span class=\"") + mark + "\">" + siss::Escape(text) + "</span>";
 }
 
 std::string Row(const std::string& first, const std::vector<std::string>& cells, const char* element = "td")
@@ -109,7 +87,7 @@ std::string Verdict(const Acceptance& acceptance)
         text += bitness.unplayable.empty() ? "" : " " + bitness.name + " non provato: " + bitness.unplayable;
     }
     std::string page = "<p class=\"esito\">" + Marked(Holds(acceptance) ? "si" : "no", text) + "<br>" +
-                       Escaped(acceptance.when) + ", database " +
+                       siss::Escape(acceptance.when) + ", database " +
                        (acceptance.onServer ? "SQL Server" : "SQLite (attraverso ODBC)") +
                        (acceptance.whole ? "" : ", <b>solo una parte degli scenari</b>") + "</p>\n";
     if (IsWine(acceptance))
@@ -137,8 +115,8 @@ std::string Facts(const Acceptance& acceptance)
     std::string rows;
     for (const auto& name : names)
     {
-        rows += RowOfEach(Escaped(name), acceptance,
-                          [&](const BitnessOutcome& bitness) { return Escaped(bitness.Fact(name)); });
+        rows += RowOfEach(siss::Escape(name), acceptance,
+                          [&](const BitnessOutcome& bitness) { return siss::Escape(bitness.Fact(name)); });
     }
     return "<h2>Su che cosa</h2>\n" + Table("", acceptance, rows);
 }
@@ -175,7 +153,7 @@ std::string ClaimTable(const Acceptance& acceptance)
     std::string rows;
     for (const auto& claim : Claims())
     {
-        rows += RowOfEach(Escaped(claim.text), acceptance,
+        rows += RowOfEach(siss::Escape(claim.text), acceptance,
                           [&](const BitnessOutcome& bitness) { return ClaimCell(acceptance, bitness, claim); });
     }
     return "<h2>Che cosa finora poggiava solo su Wine e SQLite</h2>\n" + Table("", acceptance, rows);
@@ -198,9 +176,9 @@ std::string FileCell(const BitnessOutcome& bitness, const std::string& name)
         cell += file.broken.empty() ? "" : "<br>" + Marked("no", file.broken);
         for (const auto& title : file.failed)
         {
-            cell += "<br>" + Escaped(title);
+            cell += "<br>" + siss::Escape(title);
         }
-        return cell + "<details><summary>dettagli</summary><pre>" + Escaped(file.output) + "</pre></details>";
+        return cell + "<details><summary>dettagli</summary><pre>" + siss::Escape(file.output) + "</pre></details>";
     }
     return Marked("mai", "non provato");
 }
@@ -218,7 +196,7 @@ std::string Files(const Acceptance& acceptance)
     std::string rows;
     for (const auto& name : names)
     {
-        rows += RowOfEach(Escaped(name), acceptance,
+        rows += RowOfEach(siss::Escape(name), acceptance,
                           [&](const BitnessOutcome& bitness) { return FileCell(bitness, name); });
     }
     return "<h2>Scenari</h2>\n" + Table("", acceptance, rows);
@@ -247,9 +225,9 @@ std::string Html(const Acceptance& acceptance)
     page += Files(acceptance) + "<h2>Che cosa nemmeno questa prova mostra</h2>\n<ul>\n";
     for (const auto* const text : NotShown())
     {
-        page += "<li>" + Escaped(text) + "</li>\n";
+        page += "<li>" + siss::Escape(text) + "</li>\n";
     }
     return page + "</ul>\n</body></html>\n";
 }
 
-} // namespace vellumo::player
+} // namespace vellumo::acceptance

@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace vellumo::player
+namespace vellumo::acceptance
 {
 
 // Whether everything that was played holds and something was.
@@ -13,4 +13,4 @@ namespace vellumo::player
 
 [[nodiscard]] std::string Html(const Acceptance& acceptance);
 
-} // namespace vellumo::player
+} // namespace vellumo::acceptance

@@ -15,7 +15,7 @@
 #include <algorithm>
 #include <array>
 
-namespace vellumo::player
+namespace vellumo::acceptance
 {
 namespace
 {
@@ -128,4 +128,4 @@ std::optional<std::string> TestMachine::WhyNot()
     return std::nullopt;
 }
 
-} // namespace vellumo::player
+} // namespace vellumo::acceptance

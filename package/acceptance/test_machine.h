@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-namespace vellumo::player
+namespace vellumo::acceptance
 {
 
 class TestMachine
@@ -26,4 +26,4 @@ private:
     std::optional<std::string> m_sissFolder;
 };
 
-} // namespace vellumo::player
+} // namespace vellumo::acceptance

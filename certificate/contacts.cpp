@@ -6,6 +6,7 @@
 #include "host/fault.h"
 #include "host/text.h"
 #include "service/service_failure.h"
+#include "service/siss_codes.h"
 
 #include <memory>
 #include <string>
@@ -41,8 +42,8 @@ std::string SubjectOf(const host::Value& idPaziente)
 // SISS says with this code and this field that it knows the contact already.
 bool AsksForModification(const ServiceResponse& response)
 {
-    return response.FailedResult && response.FailedResult->Code == "EA0004" && response.Exceptions.Count() > 0 &&
-           response.Exceptions.Item(1)->FieldCode == "ED0511";
+    return response.FailedResult && response.FailedResult->Code == service::code::ea0004 &&
+           response.Exceptions.Count() > 0 && response.Exceptions.Item(1)->FieldCode == service::code::ed0511;
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "service/practice_user.h"
 #include "service/refusal.h"
 #include "service/service_failure.h"
+#include "service/siss_codes.h"
 
 #include <array>
 #include <string>
@@ -16,9 +17,6 @@ namespace vellumo::patient
 {
 namespace
 {
-
-// Hosts depend on this code being theirs no more after the report, while every other reported code is.
-constexpr std::string_view settledByReport = "APPL000091";
 
 std::string SubjectOf(const host::Value& idPaziente)
 {
@@ -103,7 +101,8 @@ Identification::Attempt Identification::React(const service::ServiceResponse& re
         break;
     case service::AfterRefusal::Report:
         service::ReportServiceFailure(response, m_context.journal, m_context.desktop);
-        attempt.outcome.Gestito = code == settledByReport;
+        // Hosts depend on this code being theirs no more after the report, while every other reported code is.
+        attempt.outcome.Gestito = code == service::code::appl000091;
         break;
     }
     return attempt;

@@ -3,6 +3,7 @@
 #include "host/fault.h"
 #include "prescription/payload.h"
 #include "service/service_failure.h"
+#include "service/siss_codes.h"
 
 #include <algorithm>
 #include <array>
@@ -15,7 +16,7 @@ namespace
 {
 
 // Codes of an ended phase that the operator need not see.
-constexpr std::array<std::string_view, 2> silentCodes = {"ADPT010003", "PRXY000032"};
+constexpr std::array<std::string_view, 2> silentCodes = {service::code::adpt010003, service::code::prxy000032};
 
 bool MustBeShown(const service::ServiceResponse& response)
 {

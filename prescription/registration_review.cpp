@@ -1,6 +1,7 @@
 #include "prescription/registration_review.h"
 
 #include "environment/siss_date_time.h"
+#include "service/siss_codes.h"
 
 #include <algorithm>
 #include <string>
@@ -14,9 +15,6 @@ using service::ServiceException;
 using service::ServiceExceptions;
 using service::ServiceResponse;
 using Decision = ui::FormRicettaResult::Decision;
-
-// The reply never came, or nobody could read it.
-constexpr const char* noAnswerCode = "SEBCONT0001";
 
 std::string Line(const ServiceException& entry)
 {
@@ -68,9 +66,9 @@ std::string DescribeItems(const RicettaRecord& record)
 ui::RicettaResult::Outcome OutcomeOf(const ServiceResponse& response)
 {
     using Outcome = ui::RicettaResult::Outcome;
-    return !response.Failed()                     ? Outcome::Flagged
-           : response.FirstCode() == noAnswerCode ? Outcome::WithoutAnswer
-                                                  : Outcome::Refused;
+    // The reply never came, or nobody could read it.
+    const bool isLost = response.FirstCode() == service::code::sebcont0001;
+    return !response.Failed() ? Outcome::Flagged : isLost ? Outcome::WithoutAnswer : Outcome::Refused;
 }
 
 ui::Whom PatientOf(const RicettaRecord& record)

@@ -1,5 +1,7 @@
 #include "service/refusal.h"
 
+#include "service/siss_codes.h"
+
 #include <algorithm>
 #include <array>
 #include <string>
@@ -27,11 +29,11 @@ struct Refusal
 };
 
 constexpr std::array<Refusal, 5> refusals = {{
-    {"SEBCONT0001", AfterRefusal::GoOnWithoutSession, noSession, ui::Buttons::YesNo, 2},
-    {"APPL000103", AfterRefusal::End},
-    {"SEBC00001", AfterRefusal::GoOnWithoutCitizen, noCitizen, ui::Buttons::YesNo, 1},
-    {"PDCAR012", AfterRefusal::Retry, noCard, ui::Buttons::RetryCancel, 1},
-    {"PDCAR001", AfterRefusal::Retry, noCard, ui::Buttons::RetryCancel, 1},
+    {code::sebcont0001, AfterRefusal::GoOnWithoutSession, noSession, ui::Buttons::YesNo, 2},
+    {code::appl000103, AfterRefusal::End},
+    {code::sebc00001, AfterRefusal::GoOnWithoutCitizen, noCitizen, ui::Buttons::YesNo, 1},
+    {code::pdcar012, AfterRefusal::Retry, noCard, ui::Buttons::RetryCancel, 1},
+    {code::pdcar001, AfterRefusal::Retry, noCard, ui::Buttons::RetryCancel, 1},
 }};
 
 } // namespace

@@ -1,5 +1,6 @@
 // How a reply text becomes a response.
 #include "service/service_factory.h"
+#include "service/siss_codes.h"
 
 #include <algorithm>
 #include <array>
@@ -139,7 +140,7 @@ std::shared_ptr<ServiceResponse> ServiceFactory::GetResponse(const std::string& 
     if (!document)
     {
         response->IsXml = false;
-        response->FailedResult = MakeFailure("SEBCONT0001", xmlStream);
+        response->FailedResult = MakeFailure(std::string(code::sebcont0001), xmlStream);
         return response;
     }
     const auto body = BodyOf(*document);

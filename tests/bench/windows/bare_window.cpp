@@ -131,6 +131,8 @@ void BareWindow::ShowModal(const Work& work)
     dialog.head.dwExtendedStyle = m_extendedStyle;
     DialogBoxIndirectParamW(GetModuleHandleW(nullptr), &dialog.head, nullptr, &BareWindow::Procedure,
                             reinterpret_cast<LPARAM>(this));
+    DeleteObject(m_plain);
+    DeleteObject(m_bold);
 }
 
 INT_PTR CALLBACK BareWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
@@ -166,8 +168,8 @@ INT_PTR CALLBACK BareWindow::Procedure(HWND window, UINT message, WPARAM wParam,
 
 void BareWindow::Make(HWND window)
 {
-    const HFONT plain = MakeFont(FW_NORMAL); // the program ends soon
-    const HFONT bold = MakeFont(FW_BOLD);
+    m_plain = MakeFont(FW_NORMAL);
+    m_bold = MakeFont(FW_BOLD);
     SetWindowTextW(window, m_title.c_str());
     SetWindowPos(window, nullptr, m_place.left, m_place.top, m_place.right - m_place.left, m_place.bottom - m_place.top,
                  SWP_NOZORDER | SWP_NOACTIVATE);
@@ -179,7 +181,7 @@ void BareWindow::Make(HWND window)
             CreateWindowExW(control.extendedStyle, control.windowClass.c_str(), control.text.c_str(), control.style,
                             place.left, place.top, place.right - place.left, place.bottom - place.top, window,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id++)), GetModuleHandleW(nullptr), nullptr);
-        Send(child, WM_SETFONT, reinterpret_cast<WPARAM>(control.bold ? bold : plain), FALSE);
+        Send(child, WM_SETFONT, reinterpret_cast<WPARAM>(control.bold ? m_bold : m_plain), FALSE);
         Fill(child, control);
     }
 }

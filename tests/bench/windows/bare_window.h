@@ -49,6 +49,8 @@ private:
     RECT m_place{};
     std::vector<Control> m_controls;
     Work m_work;
+    HFONT m_plain = nullptr; // while it is open
+    HFONT m_bold = nullptr;
 };
 
 } // namespace vellumo::bench

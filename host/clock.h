@@ -3,6 +3,8 @@
 
 #include "host/date.h"
 
+#include <ctime>
+
 namespace vellumo::host
 {
 
@@ -18,5 +20,8 @@ class SystemClock final : public Clock
 public:
     [[nodiscard]] Date Now() const override;
 };
+
+// What a clock on the wall here shows at that time.
+[[nodiscard]] Date LocalTime(std::time_t time);
 
 } // namespace vellumo::host

@@ -36,7 +36,7 @@ public:
 
     // Null for well-formed XML without the node that says how the call ended. Every other text gives a response: one
     // that is no XML fails with code "SEBCONT0001" and the text as message, which is how the bridge reports its errors.
-    [[nodiscard]] std::shared_ptr<ServiceResponse> GetResponse(const std::string& xmlStream) const;
+    [[nodiscard]] static std::shared_ptr<ServiceResponse> GetResponse(const std::string& xmlStream);
 
     // Name of the element in the body of a reply, of the root of any other document; "" for what is no XML.
     [[nodiscard]] static std::string ReplyElement(const std::string& xmlStream);

@@ -131,7 +131,7 @@ std::string ServiceFactory::ReplyElement(const std::string& xmlStream)
     return document && !reply ? document->Root().Name() : reply.Name();
 }
 
-std::shared_ptr<ServiceResponse> ServiceFactory::GetResponse(const std::string& xmlStream) const
+std::shared_ptr<ServiceResponse> ServiceFactory::GetResponse(const std::string& xmlStream)
 {
     auto response = std::make_shared<ServiceResponse>();
     response->Output = xmlStream;

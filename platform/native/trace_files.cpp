@@ -125,6 +125,8 @@ std::vector<std::string> NamesIn(std::string_view folder)
     {
         names.emplace_back(&entry->d_name[0]);
     }
+    std::erase(names, ".");
+    std::erase(names, "..");
     return names;
 }
 

@@ -140,6 +140,8 @@ std::vector<std::string> NamesIn(std::string_view folder)
     {
         names.push_back(windows::FromWide(found.cFileName));
     }
+    std::erase(names, ".");
+    std::erase(names, "..");
     return names;
 }
 

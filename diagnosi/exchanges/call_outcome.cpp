@@ -1,0 +1,83 @@
+#include "diagnosi/exchanges/call_outcome.h"
+
+#include "service/service_factory.h"
+
+#include <memory>
+
+namespace vellumo::exchanges
+{
+namespace
+{
+
+using service::ServiceFactory;
+
+// Contacts say with a letter what became of them; "N" comes without a code.
+bool IsRefusedContact(std::string_view service, std::string_view result)
+{
+    return service.ends_with("Contatto") && (result == "N" || result == "n");
+}
+
+void ReadFinalResults(const xml::Node& body, service::ServiceExceptions& unconfirmed)
+{
+    for (const xml::Node& result : body.Descendants("risultatoRegistrazione"))
+    {
+        const auto outcome = result.Select("esitoRegistrazione");
+        if (!outcome)
+        {
+            unconfirmed.AddObject(ServiceFactory::ParseServiceException(result.Select("esitoNegativo")));
+        }
+        else if (outcome.Text() != "OK")
+        {
+            unconfirmed.Add(result.Text("messaggioRegistrazione"), outcome.Text(), "", "", "", "");
+        }
+    }
+}
+
+Outcome OutcomeOfResponse(std::string_view service, const service::ServiceResponse& response)
+{
+    Outcome outcome;
+    outcome.result = response.ServiceResult;
+    outcome.exceptions = response.Exceptions;
+    outcome.warnings = response.Warnings;
+    ReadFinalResults(response.Body, outcome.unconfirmed);
+    if (!response.Failed())
+    {
+        outcome.kind = IsRefusedContact(service, outcome.result) ? Outcome::Kind::Refused : Outcome::Kind::Accepted;
+        return outcome;
+    }
+    const bool isFault = response.Body.Select("SOAP-ENV:Fault") || response.Body.Select("env:Fault");
+    outcome.kind = isFault ? Outcome::Kind::SoapFault : Outcome::Kind::Refused;
+    outcome.code = response.FirstCode();
+    outcome.text = response.FailedResult ? response.FailedResult->Message : response.Exceptions.Item(1)->Message;
+    return outcome;
+}
+
+} // namespace
+
+Outcome OutcomeOf(std::string_view service, const std::optional<std::string>& reply)
+{
+    if (!reply || reply->empty())
+    {
+        return {};
+    }
+    const auto response = ServiceFactory::GetResponse(*reply);
+    Outcome outcome;
+    if (!response)
+    {
+        outcome.kind = Outcome::Kind::NoOutcome;
+        outcome.text = ServiceFactory::ReplyElement(*reply);
+    }
+    else if (!response->IsXml)
+    {
+        outcome.kind = Outcome::Kind::NotXml;
+        outcome.code = response->FirstCode();
+        outcome.text = *reply;
+    }
+    else
+    {
+        outcome = OutcomeOfResponse(service, *response);
+    }
+    return outcome;
+}
+
+} // namespace vellumo::exchanges

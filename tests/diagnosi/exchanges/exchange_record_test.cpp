@@ -1,0 +1,158 @@
+#include "diagnosi/exchanges/exchange_record.h"
+#include "tests/support/installation.h"
+
+#include <doctest.h>
+
+#include <string>
+#include <vector>
+
+using namespace vellumo;
+using namespace vellumo::exchanges;
+
+namespace
+{
+
+std::string Reply(const std::string& element, const std::string& content)
+{
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><SOAP-ENV:Envelope xmlns:SOAP-ENV=\"urn:s\" "
+           "xmlns:m=\"urn:m\"><SOAP-ENV:Body><m:" +
+           element + "Response>" + content + "</m:" + element + "Response></SOAP-ENV:Body></SOAP-ENV:Envelope>";
+}
+
+const std::string registered =
+    Reply("GSSC.registraPrescrizione", "<param><rispostaRicettaRegistrata><esitoServizio>OK</esitoServizio>"
+                                       "</rispostaRicettaRegistrata></param>");
+const std::string phase = Reply("GSSC.inizioFasePrescrittiva", "<param><datiRisposta/></param>");
+const std::string refused =
+    Reply("GSSC.inizioFasePrescrittiva", "<param><esitoNegativo><codiceErrore>PDCAR001</codiceErrore><descErrore>Carta"
+                                         "</descErrore></esitoNegativo></param>");
+const std::string found = Reply("ICCE.identificaCittadinoGUI", "<esitoIdentifica/>");
+
+class Log
+{
+public:
+    Log()
+    {
+        m_installation.Write("Log\\note.txt", "");
+        m_installation.Write("Log\\2024-02-30 10.00.00", "");
+    }
+
+    void Call(const std::string& folder, int number, const std::string& service, const std::string& reply)
+    {
+        const std::string begin = "Log\\" + folder + "\\" + std::to_string(number);
+        m_installation.Write(begin + " - Richiesta " + service, "<richiesta/>");
+        m_installation.Write(begin + " - Risposta " + service, reply);
+    }
+    void File(const std::string& name, std::string_view bytes) { m_installation.Write("Log\\" + name, bytes); }
+    [[nodiscard]] ExchangeRecord Read(const Period& period = {}) const
+    {
+        return ReadExchanges(m_installation.Path("Log"), period);
+    }
+
+private:
+    tests::Installation m_installation;
+};
+
+// "Prescriptions 7 8 9" and so on.
+std::vector<std::string> Told(const ExchangeRecord& record)
+{
+    const std::vector<std::string> kinds = {"Identification", "Certificate", "Contact",
+                                            "Prescriptions",  "Other",       "NoCalls"};
+    std::vector<std::string> told;
+    for (const Operation& operation : record.operations)
+    {
+        std::string line = kinds.at(static_cast<std::size_t>(operation.kind));
+        for (const Call& call : operation.calls)
+        {
+            line += ' ' + std::to_string(call.number);
+        }
+        told.push_back(line);
+    }
+    return told;
+}
+
+} // namespace
+
+TEST_CASE("Folders become operations, and a prescribing session is one wherever its calls lie")
+{
+    Log log;
+    log.Call("2024-03-05 10.00.00", 1, "Identifica Cittadino GUI", found);
+    log.Call("2024-03-05 10.00.00", 2, "Inizia Fase Prescrittiva", refused);
+    log.Call("2024-03-05 10.00.00", 3, "Inizia Fase Prescrittiva", phase);
+    log.Call("2024-03-05 10.00.00", 4, "Registra Prescrizione Farmaci", registered);
+    // Another patient is identified while the session is open.
+    log.Call("2024-03-05 10.05.00", 5, "Identifica Cittadino Esteso", found);
+    log.Call("2024-03-05 10.05.00", 6, "Registra Prescrizione Accertamenti", registered);
+    log.Call("2024-03-05 10.05.00", 7, "Fine Fase Prescrittiva", phase);
+    log.Call("2024-03-05 10.05.00", 10, "Inizia Fase Prescrittiva", phase);
+    // Another program, in between.
+    log.Call("2024-03-05 10.02.00", 1, "Invia Certificato", "");
+    log.Call("2024-03-05 10.02.00", 2, "Inserimento Contatto", "");
+    log.Call("2024-03-05 10.02.00", 3, "Registra Prescrizione Farmaci", "");
+    log.File("2024-03-06 08.00.00\\appunti.doc", "");
+    log.File("2024-03-06 08.00.00\\0 - Richiesta Identifica Cittadino GUI", "");
+
+    const auto record = log.Read();
+    CHECK(Told(record) == std::vector<std::string>{"Identification 1", "Prescriptions 2 3 4 6 7", "Certificate 1",
+                                                   "Contact 2", "Prescriptions 3", "Identification 5",
+                                                   "Prescriptions 10", "NoCalls"});
+    CHECK(record.operations[1].calls[3].folder == "2024-03-05 10.05.00");
+    CHECK(record.skipped.size() == 4);
+
+    Period day;
+    day.firstDay = day.lastDay = *host::Date::FromCalendar(2024, 3, 6);
+    CHECK(Told(log.Read(day)) == std::vector<std::string>{"NoCalls"});
+    CHECK(ReadExchanges("C:\\non\\c'è").operations.empty());
+}
+
+TEST_CASE("What a call's files hold, and how the call ended")
+{
+    Log log;
+    const std::string folder = "2024-03-05 10.00.00";
+    log.Call(folder, 1, "Identifica Cittadino GUI", found + "<!-- Niccol\xF2 \x80 -->");
+    log.Call(folder, 2, "Identifica Cittadino GUI", "ERRORE: citt\xE0");
+    log.Call(folder, 3, "Identifica Cittadino GUI", "");
+    log.File(folder + "\\4 - Richiesta Identifica Cittadino GUI", "\xEF\xBB\xBF<citt\xC3\xA0/>");
+    log.Call(folder, 5, "Identifica Cittadino GUI",
+             "<env:Envelope xmlns:env=\"urn:e\"><env:Body><env:Fault><faultcode>F1</faultcode><faultstring>Guasto"
+             "</faultstring></env:Fault></env:Body></env:Envelope>");
+    log.Call(folder, 6, "Identifica Cittadino GUI", Reply("ICCE.identificaCittadinoGUI", "<altro/>"));
+    log.Call(folder, 7, "Modifica Contatto",
+             Reply("ICCE.modificaDatiContatto",
+                   "<esitoModificaContatto><esitoServizio>N</esitoServizio></esitoModificaContatto>"));
+    log.Call(
+        folder, 8, "Fine Fase Prescrittiva",
+        Reply("GSSC.fineFasePrescrittiva",
+              "<param><datiRisposta><risultatoRegistrazione><esitoRegistrazione>OK</esitoRegistrazione>"
+              "</risultatoRegistrazione><risultatoRegistrazione><esitoRegistrazione>KO</esitoRegistrazione>"
+              "<messaggioRegistrazione>No</messaggioRegistrazione></risultatoRegistrazione><risultatoRegistrazione>"
+              "<esitoNegativo><codiceErrore>X1</codiceErrore></esitoNegativo></risultatoRegistrazione>"
+              "</datiRisposta></param>"));
+    log.Call(folder, 9, "Inizia Fase Prescrittiva", refused);
+
+    std::vector<exchanges::Call> calls;
+    for (const Operation& operation : log.Read().operations)
+    {
+        calls.insert(calls.end(), operation.calls.begin(), operation.calls.end());
+    }
+    REQUIRE(calls.size() == 9);
+    using Kind = Outcome::Kind;
+    const std::vector<Kind> kinds = {Kind::Accepted,    Kind::NotXml,    Kind::NothingCame,
+                                     Kind::NothingCame, Kind::SoapFault, Kind::NoOutcome,
+                                     Kind::Refused,     Kind::Accepted,  Kind::Refused};
+    for (std::size_t i = 0; i < kinds.size(); ++i)
+    {
+        CAPTURE(i);
+        CHECK(calls[i].outcome.kind == kinds[i]);
+    }
+    CHECK(calls[0].reply->ends_with("<!-- Niccolò € -->"));
+    CHECK(calls[0].replyTime >= calls[0].requestTime);
+    CHECK(calls[1].outcome.text == "ERRORE: città");
+    CHECK(calls[1].outcome.code == "SEBCONT0001");
+    CHECK(calls[3].request == "<città/>");
+    CHECK(!calls[3].reply);
+    CHECK(calls[4].outcome.code == "F1");
+    CHECK(calls[7].outcome.unconfirmed.Count() == 2);
+    CHECK(calls[7].outcome.IsBad());
+    CHECK(calls[8].outcome.code == "PDCAR001");
+}

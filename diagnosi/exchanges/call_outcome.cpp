@@ -4,7 +4,7 @@
 
 #include <memory>
 
-namespace vellumo::exchanges
+namespace vellumo::diagnosi
 {
 namespace
 {
@@ -80,4 +80,4 @@ Outcome OutcomeOf(std::string_view service, const std::optional<std::string>& re
     return outcome;
 }
 
-} // namespace vellumo::exchanges
+} // namespace vellumo::diagnosi

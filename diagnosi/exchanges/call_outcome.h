@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace vellumo::exchanges
+namespace vellumo::diagnosi
 {
 
 struct Outcome
@@ -40,4 +40,4 @@ struct Outcome
 // lack of memory.
 [[nodiscard]] Outcome OutcomeOf(std::string_view service, const std::optional<std::string>& reply);
 
-} // namespace vellumo::exchanges
+} // namespace vellumo::diagnosi

@@ -8,7 +8,7 @@
 #include <array>
 #include <utility>
 
-namespace vellumo::exchanges
+namespace vellumo::diagnosi
 {
 namespace
 {
@@ -190,4 +190,4 @@ ExchangeRecord ReadExchanges(std::string_view logFolder, const Period& period)
     return record;
 }
 
-} // namespace vellumo::exchanges
+} // namespace vellumo::diagnosi

@@ -17,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vellumo::exchanges
+namespace vellumo::diagnosi
 {
 
 // Texts are UTF-8. The files are written when the call is over, so their times are those of its end.
@@ -79,4 +79,4 @@ struct Period
 // Which operation a service belongs to, by its name in the log.
 [[nodiscard]] Operation::Kind KindOfService(std::string_view service);
 
-} // namespace vellumo::exchanges
+} // namespace vellumo::diagnosi

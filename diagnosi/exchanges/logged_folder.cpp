@@ -15,7 +15,7 @@
 #include <system_error>
 #include <utility>
 
-namespace vellumo::exchanges
+namespace vellumo::diagnosi
 {
 namespace
 {
@@ -111,4 +111,4 @@ std::vector<Call> ReadFolder(std::string_view logFolder, const std::string& name
     return inOrder;
 }
 
-} // namespace vellumo::exchanges
+} // namespace vellumo::diagnosi

@@ -7,31 +7,31 @@
 #include <vector>
 
 using namespace vellumo;
-using namespace vellumo::exchanges;
+using namespace vellumo::diagnosi;
 
 namespace
 {
 
-std::string Reply(const std::string& element, const std::string& content)
+std::string ReplyOf(const std::string& element, const std::string& content)
 {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><SOAP-ENV:Envelope xmlns:SOAP-ENV=\"urn:s\" "
            "xmlns:m=\"urn:m\"><SOAP-ENV:Body><m:" +
            element + "Response>" + content + "</m:" + element + "Response></SOAP-ENV:Body></SOAP-ENV:Envelope>";
 }
 
-const std::string registered =
-    Reply("GSSC.registraPrescrizione", "<param><rispostaRicettaRegistrata><esitoServizio>OK</esitoServizio>"
-                                       "</rispostaRicettaRegistrata></param>");
-const std::string phase = Reply("GSSC.inizioFasePrescrittiva", "<param><datiRisposta/></param>");
-const std::string refused =
-    Reply("GSSC.inizioFasePrescrittiva", "<param><esitoNegativo><codiceErrore>PDCAR001</codiceErrore><descErrore>Carta"
+const std::string registeredReply =
+    ReplyOf("GSSC.registraPrescrizione", "<param><rispostaRicettaRegistrata><esitoServizio>OK</esitoServizio>"
+                                         "</rispostaRicettaRegistrata></param>");
+const std::string phaseReply = ReplyOf("GSSC.inizioFasePrescrittiva", "<param><datiRisposta/></param>");
+const std::string refusedReply = ReplyOf("GSSC.inizioFasePrescrittiva",
+                                         "<param><esitoNegativo><codiceErrore>PDCAR001</codiceErrore><descErrore>Carta"
                                          "</descErrore></esitoNegativo></param>");
-const std::string found = Reply("ICCE.identificaCittadinoGUI", "<esitoIdentifica/>");
+const std::string foundReply = ReplyOf("ICCE.identificaCittadinoGUI", "<esitoIdentifica/>");
 
-class Log
+class LoggedCalls
 {
 public:
-    Log()
+    LoggedCalls()
     {
         m_installation.Write("Log\\note.txt", "");
         m_installation.Write("Log\\2024-02-30 10.00.00", "");
@@ -54,19 +54,19 @@ private:
 };
 
 // "Prescriptions 7 8 9" and so on.
-std::vector<std::string> Told(const ExchangeRecord& record)
+std::vector<std::string> Arranged(const ExchangeRecord& record)
 {
     const std::vector<std::string> kinds = {"Identification", "Certificate", "Contact",
                                             "Prescriptions",  "Other",       "NoCalls"};
     std::vector<std::string> told;
     for (const Operation& operation : record.operations)
     {
-        std::string line = kinds.at(static_cast<std::size_t>(operation.kind));
+        std::string text = kinds.at(static_cast<std::size_t>(operation.kind));
         for (const Call& call : operation.calls)
         {
-            line += ' ' + std::to_string(call.number);
+            text += ' ' + std::to_string(call.number);
         }
-        told.push_back(line);
+        told.push_back(text);
     }
     return told;
 }
@@ -75,16 +75,16 @@ std::vector<std::string> Told(const ExchangeRecord& record)
 
 TEST_CASE("Folders become operations, and a prescribing session is one wherever its calls lie")
 {
-    Log log;
-    log.Call("2024-03-05 10.00.00", 1, "Identifica Cittadino GUI", found);
-    log.Call("2024-03-05 10.00.00", 2, "Inizia Fase Prescrittiva", refused);
-    log.Call("2024-03-05 10.00.00", 3, "Inizia Fase Prescrittiva", phase);
-    log.Call("2024-03-05 10.00.00", 4, "Registra Prescrizione Farmaci", registered);
+    LoggedCalls log;
+    log.Call("2024-03-05 10.00.00", 1, "Identifica Cittadino GUI", foundReply);
+    log.Call("2024-03-05 10.00.00", 2, "Inizia Fase Prescrittiva", refusedReply);
+    log.Call("2024-03-05 10.00.00", 3, "Inizia Fase Prescrittiva", phaseReply);
+    log.Call("2024-03-05 10.00.00", 4, "Registra Prescrizione Farmaci", registeredReply);
     // Another patient is identified while the session is open.
-    log.Call("2024-03-05 10.05.00", 5, "Identifica Cittadino Esteso", found);
-    log.Call("2024-03-05 10.05.00", 6, "Registra Prescrizione Accertamenti", registered);
-    log.Call("2024-03-05 10.05.00", 7, "Fine Fase Prescrittiva", phase);
-    log.Call("2024-03-05 10.05.00", 10, "Inizia Fase Prescrittiva", phase);
+    log.Call("2024-03-05 10.05.00", 5, "Identifica Cittadino Esteso", foundReply);
+    log.Call("2024-03-05 10.05.00", 6, "Registra Prescrizione Accertamenti", registeredReply);
+    log.Call("2024-03-05 10.05.00", 7, "Fine Fase Prescrittiva", phaseReply);
+    log.Call("2024-03-05 10.05.00", 10, "Inizia Fase Prescrittiva", phaseReply);
     // Another program, in between.
     log.Call("2024-03-05 10.02.00", 1, "Invia Certificato", "");
     log.Call("2024-03-05 10.02.00", 2, "Inserimento Contatto", "");
@@ -93,44 +93,44 @@ TEST_CASE("Folders become operations, and a prescribing session is one wherever 
     log.File("2024-03-06 08.00.00\\0 - Richiesta Identifica Cittadino GUI", "");
 
     const auto record = log.Read();
-    CHECK(Told(record) == std::vector<std::string>{"Identification 1", "Prescriptions 2 3 4 6 7", "Certificate 1",
-                                                   "Contact 2", "Prescriptions 3", "Identification 5",
-                                                   "Prescriptions 10", "NoCalls"});
+    CHECK(Arranged(record) == std::vector<std::string>{"Identification 1", "Prescriptions 2 3 4 6 7", "Certificate 1",
+                                                       "Contact 2", "Prescriptions 3", "Identification 5",
+                                                       "Prescriptions 10", "NoCalls"});
     CHECK(record.operations[1].calls[3].folder == "2024-03-05 10.05.00");
     CHECK(record.skipped.size() == 4);
 
     Period day;
     day.firstDay = day.lastDay = *host::Date::FromCalendar(2024, 3, 6);
-    CHECK(Told(log.Read(day)) == std::vector<std::string>{"NoCalls"});
+    CHECK(Arranged(log.Read(day)) == std::vector<std::string>{"NoCalls"});
     CHECK(ReadExchanges("C:\\non\\c'è").operations.empty());
 }
 
 TEST_CASE("What a call's files hold, and how the call ended")
 {
-    Log log;
+    LoggedCalls log;
     const std::string folder = "2024-03-05 10.00.00";
-    log.Call(folder, 1, "Identifica Cittadino GUI", found + "<!-- Niccol\xF2 \x80 -->");
+    log.Call(folder, 1, "Identifica Cittadino GUI", foundReply + "<!-- Niccol\xF2 \x80 -->");
     log.Call(folder, 2, "Identifica Cittadino GUI", "ERRORE: citt\xE0");
     log.Call(folder, 3, "Identifica Cittadino GUI", "");
     log.File(folder + "\\4 - Richiesta Identifica Cittadino GUI", "\xEF\xBB\xBF<citt\xC3\xA0/>");
     log.Call(folder, 5, "Identifica Cittadino GUI",
              "<env:Envelope xmlns:env=\"urn:e\"><env:Body><env:Fault><faultcode>F1</faultcode><faultstring>Guasto"
              "</faultstring></env:Fault></env:Body></env:Envelope>");
-    log.Call(folder, 6, "Identifica Cittadino GUI", Reply("ICCE.identificaCittadinoGUI", "<altro/>"));
+    log.Call(folder, 6, "Identifica Cittadino GUI", ReplyOf("ICCE.identificaCittadinoGUI", "<altro/>"));
     log.Call(folder, 7, "Modifica Contatto",
-             Reply("ICCE.modificaDatiContatto",
-                   "<esitoModificaContatto><esitoServizio>N</esitoServizio></esitoModificaContatto>"));
+             ReplyOf("ICCE.modificaDatiContatto",
+                     "<esitoModificaContatto><esitoServizio>N</esitoServizio></esitoModificaContatto>"));
     log.Call(
         folder, 8, "Fine Fase Prescrittiva",
-        Reply("GSSC.fineFasePrescrittiva",
-              "<param><datiRisposta><risultatoRegistrazione><esitoRegistrazione>OK</esitoRegistrazione>"
-              "</risultatoRegistrazione><risultatoRegistrazione><esitoRegistrazione>KO</esitoRegistrazione>"
-              "<messaggioRegistrazione>No</messaggioRegistrazione></risultatoRegistrazione><risultatoRegistrazione>"
-              "<esitoNegativo><codiceErrore>X1</codiceErrore></esitoNegativo></risultatoRegistrazione>"
-              "</datiRisposta></param>"));
-    log.Call(folder, 9, "Inizia Fase Prescrittiva", refused);
+        ReplyOf("GSSC.fineFasePrescrittiva",
+                "<param><datiRisposta><risultatoRegistrazione><esitoRegistrazione>OK</esitoRegistrazione>"
+                "</risultatoRegistrazione><risultatoRegistrazione><esitoRegistrazione>KO</esitoRegistrazione>"
+                "<messaggioRegistrazione>No</messaggioRegistrazione></risultatoRegistrazione><risultatoRegistrazione>"
+                "<esitoNegativo><codiceErrore>X1</codiceErrore></esitoNegativo></risultatoRegistrazione>"
+                "</datiRisposta></param>"));
+    log.Call(folder, 9, "Inizia Fase Prescrittiva", refusedReply);
 
-    std::vector<exchanges::Call> calls;
+    std::vector<diagnosi::Call> calls;
     for (const Operation& operation : log.Read().operations)
     {
         calls.insert(calls.end(), operation.calls.begin(), operation.calls.end());

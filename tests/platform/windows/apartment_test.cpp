@@ -6,14 +6,14 @@
 namespace
 {
 
-struct Apartment
+struct ThreadApartment
 {
-    Apartment() { static_cast<void>(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)); }
-    ~Apartment() { CoUninitialize(); }
-    Apartment(const Apartment&) = delete;
-    Apartment& operator=(const Apartment&) = delete;
+    ThreadApartment() { static_cast<void>(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)); }
+    ~ThreadApartment() { CoUninitialize(); }
+    ThreadApartment(const ThreadApartment&) = delete;
+    ThreadApartment& operator=(const ThreadApartment&) = delete;
 };
 
-const Apartment apartment;
+const ThreadApartment threadApartment;
 
 } // namespace

@@ -54,17 +54,17 @@ double Kilobytes(std::size_t before, std::size_t after)
 // label has its font.
 double KeptOfBareWindows(LibraryRun& run)
 {
-    std::unique_ptr<BareWindow> window;
-    run.TheBridge().called = [&] { window = std::make_unique<BareWindow>(LibraryRun::Window()); };
+    std::unique_ptr<BareWindow> copy;
+    run.TheBridge().called = [&] { copy = std::make_unique<BareWindow>(LibraryRun::Window()); };
     Operate(run);
     run.TheBridge().called = nullptr;
     const windows::CommonControls controls;
     const windows::CommonControls::Scope scope(controls);
     std::size_t before = 0;
-    for (int shown = 1; shown <= all; ++shown)
+    for (int window = 1; window <= all; ++window)
     {
-        window->ShowModal([](HWND) {});
-        before = shown == warm ? BytesInUse() : before;
+        copy->ShowModal([](HWND) {});
+        before = window == warm ? BytesInUse() : before;
     }
     return Kilobytes(before, BytesInUse());
 }

@@ -20,7 +20,7 @@ constexpr std::string_view passedOver =
     "alla fine della fase prescrittiva non mostra niente e salva i risultati che la "
     "risposta porta; altrove mostra l'errore";
 
-constexpr std::array<SissCode, 10> codes = {{
+constexpr std::array<SissCode, 10> known = {{
     {code::sebcont0001,
      "la sessione SISS non è attiva; lo stesso codice prende ogni risposta che non è un documento XML, cioè un errore "
      "del client SISS o nessuna risposta",
@@ -56,13 +56,13 @@ constexpr SissCode unknown = {"", undocumentedCode, sissSupport, tellSupport,
 
 std::span<const SissCode> SissCodes() noexcept
 {
-    return codes;
+    return known;
 }
 
 const SissCode& ExplainSissCode(std::string_view code) noexcept
 {
-    const auto* const found = std::ranges::find(codes, code, &SissCode::code);
-    return found == codes.end() ? unknown : *found;
+    const auto* const found = std::ranges::find(known, code, &SissCode::code);
+    return found == known.end() ? unknown : *found;
 }
 
 } // namespace vellumo::service

@@ -43,7 +43,7 @@ lint:
 	@tools/lint
 
 test:
-	@tools/setup
+	@tools/setup test
 	@tools/test native
 	@tools/test win64
 

@@ -131,6 +131,18 @@ private:
 
 } // namespace
 
+Tally TallyOf(const ExchangeRecord& record) noexcept
+{
+    Tally tally;
+    for (const Operation& operation : record.operations)
+    {
+        tally.calls += operation.calls.size();
+        tally.bad += static_cast<std::size_t>(
+            std::ranges::count_if(operation.calls, [](const Call& call) { return call.outcome.IsBad(); }));
+    }
+    return tally;
+}
+
 bool Period::Has(host::Date time) const
 {
     return (firstDay.IsZero() || time.DayNumber() >= firstDay.DayNumber()) &&

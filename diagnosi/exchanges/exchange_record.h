@@ -11,6 +11,7 @@
 #include "diagnosi/exchanges/call_outcome.h"
 #include "host/date.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -60,6 +61,14 @@ struct ExchangeRecord
     // "name: why" of what lies in the log folder and is none of its own, or could not be read.
     std::vector<std::string> skipped;
 };
+
+struct Tally
+{
+    std::size_t calls = 0;
+    std::size_t bad = 0; // that support should look at
+};
+
+[[nodiscard]] Tally TallyOf(const ExchangeRecord& record) noexcept;
 
 // By the names of the folders, both days included. The zero date: no bound on that side.
 struct Period

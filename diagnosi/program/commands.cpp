@@ -1,5 +1,6 @@
 #include "diagnosi/program/check_command.h"
 #include "diagnosi/program/command.h"
+#include "diagnosi/program/exchange_command.h"
 #include "host/fault.h"
 #include "host/version.h"
 
@@ -55,8 +56,10 @@ const Command& Find(const std::string& name)
 
 std::span<const Command> Commands()
 {
-    static constexpr std::array<Command, 1> commands = {{
+    static constexpr std::array<Command, 2> commands = {{
         {"controlla", "", 0, "controlla l'installazione e dice che cosa fare", checkOptions, RunCheck},
+        {"scambi", "[CARTELLA]", 1, "mostra il registro degli scambi con il SISS come pagina per il browser",
+         exchangeOptions, RunExchanges},
     }};
     return commands;
 }

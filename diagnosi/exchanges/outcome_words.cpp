@@ -1,0 +1,152 @@
+#include "diagnosi/exchanges/outcome_words.h"
+
+#include "host/text.h"
+
+#include <array>
+#include <cstdio>
+
+namespace vellumo::diagnosi
+{
+namespace
+{
+
+constexpr std::size_t longestSaid = 200; // characters of a text in a line
+
+// What SISS may have done although nobody here knows.
+std::string MayBeDone(const Call& call)
+{
+    switch (KindOfService(call.service))
+    {
+    case Operation::Kind::Prescriptions:
+        return "Il SISS può averla eseguita lo stesso: prima di ripeterla cercare sul SISS le ricette del paziente.";
+    case Operation::Kind::Certificate:
+        return "L'INPS può avere il certificato: controllare sul SISS prima di inviarlo di nuovo, altrimenti diventano "
+               "due.";
+    case Operation::Kind::Contact:
+        return "Il SISS può avere il contatto o no; il programma può inviarlo di nuovo.";
+    default:
+        return "Il paziente nel programma è rimasto com'era; ripetere l'operazione.";
+    }
+}
+
+std::string WithCode(const std::string& code, const std::string& text)
+{
+    const std::string line = code.empty() ? text : code + (text.empty() ? "" : " · " + text);
+    return host::FirstCharacters(line, longestSaid);
+}
+
+OutcomeWords WordsOfAccepted(const Outcome& outcome)
+{
+    if (const auto count = outcome.unconfirmed.Count(); count > 0)
+    {
+        const auto& first = *outcome.unconfirmed.Item(1);
+        return {count == 1 ? "Accettata, 1 ricetta non confermata"
+                           : "Accettata, " + std::to_string(count) + " ricette non confermate",
+                WithCode(first.Code, first.Message),
+                {"La fine della fase è riuscita, ma il SISS non conferma ogni ricetta: confrontare i codici in "
+                 "RicettaSSN con le righe di SISS\\Tracce."}};
+    }
+    if (outcome.warnings.Count() > 0)
+    {
+        const auto& first = *outcome.warnings.Item(1);
+        return {"Accettata con avvisi", WithCode(first.Code, first.Message), {}};
+    }
+    return {"Accettata", {}, {}};
+}
+
+} // namespace
+
+OutcomeWords WordsOf(const Call& call)
+{
+    const Outcome& outcome = call.outcome;
+    switch (outcome.kind)
+    {
+    case Outcome::Kind::Accepted:
+        return WordsOfAccepted(outcome);
+    case Outcome::Kind::Refused:
+        return {
+            "Rifiutata", outcome.code.empty() ? "esito " + outcome.result : WithCode(outcome.code, outcome.text), {}};
+    case Outcome::Kind::SoapFault:
+        return {
+            "Errore del servizio",
+            WithCode(outcome.code, outcome.text),
+            {"Il servizio ha risposto con un errore tecnico (SOAP Fault) invece che con un esito.", MayBeDone(call)}};
+    case Outcome::Kind::NotXml:
+        return {"Risposta non XML",
+                WithCode("", outcome.text),
+                {"Il client SISS ha risposto con un testo che non è un documento XML: di solito è il suo messaggio di "
+                 "errore. Il programma lo tratta come il codice SEBCONT0001.",
+                 MayBeDone(call)}};
+    case Outcome::Kind::NoOutcome:
+        return {"Senza esito",
+                outcome.text.empty() ? "busta senza risposta" : "elemento " + outcome.text,
+                {"La risposta è XML ma non ha l'elemento che dice com'è andata: riferire all'assistenza SISS la "
+                 "risposta.",
+                 MayBeDone(call)}};
+    case Outcome::Kind::NothingCame:
+        break;
+    }
+    return {"Nessuna risposta",
+            call.reply ? "il file della risposta è vuoto" : "manca il file della risposta",
+            {"Dal client SISS non è arrivato niente, oppure ha dato un errore: il motivo è nel registro errori del "
+             "programma e in SISS\\Tracce. Il programma la tratta come il codice SEBCONT0001.",
+             MayBeDone(call)}};
+}
+
+std::string TitleOf(Operation::Kind kind)
+{
+    switch (kind)
+    {
+    case Operation::Kind::Identification:
+        return "Identificazione di un cittadino";
+    case Operation::Kind::Certificate:
+        return "Certificato di malattia";
+    case Operation::Kind::Contact:
+        return "Contatto";
+    case Operation::Kind::Prescriptions:
+        return "Prescrizioni";
+    case Operation::Kind::Other:
+        return "Altro servizio";
+    case Operation::Kind::NoCalls:
+        break;
+    }
+    return "Nessuna chiamata";
+}
+
+std::vector<std::string> ReasonsForNoPrescriptions()
+{
+    return {
+        "Le ricette stanno nella cartella dell'ultima identificazione, certificato o contatto che le precede, anche "
+        "se di un altro paziente: guardare le cartelle prima e dopo.",
+        "Da quando il programma è stato avviato non c'era ancora stata un'identificazione, un certificato o un "
+        "contatto: senza cartella le ricette non vanno nel registro.",
+        "Il medico ha scelto di proseguire senza SISS, o ha annullato la finestra delle opzioni di stampa: al SISS "
+        "non è andato niente.",
+        "L'utente è personale dello studio: le ricette aspettano il medico e non vanno al SISS.",
+        "Le ricette hanno solo farmaci di classe C e l'impostazione CCEInviaRicettaFarmaciClasseC è spenta.",
+        "Le impostazioni CCEAbilitato e CCEAbilitaLog non erano accese tutte e due.",
+        "Il programma si è chiuso mentre aspettava la risposta: la chiamata non è nel registro. Guardare "
+        "SISS\\Tracce."};
+}
+
+std::string ReasonForNoCalls()
+{
+    return "La cartella è vuota: l'operazione è cominciata ma nessuna chiamata è finita. L'utente è personale dello "
+           "studio (non si chiama il SISS), manca il modello della richiesta, o il programma si è chiuso durante la "
+           "chiamata.";
+}
+
+std::string TimeText(host::Date time)
+{
+    if (time.IsZero())
+    {
+        return {};
+    }
+    const auto parts = time.ToCalendar();
+    std::array<char, 80> text{};
+    std::snprintf(text.data(), text.size(), "%02d/%02d/%04d %02d:%02d:%02d", parts.day, parts.month, parts.year,
+                  parts.hour, parts.minute, parts.second);
+    return text.data();
+}
+
+} // namespace vellumo::diagnosi

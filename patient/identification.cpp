@@ -10,7 +10,6 @@
 
 #include <array>
 #include <string>
-#include <string_view>
 #include <utility>
 
 namespace vellumo::patient

@@ -140,6 +140,11 @@ const Group callStatements = {
          "returns or faults at once",
          nothing},
         {"call", "meanwhile request N <operation> faults ['PART']", "", nothing},
+        {"", "operator answers by default",
+         "in all calls from here on, windows and boxes that no line expects next are answered by their default button; "
+         "one that keeps coming back is closed by its frame. So begins a scenario made from a log",
+         [](Run& run, const Node&) { run.AnswerByDefault(); }},
+        {"call", "returns anything", "whatever the call returns; `gestito` may be left out then", nothing},
         {"call", "returns patient CF", "what the call returns: the patient's number in the practice", nothing},
         {"call", "returns VALUE…", "what the call returns", nothing},
         {"call", "gestito True/False", "the by-reference argument afterwards; `IdentificaPaziente` needs it", nothing},

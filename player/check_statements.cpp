@@ -30,6 +30,12 @@ void LookAtRequest(Run& run, const Node& node)
     Expect("service", node.Text("SERVICE"), run.Open().requestBody.name);
 }
 
+void LookAtText(Run& run, const Node& node)
+{
+    Expect("the request", Joined(node.block, "\n"),
+           run.GetStage().Network().Exchanges().at(run.Open().request).request);
+}
+
 // What is there, so that a text is not taken for nothing.
 std::string Shown(const std::optional<std::string>& text)
 {
@@ -248,6 +254,7 @@ const Group checkStatements = {
         {"request", "shown as 'NAME'", "what the wait window said",
          [](Run& run, const Node& node)
          { Expect("the wait window said", node.Text("NAME"), run.ShownAs().at(run.Open().request)); }},
+        {"request", "text", "its whole text is that of the block", LookAtText},
         {"request", "at PATH missing", "no such node below the operation element", LookAtPath},
         {"request", "at PATH 'TEXT'", "a text there", LookAtPath},
         {"", "opened SenzaSISS/DaValidare/TipoRicetta/ModalitaStampa VALUE", "the session that the host keeps",

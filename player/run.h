@@ -86,6 +86,8 @@ public:
     [[nodiscard]] const std::vector<std::string>& ShownAs() const noexcept { return m_shownAs; }
     void Tell(const std::string& text) { m_narrator.Say(text); }
     void Call(const Node& call);
+    // From the next call on the operator takes the default button where no line says anything else.
+    void AnswerByDefault() noexcept { m_answersByDefault = true; }
     // A second call, from a timer of the host's, which hands everything over anew before it.
     void CallMeanwhile(const Node& line);
     // Creates the provider now; `fault` empty: it must succeed.
@@ -149,6 +151,7 @@ private:
     std::vector<Difference> m_withoutEffect;
     std::vector<std::function<void()>> m_atEnd;
     std::optional<ScriptedOperator> m_operator; // of the last call
+    bool m_answersByDefault = false;
     std::unique_ptr<Stage> m_stage;
     std::shared_ptr<norda::PrescriptionSession> m_session;
     std::optional<Snapshot> m_before;

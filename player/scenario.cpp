@@ -19,7 +19,8 @@ void CheckComplete(const Node& node)
     {
         fail("the call needs a line \"returns\" or \"faults\" below it");
     }
-    if (node.Keyword() == "call" && node.behind.starts_with("IdentificaPaziente") && has("returns") && !has("gestito"))
+    if (node.Keyword() == "call" && node.behind.starts_with("IdentificaPaziente") && has("returns") &&
+        !has("gestito") && !FindLine(node.below, "returns")->Has("anything"))
     {
         fail("the call needs a line \"gestito\" below it");
     }

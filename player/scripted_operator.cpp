@@ -15,6 +15,10 @@ namespace
 // have been dispatched each time, so more than a few mean that it does not close.
 constexpr int patience = 20;
 
+// A form whose default leads nowhere, such as one that asks for what only a person knows, comes back each time. Each
+// exemption that is assigned takes one, too.
+constexpr int mostDefaults = 10;
+
 bool IsWatched(const Node& expected)
 {
     return expected.Keyword() == "watch";
@@ -38,10 +42,11 @@ std::vector<std::string> StageOf(const Window& window)
 
 } // namespace
 
-ScriptedOperator::ScriptedOperator(Run& run, const Node& call, bool lenient)
+ScriptedOperator::ScriptedOperator(Run& run, const Node& call, bool lenient, bool byDefault)
     : m_run(run)
     , m_call(call.place)
     , m_lenient(lenient)
+    , m_byDefault(byDefault)
 {
     for (const auto& line : call.below)
     {
@@ -106,7 +111,14 @@ void ScriptedOperator::Work(Window& window)
     }
     else if (!worked || m_patience-- <= 0)
     {
-        Unexpected(window);
+        if (m_byDefault)
+        {
+            TakeDefault(window);
+        }
+        else
+        {
+            Unexpected(window);
+        }
     }
 }
 
@@ -161,7 +173,7 @@ void ScriptedOperator::Watch(Window& window)
                      [&](const Expected& each) { return IsWatched(*each.line) && Fits(*each.line, window); });
     if (found == m_expected.end())
     {
-        if (!std::exchange(m_told, true))
+        if (!m_byDefault && !std::exchange(m_told, true))
         {
             m_run.Report(m_call, "the window " + Quoted(window.Title()) + " appeared, which is not watched");
         }
@@ -218,6 +230,19 @@ void ScriptedOperator::Unexpected(Window& window)
                 (none ? "no further window is expected" : "expected now: " + Quoted(next->line->Text("TITLE"))));
     }
     Dismiss(window);
+}
+
+void ScriptedOperator::TakeDefault(Window& window)
+{
+    const auto buttons = window.All<ui::Button>();
+    const auto found = std::find_if(buttons.begin(), buttons.end(),
+                                    [](const ui::Button* each) { return each->isDefault && each->enabled; });
+    if (found == buttons.end() || ++m_defaults[window.Id()] > mostDefaults)
+    {
+        Dismiss(window);
+        return;
+    }
+    window.Press(**found);
 }
 
 void ScriptedOperator::Dismiss(Window& window)

@@ -10,6 +10,7 @@
 #include "player/statement.h"
 
 #include <cstdint>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -22,7 +23,8 @@ class ScriptedOperator
 public:
     // `call` and its windows are a line of the scenario and lines below it. `lenient`: something fails in it on
     // purpose, so that it may end before all windows have appeared, and boxes may tell of the failure.
-    ScriptedOperator(Run& run, const Node& call, bool lenient);
+    // `byDefault`: a window that is not expected is none of anybody's business, and its default button is pressed.
+    ScriptedOperator(Run& run, const Node& call, bool lenient, bool byDefault = false);
 
     // A window that waits.
     void Work(Window& window);
@@ -48,16 +50,19 @@ private:
     void PlayLines(Window& window);
     void LookAtBar(const Window& window);
     void Unexpected(Window& window);
+    void TakeDefault(Window& window);
     [[nodiscard]] static bool OnlyTells(const Window& window);
 
     Run& m_run;
     Place m_call;
     bool m_lenient;
-    std::vector<Expected> m_expected; // in order; watched ones may come at any time
-    std::size_t m_next = 0;           // where to look for the next one
-    Expected* m_current = nullptr;    // being worked, or worked last
-    std::uint64_t m_currentId = 0;    // its window
-    std::uint64_t m_seenId = 0;       // window last looked at
+    bool m_byDefault;
+    std::map<std::uint64_t, int> m_defaults; // how often a window got its default
+    std::vector<Expected> m_expected;        // in order; watched ones may come at any time
+    std::size_t m_next = 0;                  // where to look for the next one
+    Expected* m_current = nullptr;           // being worked, or worked last
+    std::uint64_t m_currentId = 0;           // its window
+    std::uint64_t m_seenId = 0;              // window last looked at
     std::set<std::uint64_t> m_known;
     std::set<std::uint64_t> m_unexpected; // told already
     int m_patience = 0;

@@ -1,6 +1,7 @@
 #include "diagnosi/program/check_command.h"
 #include "diagnosi/program/command.h"
 #include "diagnosi/program/exchange_command.h"
+#include "diagnosi/program/scenario_command.h"
 #include "host/fault.h"
 #include "host/version.h"
 
@@ -56,11 +57,13 @@ const Command& Find(const std::string& name)
 
 std::span<const Command> Commands()
 {
-    static constexpr std::array<Command, 2> commands = {{
+    static constexpr auto commands = std::to_array<Command>({
         {"controlla", "", 0, "controlla l'installazione e dice che cosa fare", checkOptions, RunCheck},
         {"scambi", "[CARTELLA]", 1, "mostra il registro degli scambi con il SISS come pagina per il browser",
          exchangeOptions, RunExchanges},
-    }};
+        {"scenario", "[CARTELLA]", 1, "fa di una cartella del registro degli scambi uno scenario per chi sviluppa",
+         scenarioOptions, RunScenario},
+    });
     return commands;
 }
 

@@ -34,7 +34,7 @@ endif()
 
 if(VELLUMO_FUZZ)
   # Every branch taken is told to libFuzzer. What is optimised a little runs several times as often.
-  add_compile_options(-O1 -gline-tables-only -fno-omit-frame-pointer
+  add_compile_options(-O2 -gline-tables-only -fno-omit-frame-pointer
     -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
   add_link_options(-fsanitize=address,undefined)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)

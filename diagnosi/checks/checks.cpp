@@ -1,6 +1,9 @@
 #include "diagnosi/checks/checks.h"
 
+#include "diagnosi/checks/client_checks.h"
+#include "diagnosi/checks/database_checks.h"
 #include "diagnosi/checks/folder_checks.h"
+#include "diagnosi/checks/platform_checks.h"
 #include "diagnosi/checks/template_checks.h"
 
 #include <algorithm>
@@ -41,12 +44,22 @@ std::string Indented(const std::string& heading, const std::string& text)
 
 std::span<const Check> Checks()
 {
-    static const std::vector<Check> checks = {
-        {"Cartella del programma", CheckHostFolder},
-        {"Scrittura del registro degli scambi (SISS\\Log)", CheckLogFolder},
-        {"Scrittura delle tracce (SISS\\Tracce)", CheckTraceFolder},
-        {"Modelli delle richieste", CheckTemplates},
-    };
+    static const std::vector<Check> checks = []
+    {
+        const auto first = PlatformChecks();
+        std::vector<Check> all(first.begin(), first.end());
+        all.insert(all.end(), {
+                                  {"Cartella del programma", CheckHostFolder},
+                                  {"Scrittura del registro degli scambi", CheckLogFolder},
+                                  {"Scrittura delle tracce", CheckTraceFolder},
+                                  {"Modelli delle richieste", CheckTemplates},
+                                  {"Cartelle del client SISS", CheckClientFolders},
+                                  {"Configurazione del client SISS", CheckClientConfiguration},
+                                  {"Tabelle regionali", CheckRegionalTables},
+                                  {"Database del programma", CheckDatabase},
+                              });
+        return all;
+    }();
     return checks;
 }
 

@@ -1,4 +1,5 @@
 #include "diagnosi/program/check_command.h"
+#include "diagnosi/program/cleaning_command.h"
 #include "diagnosi/program/command.h"
 #include "diagnosi/program/exchange_command.h"
 #include "diagnosi/program/scenario_command.h"
@@ -63,6 +64,8 @@ std::span<const Command> Commands()
          exchangeOptions, RunExchanges},
         {"scenario", "[CARTELLA]", 1, "fa di una cartella del registro degli scambi uno scenario per chi sviluppa",
          scenarioOptions, RunScenario},
+        {"pulizia", "", 0, "elenca ed elimina il registro degli scambi più vecchio di quanto serve", cleaningOptions,
+         RunCleaning},
     });
     return commands;
 }

@@ -1,0 +1,91 @@
+#include "diagnosi/checks/old_logs.h"
+
+#include "environment/files.h"
+#include "environment/siss_date_time.h"
+#include "host/path.h"
+#include "host/text.h"
+#include "host/trace_files.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <optional>
+
+namespace vellumo::diagnosi
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+// The time that a folder of the log is named after; empty for any other name, however like one it looks.
+std::optional<host::Date> TimeOf(const std::string& name)
+{
+    constexpr std::string_view pattern = "0000-00-00 00.00.00";
+    std::vector<int> numbers{0};
+    for (std::size_t i = 0; i < name.size() && i < pattern.size(); ++i)
+    {
+        if (pattern[i] == '0' && host::IsDigit(name[i]))
+        {
+            numbers.back() = 10 * numbers.back() + (name[i] - '0');
+        }
+        else
+        {
+            numbers.push_back(0);
+        }
+    }
+    constexpr std::size_t parts = 6;
+    const auto time = numbers.size() == parts ? host::Date::FromCalendar(numbers[0], numbers[1], numbers[2], numbers[3],
+                                                                         numbers[4], numbers[5])
+                                              : std::nullopt;
+    return time && environment::Stamp(*time) == name ? time : std::nullopt;
+}
+
+// The files first, so that a folder with something else in it keeps only that.
+bool RemoveFolder(const std::string& path)
+{
+    std::error_code error;
+    for (const auto& name : host::NamesIn(path))
+    {
+        const std::string file = environment::JoinPath(path, name);
+        if (environment::FileExists(file))
+        {
+            fs::remove(host::NativePath(file), error);
+        }
+    }
+    return fs::remove(host::NativePath(path), error);
+}
+
+} // namespace
+
+std::vector<std::string> OldLogFolders(const Machine& machine, int days)
+{
+    const std::string log = LogFolder(machine);
+    const std::int32_t today = machine.clock.Now().DayNumber();
+    std::vector<std::string> old;
+    for (auto& name : host::NamesIn(log))
+    {
+        const auto time = TimeOf(name);
+        if (time && today - time->DayNumber() > days && environment::FolderExists(environment::JoinPath(log, name)))
+        {
+            old.push_back(std::move(name));
+        }
+    }
+    std::ranges::sort(old);
+    return old;
+}
+
+std::vector<std::string> RemoveLogFolders(const Machine& machine, const std::vector<std::string>& names)
+{
+    std::vector<std::string> left;
+    for (const auto& name : names)
+    {
+        if (!RemoveFolder(environment::JoinPath(LogFolder(machine), name)))
+        {
+            left.push_back(name);
+        }
+    }
+    return left;
+}
+
+} // namespace vellumo::diagnosi

@@ -3,7 +3,7 @@
 ;   makensis -DVERSION=1.2.3.456 -DSTAGE=folder -DOUTFILE=file vellumo.nsi
 ;
 ; STAGE holds what is installed: x86\Vellumo.dll, x64\Vellumo.dll, x86\chi_usa.exe, x64\chi_usa.exe, templates\*,
-; LEGGIMI.txt. Command line and exit codes are told by docs/installing.md; the numbers stand here once:
+; LEGGIMI.txt, documenti\*.html. Command line and exit codes are told by docs/installing.md; the numbers stand here once:
 !define EXIT_CANCELLED 1
 !define EXIT_FAILED 2
 !define EXIT_NO_RIGHTS 3
@@ -422,6 +422,9 @@ Section "Vellumo"
 
   SetOutPath "$INSTDIR"
   File "${STAGE}\LEGGIMI.txt"
+  SetOutPath "$INSTDIR\documenti"
+  File "${STAGE}\documenti\*.html"
+  SetOutPath "$INSTDIR"
   WriteUninstaller "$INSTDIR\disinstalla.exe"
   ${If} ${RunningX64}
     SetRegView 64
@@ -516,11 +519,15 @@ Section "un.Vellumo"
   Delete "$INSTDIR\x86\Vellumo.dll"
   Delete "$INSTDIR\x64\Vellumo.dll"
   Delete "$INSTDIR\LEGGIMI.txt"
+  Delete "$INSTDIR\documenti\assistenza.html"
+  Delete "$INSTDIR\documenti\studio.html"
+  Delete "$INSTDIR\documenti\privacy.html"
   Delete "$INSTDIR\disinstalla.exe"
   ; Folders go only when they are empty.
   RMDir "$INSTDIR\x86"
   RMDir "$INSTDIR\x64"
   RMDir "$INSTDIR\templates"
+  RMDir "$INSTDIR\documenti"
   RMDir "$INSTDIR"
   RMDir "$Host\SISS\Templates"
   RMDir "$Host\SISS\Log"

@@ -71,11 +71,12 @@ bool IsApostrophe(std::string_view text, std::size_t position)
     return text[position] == '\'' && position > 0 && IsLetterAt(text, position - 1);
 }
 
-const Quotation* OpensAt(std::string_view text, std::size_t position)
+const Quotation* OpensAt(std::string_view text, std::size_t position, Parentheses parentheses)
 {
     const auto* found = std::ranges::find_if(quotations, [&](const Quotation& quotation)
                                              { return text.substr(position).starts_with(quotation.opens); });
-    return found == quotations.end() || IsApostrophe(text, position) ? nullptr : found;
+    const bool isKept = found != quotations.end() && found->opens == "(" && parentheses == Parentheses::Kept;
+    return found == quotations.end() || isKept || IsApostrophe(text, position) ? nullptr : found;
 }
 
 // Where the quotation ends that begins before `from`; one that is not closed has no end. Brackets may stand in
@@ -170,12 +171,12 @@ std::string IdentifierText(const host::Value& identifier)
     return host::Trap(std::string("sconosciuto"), [&] { return std::to_string(identifier.ToInteger()); });
 }
 
-std::string WithoutQuotedValues(std::string_view text)
+std::string WithoutQuotedValues(std::string_view text, Parentheses parentheses)
 {
     std::string masked;
     for (std::size_t position = 0; position < text.size();)
     {
-        const Quotation* quotation = OpensAt(text, position);
+        const Quotation* quotation = OpensAt(text, position, parentheses);
         if (quotation == nullptr)
         {
             masked += text[position++];

@@ -58,7 +58,13 @@ private:
 // An identifier that the host gave, for a line; "sconosciuto" for anything but a whole number.
 [[nodiscard]] std::string IdentifierText(const host::Value& identifier);
 
+enum class Parentheses
+{
+    Replaced,
+    Kept // where they hold codes, as in the library's own lines
+};
+
 // `text` with what stands in quotation marks or brackets replaced.
-[[nodiscard]] std::string WithoutQuotedValues(std::string_view text);
+[[nodiscard]] std::string WithoutQuotedValues(std::string_view text, Parentheses parentheses = Parentheses::Replaced);
 
 } // namespace vellumo::service

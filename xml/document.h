@@ -37,7 +37,11 @@ public:
     // All elements of that name below this one, in document order.
     [[nodiscard]] std::vector<Node> Descendants(std::string_view name) const;
     [[nodiscard]] Node FirstChildElement() const;
+    [[nodiscard]] std::vector<Node> ChildElements() const;
+    [[nodiscard]] std::vector<std::string> AttributeNames() const;
 
+    // The text that stands in the element itself and not in those below, trimmed.
+    [[nodiscard]] std::string OwnText() const;
     // The text of all descendants, trimmed; of an attribute, its value.
     [[nodiscard]] std::string Text() const;
     // Text of the node at `path`, "" when there is none.
@@ -66,6 +70,8 @@ private:
         , m_attribute(attribute)
     {
     }
+
+    [[nodiscard]] Index FirstItem() const noexcept; // element or text
 
     std::shared_ptr<Tree> m_tree;
     Index m_element = 0;

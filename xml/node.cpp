@@ -109,19 +109,58 @@ std::vector<Node> Node::Descendants(std::string_view name) const
     return nodes;
 }
 
+Node::Index Node::FirstItem() const noexcept
+{
+    return m_tree && m_attribute == noAttribute ? m_tree->items[m_element].firstChild : Tree::none;
+}
+
 Node Node::FirstChildElement() const
 {
-    if (m_tree && m_attribute == noAttribute)
+    for (auto child = FirstItem(); child != Tree::none; child = m_tree->items[child].next)
     {
-        for (auto child = m_tree->items[m_element].firstChild; child != Tree::none; child = m_tree->items[child].next)
+        if (m_tree->items[child].IsElement())
         {
-            if (m_tree->items[child].IsElement())
-            {
-                return {m_tree, child};
-            }
+            return {m_tree, child};
         }
     }
     return {};
+}
+
+std::vector<Node> Node::ChildElements() const
+{
+    std::vector<Node> children;
+    for (auto child = FirstItem(); child != Tree::none; child = m_tree->items[child].next)
+    {
+        if (m_tree->items[child].IsElement())
+        {
+            children.push_back(Node(m_tree, child));
+        }
+    }
+    return children;
+}
+
+std::vector<std::string> Node::AttributeNames() const
+{
+    std::vector<std::string> names;
+    if (m_tree && m_attribute == noAttribute)
+    {
+        for (const auto& attribute : m_tree->items[m_element].attributes)
+        {
+            names.push_back(attribute.name);
+        }
+        std::erase(names, "");
+    }
+    return names;
+}
+
+std::string Node::OwnText() const
+{
+    std::string text;
+    for (auto child = FirstItem(); child != Tree::none; child = m_tree->items[child].next)
+    {
+        text += m_tree->items[child].text;
+    }
+    return std::string(Trimmed(text));
 }
 
 std::string Node::Text() const

@@ -68,6 +68,11 @@ public:
         {
             m_out += TextElement("p", "note", "In questo periodo il registro non ha operazioni.");
         }
+        for (const auto& [title, text] : m_head.attachments)
+        {
+            m_out += "<details class=\"about\">" + TextElement("summary", "", title) + "<pre class=\"message\">\n" +
+                     Escaped(text) + "</pre></details>\n";
+        }
         m_out += "<footer>Vellumo " + Escaped(host::version) + "</footer>\n</main>\n<script nonce=\"" + m_nonce +
                  "\">" + std::string(pageScript) + "</script>\n</body>\n</html>\n";
         return std::move(m_out);
@@ -246,6 +251,7 @@ private:
             m_out += TextElement("p", "", paragraph);
         }
         const Outcome& outcome = call.outcome;
+        m_explained.clear();
         if (!outcome.code.empty())
         {
             ExplainCode("Errore", outcome.code, outcome.kind == Outcome::Kind::NotXml ? "" : outcome.text);
@@ -273,6 +279,10 @@ private:
         const auto& known = service::ExplainSissCode(code);
         m_out += "<p><b>" + Escaped(what) + "</b> " + TextElement("code", "", code) + ' ' +
                  Escaped(host::FirstCharacters(text, 2000)) + "</p>";
+        if (!m_explained.insert(code).second)
+        {
+            return;
+        }
         if (known.code.empty())
         {
             m_out += code.empty() ? "" : TextElement("p", "none", "Codice " + std::string(known.meaning) + ".");
@@ -318,6 +328,7 @@ private:
     std::string m_nonce = MakeNonce();
     std::set<std::string> m_foldersWithPrescriptions;
     std::map<std::string, std::size_t> m_codes;
+    std::set<std::string> m_explained; // of the call that is being written
     std::string m_out;
 };
 

@@ -10,11 +10,18 @@
 namespace vellumo::diagnosi
 {
 
+struct Attachment
+{
+    std::string title;
+    std::string text; // shown as it is
+};
+
 struct PageHead
 {
     std::string title = "Registro degli scambi con il SISS";
-    std::vector<std::string> facts;  // a line each, below the title
-    std::vector<std::string> banner; // paragraphs in a box that nobody overlooks; none: no box
+    std::vector<std::string> facts;      // a line each, below the title
+    std::vector<std::string> banner;     // paragraphs in a box that nobody overlooks; none: no box
+    std::vector<Attachment> attachments; // folded, behind the operations
 };
 
 // UTF-8. Messages of more than a million characters are shown in part, and say so. Filters may be asked for in the

@@ -2,6 +2,7 @@
 #include "diagnosi/program/cleaning_command.h"
 #include "diagnosi/program/command.h"
 #include "diagnosi/program/exchange_command.h"
+#include "diagnosi/program/package_command.h"
 #include "diagnosi/program/scenario_command.h"
 #include "host/fault.h"
 #include "host/version.h"
@@ -62,6 +63,8 @@ std::span<const Command> Commands()
         {"controlla", "", 0, "controlla l'installazione e dice che cosa fare", checkOptions, RunCheck},
         {"scambi", "[CARTELLA]", 1, "mostra il registro degli scambi con il SISS come pagina per il browser",
          exchangeOptions, RunExchanges},
+        {"pacchetto", "", 0, "raccoglie per l'assistenza controlli, registro e tracce, senza dati personali",
+         packageOptions, RunPackage},
         {"scenario", "[CARTELLA]", 1, "fa di una cartella del registro degli scambi uno scenario per chi sviluppa",
          scenarioOptions, RunScenario},
         {"pulizia", "", 0, "elenca ed elimina il registro degli scambi più vecchio di quanto serve", cleaningOptions,

@@ -65,7 +65,7 @@ std::span<const Command> Commands()
          exchangeOptions, RunExchanges},
         {"pacchetto", "", 0, "raccoglie per l'assistenza controlli, registro e tracce, senza dati personali",
          packageOptions, RunPackage},
-        {"scenario", "[CARTELLA]", 1, "fa di una cartella del registro degli scambi uno scenario per chi sviluppa",
+        {"scenario", "[CARTELLA o PACCHETTO]", 1, "fa del registro degli scambi uno scenario per chi sviluppa",
          scenarioOptions, RunScenario},
         {"pulizia", "", 0, "elenca ed elimina il registro degli scambi più vecchio di quanto serve", cleaningOptions,
          RunCleaning},

@@ -1,4 +1,4 @@
-// "scenario": a log of exchanges as a scenario file, for whoever develops.
+// "scenario": a log of exchanges, or that of a support package, as a scenario file, for whoever develops.
 #pragma once
 
 #include "diagnosi/program/command.h"

@@ -1,5 +1,6 @@
 #include "diagnosi/replay/prescription_seed.h"
 
+#include "diagnosi/support/mask_table.h"
 #include "host/text.h"
 
 #include <algorithm>
@@ -31,6 +32,10 @@ std::optional<Exemption> ExemptionOf(const xml::Node& sensitive, bool isDrug)
     const bool pathology = sensitive.Text("flagPatologia") == "S";
     const std::string disease = sensitive.Text("flagEsenzionePatologia");
     Exemption exemption;
+    if (disease.starts_with(maskedBeginning)) // none is as good as any
+    {
+        return exemption;
+    }
     exemption.group = pathology ? "P" : other && disease == "N" ? "R" : "";
     exemption.type = disease == "R" ? 7 : disease == "N" ? 1 : 3;
     if (pathology && other && disease == "N")
@@ -57,8 +62,13 @@ std::string PriorityOf(const xml::Node& administrative)
     return row == priorities.end() ? "NULL" : row->id;
 }
 
+// A masked one counts as 0.
 std::string NumberOrNull(const std::string& text)
 {
+    if (text.starts_with(maskedBeginning))
+    {
+        return "0";
+    }
     return !text.empty() && std::ranges::all_of(text, host::IsDigit) ? text : "NULL";
 }
 
@@ -191,7 +201,7 @@ void PrescriptionSeed::MakeRow(const xml::Node& prescription, bool isDrug, int f
                           "IDTipoRichiesta, IDPrioritaRicetta, TipoRaggruppamento, IDPartecipazioneSpesa, "
                           "GruppoEsenzione, NumeroEsenzione, Annotazioni, MotivoRicetta";
     std::string values = "(" + number + ", 1, " + std::to_string(patient) + ", '2024-01-01 00:00:00', " +
-                         administrative.Text("etaCittadino") + ", " +
+                         NumberOrNull(administrative.Text("etaCittadino")) + ", " +
                          Literal(administrative.Text("naturaPrescrizione")) + ", " +
                          (administrative.Text("tipoModulo") == "PERSONALE" ? "2" : "1") + ", " +
                          (administrative.Text("flagSuggerita") == "S"     ? "3"

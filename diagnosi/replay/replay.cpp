@@ -3,6 +3,7 @@
 #include "diagnosi/replay/practice_seed.h"
 #include "diagnosi/replay/prescription_seed.h"
 #include "diagnosi/replay/scenario_text.h"
+#include "diagnosi/support/mask_table.h"
 #include "service/refusal.h"
 #include "ui/prompt.h"
 
@@ -118,6 +119,11 @@ public:
         for (std::size_t i = 0; i < m_sent.size(); ++i)
         {
             m_out.Line(1, "request " + std::to_string(i + 1 + m_unlogged) + " is " + OperationIn(*m_sent[i]).Name());
+            if (m_sent[i]->request->find(maskedBeginning) != std::string::npos)
+            {
+                m_out.Comment(2, "parts of it are masked: it is not compared as a whole");
+                continue;
+            }
             m_out.Line(2, "text");
             m_out.Block(3, *m_sent[i]->request);
         }

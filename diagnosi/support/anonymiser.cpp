@@ -15,6 +15,7 @@ namespace
 {
 
 constexpr std::string_view masked = "[mascherato]";
+static_assert(masked.starts_with(maskedBeginning));
 constexpr std::size_t longestWithoutLength = 16; // characters
 
 Random RandomOfSystem()

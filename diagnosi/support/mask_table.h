@@ -28,6 +28,9 @@ enum class Mask
 };
 inline constexpr std::size_t maskCount = static_cast<std::size_t>(Mask::Other) + 1;
 
+// With which every value that was masked begins, pseudonyms and years apart.
+inline constexpr std::string_view maskedBeginning = "[mascherato";
+
 // By the element's name, with or without prefix.
 [[nodiscard]] Mask MaskOfElement(std::string_view name) noexcept;
 // A declaration of a prefix stays for the addresses that SISS uses.

@@ -22,7 +22,7 @@ std::string_view TakeStep(std::string_view& path)
 
 std::string Node::Name() const
 {
-    return m_tree && m_attribute == noAttribute ? m_tree->items[m_element].name : std::string();
+    return m_tree && m_attribute == noAttribute ? std::string(m_tree->items[m_element].name) : std::string();
 }
 
 std::vector<Node> Node::SelectAll(std::string_view path) const
@@ -146,7 +146,7 @@ std::vector<std::string> Node::AttributeNames() const
     {
         for (const auto& attribute : m_tree->items[m_element].attributes)
         {
-            names.push_back(attribute.name);
+            names.emplace_back(attribute.name);
         }
         std::erase(names, "");
     }
@@ -171,7 +171,7 @@ std::string Node::Text() const
     }
     if (m_attribute != noAttribute)
     {
-        return m_tree->items[m_element].attributes[m_attribute].value;
+        return std::string(m_tree->items[m_element].attributes[m_attribute].value);
     }
     std::string text;
     m_tree->AppendText(m_element, text);
@@ -184,17 +184,17 @@ void Node::SetText(std::string_view text) const
     {
         return;
     }
-    std::string clean = WithoutForbiddenCharacters(text);
+    const auto clean = m_tree->characters.Keep(WithoutForbiddenCharacters(text));
     if (m_attribute != noAttribute)
     {
-        m_tree->items[m_element].attributes[m_attribute].value = std::move(clean);
+        m_tree->items[m_element].attributes[m_attribute].value = clean;
         return;
     }
     m_tree->UnlinkChildren(m_element);
     if (!clean.empty())
     {
         Tree::Item item;
-        item.text = std::move(clean);
+        item.text = clean;
         m_tree->Link(m_element, m_tree->Add(std::move(item)));
     }
 }
@@ -222,7 +222,7 @@ void Node::Remove() const
     }
     if (m_attribute != noAttribute)
     {
-        m_tree->items[m_element].attributes[m_attribute].name.clear();
+        m_tree->items[m_element].attributes[m_attribute].name = {};
     }
     else
     {

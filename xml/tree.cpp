@@ -2,6 +2,7 @@
 
 #include "xml/characters.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace vellumo::xml
@@ -42,7 +43,25 @@ void AppendEscaped(std::string_view text, bool inAttribute, std::string& out)
     }
 }
 
+constexpr std::size_t firstPiece = 1024;
+constexpr std::size_t mostDoublings = 6;
+
 } // namespace
+
+std::string_view Characters::Keep(std::string_view text)
+{
+    if (text.size() > m_left)
+    {
+        const auto size = std::max(text.size(), firstPiece << std::min(m_pieces.size(), mostDoublings));
+        m_pieces.push_back(std::make_unique_for_overwrite<char[]>(size));
+        m_next = m_pieces.back().get();
+        m_left = size;
+    }
+    const std::string_view kept(m_next, text.copy(m_next, text.size()));
+    m_next += text.size();
+    m_left -= text.size();
+    return kept;
+}
 
 Tree::Index Tree::Add(Item item)
 {
@@ -185,7 +204,7 @@ void TreeBuilder::StartElement(std::string_view name)
 {
     FlushText();
     Tree::Item element;
-    element.name = name;
+    element.name = m_tree.characters.Keep(name);
     const Tree::Index made = m_tree.Add(std::move(element));
     if (m_current == Tree::none)
     {
@@ -206,7 +225,7 @@ void TreeBuilder::Attribute(std::string_view name, std::string_view value)
     auto& attributes = m_tree.items[m_current].attributes;
     const auto place =
         isDeclaration ? attributes.begin() + static_cast<std::ptrdiff_t>(m_declarations++) : attributes.end();
-    attributes.insert(place, {std::string(name), std::string(value)});
+    attributes.insert(place, {m_tree.characters.Keep(name), m_tree.characters.Keep(value)});
 }
 
 void TreeBuilder::Text(std::string_view text)
@@ -225,7 +244,7 @@ void TreeBuilder::FlushText()
     if (m_current != Tree::none && m_text.find_first_not_of(blanks) != std::string::npos)
     {
         Tree::Item item;
-        item.text = m_text;
+        item.text = m_tree.characters.Keep(m_text);
         m_tree.Link(m_current, m_tree.Add(std::move(item)));
     }
     m_text.clear();

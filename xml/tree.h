@@ -1,7 +1,7 @@
 // The storage behind `Document` and `Node`: all nodes of a document in one sequence, linked by index, so that handles
 // stay valid while nodes are added. It grows by pieces: a list of patients takes hundreds of megabytes, which a 32-bit
 // process has, but not in one block, and not twice while it grows. A removed node stays in it, out of reach, until the
-// document goes.
+// document goes, and so do a replaced text's characters.
 #pragma once
 
 #include "xml/engine.h"
@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <deque>
 #include <limits>
+#include <memory>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,6 +20,19 @@
 namespace vellumo::xml
 {
 
+// Characters one behind the other, in pieces; each text stays where it is until all of them go.
+class Characters
+{
+public:
+    // The copy.
+    [[nodiscard]] std::string_view Keep(std::string_view text);
+
+private:
+    std::vector<std::unique_ptr<char[]>> m_pieces;
+    char* m_next = nullptr;
+    std::size_t m_left = 0;
+};
+
 struct Tree
 {
     using Index = std::uint32_t;
@@ -25,14 +40,14 @@ struct Tree
 
     struct Attribute
     {
-        std::string name; // empty: removed; it keeps its place, since handles know their attribute by it
-        std::string value;
+        std::string_view name; // empty: removed; it keeps its place, since handles know their attribute by it
+        std::string_view value;
     };
 
     struct Item
     {
-        std::string name; // empty: a text
-        std::string text; // of a text
+        std::string_view name; // empty: a text
+        std::string_view text; // of a text
         std::vector<Attribute> attributes;
         Index parent = none;
         Index firstChild = none;
@@ -43,7 +58,11 @@ struct Tree
         [[nodiscard]] bool IsElement() const noexcept { return !name.empty(); }
     };
 
-    std::deque<Item> items;
+    // Names and texts stand in `characters`, and items come by the dozen: a block for each of them would lie between
+    // all that comes and goes while a long list is read, and the heap would look longer for every one.
+    Characters characters;
+    std::pmr::unsynchronized_pool_resource memory{{.max_blocks_per_chunk = 64, .largest_required_pool_block = 512}};
+    std::pmr::deque<Item> items{&memory};
     Index root = none;
 
     Index Add(Item item);

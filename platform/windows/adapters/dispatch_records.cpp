@@ -69,31 +69,6 @@ private:
     mutable Member m_field{names::settings::field};
 };
 
-struct RecordClass
-{
-    host::RecordKind kind;
-    names::Name progId;
-    bool wantsStudio;
-};
-
-constexpr RecordClass recordClasses[] = {
-    {host::RecordKind::Patient, names::patientProgId, true},
-    {host::RecordKind::Asl, names::aslProgId, false},
-    {host::RecordKind::Specialist, names::specialistProgId, false},
-};
-
-const RecordClass& ClassOf(host::RecordKind kind)
-{
-    for (const RecordClass& each : recordClasses)
-    {
-        if (each.kind == kind)
-        {
-            return each;
-        }
-    }
-    throw host::Fault("Tipo di record non previsto.");
-}
-
 bool HasMembers(IDispatch& object, std::initializer_list<const wchar_t*> members)
 {
     return std::ranges::all_of(members,
@@ -120,6 +95,20 @@ std::unique_ptr<host::Record> RecordIn(const VARIANT& variant, const HostNameMap
                : nullptr;
 }
 
+HostClass& DispatchHostObjects::ClassOf(host::RecordKind kind)
+{
+    switch (kind)
+    {
+    case host::RecordKind::Patient:
+        return m_patient;
+    case host::RecordKind::Asl:
+        return m_asl;
+    case host::RecordKind::Specialist:
+        return m_specialist;
+    }
+    throw host::Fault("Tipo di record non previsto.");
+}
+
 void DispatchHostObjects::HandOver(const LateBound& object) const
 {
     Member connection(names::record::connection);
@@ -131,10 +120,9 @@ void DispatchHostObjects::HandOver(const LateBound& object) const
 std::unique_ptr<host::Record> DispatchHostObjects::CreateRecord(host::RecordKind kind,
                                                                 const host::HostServices& services)
 {
-    const RecordClass& recordClass = ClassOf(kind);
-    LateBound record = CreateByProgId(recordClass.progId, m_handles->names);
+    LateBound record = ClassOf(kind).Create(m_handles->names);
     HandOver(record);
-    if (recordClass.wantsStudio)
+    if (kind == host::RecordKind::Patient)
     {
         Member studio(names::record::studio);
         record.Put(studio, Variant(host::Value(services.studio)));

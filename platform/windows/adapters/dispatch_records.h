@@ -36,9 +36,13 @@ public:
     [[nodiscard]] std::unique_ptr<host::PracticeSettings> CreateSettings(const host::HostServices& services) override;
 
 private:
+    [[nodiscard]] HostClass& ClassOf(host::RecordKind kind);
     void HandOver(const LateBound& object) const;
 
     std::shared_ptr<const HostHandles> m_handles;
+    HostClass m_patient{names::patientProgId};
+    HostClass m_asl{names::aslProgId};
+    HostClass m_specialist{names::specialistProgId};
 };
 
 // The record that the host passed as a late-bound object: null for a variant that holds anything but an object that has

@@ -15,6 +15,25 @@ std::string FullName(const wchar_t* object, const wchar_t* member)
     return FromWide(object) + "." + FromWide(member);
 }
 
+void ThrowIfNotCreated(HRESULT result, const wchar_t* progId)
+{
+    ThrowIfFailed(result, "Impossibile creare l'oggetto " + FromWide(progId));
+}
+
+CLSID IdOf(const wchar_t* progId)
+{
+    CLSID id{};
+    ThrowIfNotCreated(CLSIDFromProgID(progId, &id), progId);
+    return id;
+}
+
+ComPtr<IDispatch> CreateOf(const CLSID& id, const wchar_t* progId)
+{
+    ComPtr<IDispatch> object;
+    ThrowIfNotCreated(CoCreateInstance(id, nullptr, CLSCTX_SERVER, IID_IDispatch, object.PutVoid()), progId);
+    return object;
+}
+
 } // namespace
 
 DISPID Member::IdOn(IDispatch& object, const wchar_t* objectName, const HostNameMap& hostNames)
@@ -68,15 +87,17 @@ void LateBound::PutObject(Member& member, IDispatch* object) const
 
 ComPtr<IDispatch> CreateByProgId(const wchar_t* progId)
 {
-    CLSID clsid{};
-    ComPtr<IDispatch> object;
-    HRESULT result = CLSIDFromProgID(progId, &clsid);
-    if (SUCCEEDED(result))
+    return CreateOf(IdOf(progId), progId);
+}
+
+LateBound HostClass::Create(const HostNameMap& hostNames)
+{
+    const wchar_t* const name = hostNames.Of(m_progId);
+    if (!m_id)
     {
-        result = CoCreateInstance(clsid, nullptr, CLSCTX_SERVER, IID_IDispatch, object.PutVoid());
+        m_id = IdOf(name);
     }
-    ThrowIfFailed(result, "Impossibile creare l'oggetto " + FromWide(progId));
-    return object;
+    return {CreateOf(*m_id, name), name, hostNames};
 }
 
 LateBound CreateByProgId(const names::Name& progId, const HostNameMap& hostNames)

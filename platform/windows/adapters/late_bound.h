@@ -10,6 +10,7 @@
 #include "platform/windows/system/com_ptr.h"
 
 #include <array>
+#include <optional>
 #include <span>
 
 namespace vellumo::windows
@@ -77,6 +78,23 @@ private:
     ComPtr<IDispatch> m_object;
     const wchar_t* m_name = L"";
     const HostNameMap* m_hostNames = &HostNameMap::Compiled();
+};
+
+// A class of the host's by its ProgID, whose identifier is looked up once: a list of patients takes an object for each.
+class HostClass
+{
+public:
+    explicit constexpr HostClass(const names::Name& progId) noexcept
+        : m_progId(progId)
+    {
+    }
+
+    // Faults as `CreateByProgId` does.
+    [[nodiscard]] LateBound Create(const HostNameMap& hostNames);
+
+private:
+    names::Name m_progId;
+    std::optional<CLSID> m_id;
 };
 
 // Creates an object from its ProgID; faults with the name of the ProgID and the reason.

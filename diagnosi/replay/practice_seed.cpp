@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
+#include <utility>
 
 namespace vellumo::diagnosi
 {
@@ -11,6 +13,7 @@ namespace
 {
 
 constexpr const char* newTown = "(SELECT MAX(IDComune) FROM Norda..Comune)";
+constexpr const char* theCertificate = " WHERE IDCertificatoMalattia = 1";
 constexpr int onlyPatient = 1;
 
 struct CodeRow
@@ -41,10 +44,15 @@ std::string Where(int patient)
     return " WHERE IDPaziente = " + std::to_string(patient);
 }
 
-// "COLUMN = 'text'"
-std::string Set(std::string_view column, const std::string& value)
+// "COLUMN = 'text', COLUMN = NULL"; the values stand as in a statement.
+std::string Assigned(std::initializer_list<std::pair<std::string, std::string>> values)
 {
-    return std::string(column) + " = " + value;
+    std::string text;
+    for (const auto& [column, value] : values)
+    {
+        text.append(text.empty() ? "" : ", ").append(column).append(" = ").append(value);
+    }
+    return text;
 }
 
 } // namespace
@@ -76,9 +84,12 @@ void PracticeSeed::MakePatient(int patient, const Person& person) const
     m_out.Sql(
         "UPDATE Paziente SET NumTesseraSanitaria = NULL, NumAssistito = NULL, IDComuneNascita = NULL, Revocato = 0, "
         "Deceduto = 0, DataRevoca = NULL,",
-        Set("CodiceFiscale", Literal(person.codiceFiscale)) + ", " + Set("Cognome", Literal(person.cognome)) + ", " +
-            Set("Nome", Literal(person.nome)) + ", " + Set("Sesso", Literal(person.sesso)) + ", " +
-            Set("DataNascita", DateLiteral(person.dataNascita)) + Where(patient));
+        Assigned({{"CodiceFiscale", Literal(person.codiceFiscale)},
+                  {"Cognome", Literal(person.cognome)},
+                  {"Nome", Literal(person.nome)},
+                  {"Sesso", Literal(person.sesso)},
+                  {"DataNascita", DateLiteral(person.dataNascita)}}) +
+            Where(patient));
     m_out.Sql("DELETE FROM Residenza" + Where(patient));
     m_out.Sql("DELETE FROM EsenzionePerPaziente" + Where(patient));
 }
@@ -147,39 +158,41 @@ void PracticeSeed::FromCertificate(const xml::Node& data) const
     Bear(onlyPatient,
          {worker.Text("idComuneNascita"), worker.Text("comuneNascita"), "", worker.Text("provinciaNascita")});
     const auto doctor = data.Select("medico");
-    m_out.Sql("UPDATE Specialista SET",
-              Set("Nome", Literal(doctor.Text("nome"))) + ", " + Set("Cognome", Literal(doctor.Text("cognome"))) +
-                  ", " + Set("CodiceFiscale", Literal(doctor.Text("codiceFiscale"))) + " WHERE IDSpecialista = 1");
+    m_out.Sql("UPDATE Specialista SET", Assigned({{"Nome", Literal(doctor.Text("nome"))},
+                                                  {"Cognome", Literal(doctor.Text("cognome"))},
+                                                  {"CodiceFiscale", Literal(doctor.Text("codiceFiscale"))}}) +
+                                            " WHERE IDSpecialista = 1");
     const auto certificate = data.Select("certificato");
     m_out.Sql("UPDATE CertificatoMalattia SET IDSpecialista = 1, IDPaziente = 1, NumeroProtocollo = NULL, "
               "IDComuneDomicilio = 0, IDComuneResidenza = 0,",
-              Set("NumeroASL", Literal(doctor.Text("codiceASL"))) + ", " +
-                  Set("CodiceRegione", Literal(doctor.Text("regione"))) + ", " +
-                  Set("DataCertificato", DateLiteral(certificate.Text("dataRilascio"))) + ", " +
-                  Set("DataInizio", DateLiteral(certificate.Text("dataInizio"))) + ", " +
-                  Set("DataScadenza", DateLiteral(certificate.Text("dataFine"))) + ", " +
-                  Set("CodicePatologia", Literal(certificate.Text("codiceDiagnosi"))) + ", " +
-                  Set("Annotazioni", Literal(certificate.Text("noteDiagnosi"))) + ", " +
-                  Set("IDTipoCertificato", IdOf(certificateTypes, certificate.Text("tipoCertificato"))) + ", " +
-                  Set("IDCategoriaVisita", IdOf(visitCategories, certificate.Text("tipoVisita"))) +
-                  " WHERE IDCertificatoMalattia = 1");
+              Assigned({{"NumeroASL", Literal(doctor.Text("codiceASL"))},
+                        {"CodiceRegione", Literal(doctor.Text("regione"))},
+                        {"DataCertificato", DateLiteral(certificate.Text("dataRilascio"))},
+                        {"DataInizio", DateLiteral(certificate.Text("dataInizio"))},
+                        {"DataScadenza", DateLiteral(certificate.Text("dataFine"))},
+                        {"CodicePatologia", Literal(certificate.Text("codiceDiagnosi"))},
+                        {"Annotazioni", Literal(certificate.Text("noteDiagnosi"))},
+                        {"IDTipoCertificato", IdOf(certificateTypes, certificate.Text("tipoCertificato"))},
+                        {"IDCategoriaVisita", IdOf(visitCategories, certificate.Text("tipoVisita"))}}) +
+                  theCertificate);
     // INPS calls the domicile during the illness the usual residence.
-    for (const auto& [node, column] :
-         {std::pair{"residenzaAbituale", "Domicilio"}, {"residenzaReperibilita", "Residenza"}})
+    AddToCertificate("Domicilio", worker.Select("residenzaAbituale"));
+    AddToCertificate("Residenza", worker.Select("residenzaReperibilita"));
+}
+
+void PracticeSeed::AddToCertificate(const std::string& column, const xml::Node& address) const
+{
+    if (!address)
     {
-        const auto address = worker.Select(node);
-        if (!address)
-        {
-            continue;
-        }
-        MakeTown({address.Text("idComune"), "", "", ""});
-        m_out.Sql("UPDATE CertificatoMalattia SET IDComune" + std::string(column) + " = " + newTown + ",",
-                  Set(std::string("Indirizzo") + column, Literal(address.Text("indirizzo"))) + ", " +
-                      Set(std::string("Cap") + column, Literal(address.Text("CAP"))) + ", " +
-                      Set(std::string("Comune") + column, Literal(address.Text("comune"))) + ", " +
-                      Set(std::string("Provincia") + column, Literal(address.Text("provincia"))) +
-                      " WHERE IDCertificatoMalattia = 1");
+        return;
     }
+    MakeTown({address.Text("idComune"), "", "", ""});
+    m_out.Sql("UPDATE CertificatoMalattia SET IDComune" + column + " = " + newTown + ",",
+              Assigned({{"Indirizzo" + column, Literal(address.Text("indirizzo"))},
+                        {"Cap" + column, Literal(address.Text("CAP"))},
+                        {"Comune" + column, Literal(address.Text("comune"))},
+                        {"Provincia" + column, Literal(address.Text("provincia"))}}) +
+                  theCertificate);
 }
 
 } // namespace vellumo::diagnosi

@@ -62,6 +62,8 @@ public:
 private:
     // Its number is the highest one then.
     void MakeTown(const Town& town) const;
+    // `address` empty: it has none of that kind. `column` ends the names of the certificate's columns.
+    void AddToCertificate(const std::string& column, const xml::Node& address) const;
 
     ScenarioText& m_out;
 };

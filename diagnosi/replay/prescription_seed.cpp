@@ -90,6 +90,17 @@ std::string NoteOf(const xml::Node& prescription, const std::vector<xml::Node>& 
                            : items.front().Text("notaPrestazione");
 }
 
+// `suffix`: the drug's number on the form. Class C is what makes a form repeatable, together with its grouping.
+void AddDrug(const xml::Node& item, const std::string& suffix, bool isRepeatable, NewRow& row)
+{
+    row.insert(row.end(), {{"CodiceAIC" + suffix, Literal(item.Text("codicePrestazione"))},
+                           {"Farmaco" + suffix, Literal(item.Text("descrizionePrestazione"))},
+                           {"Quantita" + suffix, Literal(item.Text("quantitaPrestazione"))},
+                           {"Classe" + suffix, isRepeatable ? "'C'" : "'A'"},
+                           {"Posologia" + suffix, Literal(item.Text("posologiaPrestazione"))},
+                           {"NotaCuf" + suffix, Literal(item.Text("notaCufPrestazione"))}});
+}
+
 std::string WhyNot(const xml::Node& prescription, bool isDrug)
 {
     const auto administrative = prescription.Select("datiAmministrativiPrescrizione");
@@ -190,49 +201,60 @@ void PrescriptionSeed::MakeRow(const xml::Node& prescription, bool isDrug, int f
     const auto items = prescription.SelectAll(itemPath);
     const auto exemption = *ExemptionOf(sensitive, isDrug);
     const auto income = sensitive.Text("progrAutocertReddito");
-    const auto number = std::to_string(form);
-    m_out.Sql(
-        "INSERT INTO Norda..Esenzione (CodiceIdentificativo, Esenzione, IDTipoEsenzione, EsenzioneInvalidita) VALUES",
-        "(" + Literal(income.empty() ? sensitive.Text("codiceEsenzione") : "%") + ", '', " +
-            std::to_string(exemption.type) + (exemption.isInvalidity ? ", 1)" : ", 0)"));
-    // Class C is what makes a form repeatable, together with the grouping.
+    Insert("Norda..Esenzione",
+           {{"CodiceIdentificativo", Literal(income.empty() ? sensitive.Text("codiceEsenzione") : "%")},
+            {"Esenzione", "''"},
+            {"IDTipoEsenzione", std::to_string(exemption.type)},
+            {"EsenzioneInvalidita", exemption.isInvalidity ? "1" : "0"}});
     const bool isRepeatable = administrative.Text("flagRipetibile") == "S";
-    std::string columns = "IDRicetta, NumRicetta, IDPaziente, DataRicetta, EtaPaziente, TipoRicetta, IDFormatoRicetta, "
-                          "IDTipoRichiesta, IDPrioritaRicetta, TipoRaggruppamento, IDPartecipazioneSpesa, "
-                          "GruppoEsenzione, NumeroEsenzione, Annotazioni, MotivoRicetta";
-    std::string values = "(" + number + ", 1, " + std::to_string(patient) + ", '2024-01-01 00:00:00', " +
-                         NumberOrNull(administrative.Text("etaCittadino")) + ", " +
-                         Literal(administrative.Text("naturaPrescrizione")) + ", " +
-                         (administrative.Text("tipoModulo") == "PERSONALE" ? "2" : "1") + ", " +
-                         (administrative.Text("flagSuggerita") == "S"     ? "3"
-                          : administrative.Text("flagOspedaliera") == "S" ? "2"
-                                                                          : "1") +
-                         ", " + PriorityOf(administrative) + ", " + (isRepeatable ? "1" : "0") +
-                         ", (SELECT MAX(IDEsenzione) FROM Norda..Esenzione), " + LiteralOrNull(exemption.group) + ", " +
-                         LiteralOrNull(income) + ", " + LiteralOrNull(NoteOf(prescription, items, isDrug)) + ", " +
-                         LiteralOrNull(sensitive.Text("quesitoDiagnostico"));
+    const bool isSuggested = administrative.Text("flagSuggerita") == "S";
+    const bool isHospital = administrative.Text("flagOspedaliera") == "S";
+    NewRow row = {{"IDRicetta", std::to_string(form)},
+                  {"NumRicetta", "1"},
+                  {"IDPaziente", std::to_string(patient)},
+                  {"DataRicetta", "'2024-01-01 00:00:00'"},
+                  {"EtaPaziente", NumberOrNull(administrative.Text("etaCittadino"))},
+                  {"TipoRicetta", Literal(administrative.Text("naturaPrescrizione"))},
+                  {"IDFormatoRicetta", administrative.Text("tipoModulo") == "PERSONALE" ? "2" : "1"},
+                  {"IDTipoRichiesta", isSuggested  ? "3"
+                                      : isHospital ? "2"
+                                                   : "1"},
+                  {"IDPrioritaRicetta", PriorityOf(administrative)},
+                  {"TipoRaggruppamento", isRepeatable ? "1" : "0"},
+                  {"IDPartecipazioneSpesa", "(SELECT MAX(IDEsenzione) FROM Norda..Esenzione)"},
+                  {"GruppoEsenzione", LiteralOrNull(exemption.group)},
+                  {"NumeroEsenzione", LiteralOrNull(income)},
+                  {"Annotazioni", LiteralOrNull(NoteOf(prescription, items, isDrug))},
+                  {"MotivoRicetta", LiteralOrNull(sensitive.Text("quesitoDiagnostico"))}};
     for (std::size_t item = 0; isDrug && item < items.size(); ++item)
     {
-        const auto text = [&](const char* element) { return Literal(items[item].Text(element)); };
-        const auto suffix = "_" + std::to_string(item + 1);
-        for (const auto* const column : {"CodiceAIC", "Farmaco", "Quantita", "Classe", "Posologia", "NotaCuf"})
-        {
-            columns.append(", ").append(column).append(suffix);
-        }
-        values += ", " + text("codicePrestazione") + ", " + text("descrizionePrestazione") + ", " +
-                  text("quantitaPrestazione") + (isRepeatable ? ", 'C', " : ", 'A', ") + text("posologiaPrestazione") +
-                  ", " + text("notaCufPrestazione");
+        AddDrug(items[item], "_" + std::to_string(item + 1), isRepeatable, row);
     }
-    m_out.Sql("INSERT INTO Ricetta (" + columns + ") VALUES", values + ")");
+    Insert("Ricetta", row);
     for (std::size_t item = 0; !isDrug && item < items.size(); ++item)
     {
-        m_out.Sql("INSERT INTO RicettaPrestazione (IDRicetta, NumRicetta, Codice, Prestazione, Quantita) VALUES",
-                  "(" + number + ", 1, " + Literal(items[item].Text("codicePrestazione")) + ", " +
-                      Literal(items[item].Text("descrizionePrestazione")) + ", " +
-                      NumberOrNull(items[item].Text("quantitaPrestazione")) + ")");
+        Insert("RicettaPrestazione", {{"IDRicetta", std::to_string(form)},
+                                      {"NumRicetta", "1"},
+                                      {"Codice", Literal(items[item].Text("codicePrestazione"))},
+                                      {"Prestazione", Literal(items[item].Text("descrizionePrestazione"))},
+                                      {"Quantita", NumberOrNull(items[item].Text("quantitaPrestazione"))}});
     }
-    m_out.Sql("INSERT INTO RicettaSSN (IDRicetta, NumRicetta, IDMenuItem, Annullata) VALUES",
-              "(" + number + ", 1, " + (isDrug ? "80" : "79") + ", 0)");
+    Insert("RicettaSSN", {{"IDRicetta", std::to_string(form)},
+                          {"NumRicetta", "1"},
+                          {"IDMenuItem", isDrug ? "80" : "79"},
+                          {"Annullata", "0"}});
+}
+
+void PrescriptionSeed::Insert(const std::string& table, const NewRow& row) const
+{
+    std::string columns;
+    std::string values;
+    for (const auto& [column, value] : row)
+    {
+        columns.append(columns.empty() ? "" : ", ").append(column);
+        values.append(values.empty() ? "(" : ", ").append(value);
+    }
+    m_out.Sql("INSERT INTO " + table + " (" + columns + ") VALUES", values + ")");
 }
 
 } // namespace vellumo::diagnosi

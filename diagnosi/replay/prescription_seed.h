@@ -6,10 +6,14 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vellumo::diagnosi
 {
+
+// Columns with their values as they stand in a statement.
+using NewRow = std::vector<std::pair<std::string, std::string>>;
 
 class PrescriptionSeed
 {
@@ -28,6 +32,7 @@ private:
     // Its number in the practice: the same person is the same one.
     [[nodiscard]] int PatientOf(const xml::Node& administrative);
     void MakeRow(const xml::Node& prescription, bool isDrug, int form, int patient) const;
+    void Insert(const std::string& table, const NewRow& row) const;
 
     ScenarioText& m_out;
     PracticeSeed m_practice;

@@ -49,7 +49,7 @@ private:
     ui::Answer ShowBox(const ui::Prompt& prompt) override
     {
         seen = prompt;
-        return ui::Answer::Cancel;
+        return ui::Answer::Retry;
     }
 };
 
@@ -285,6 +285,35 @@ private:
     std::size_t m_unlogged = 0;      // sent before them
 };
 
+// Operations of one second lie in one folder, and the log does not part them.
+bool BeginsAnother(Kind kind, const Call& before, const Call& call)
+{
+    Onlooker onlooker;
+    switch (kind)
+    {
+    case Kind::Identification:
+        return service::AskAfterRefusal(before.outcome.code, onlooker) != service::AfterRefusal::Retry;
+    case Kind::Contact:
+        return call.service.starts_with("Inserimento ");
+    default:
+        return kind == Kind::Certificate;
+    }
+}
+
+std::vector<Operation> Separated(const Operation& operation)
+{
+    std::vector<Operation> parts;
+    for (const auto& call : operation.calls)
+    {
+        if (parts.empty() || BeginsAnother(operation.kind, parts.back().calls.back(), call))
+        {
+            parts.push_back({operation.kind, operation.time, operation.folder, {}});
+        }
+        parts.back().calls.push_back(call);
+    }
+    return parts;
+}
+
 // Why it cannot be played; "" when it can.
 std::string WhyNot(const Operation& operation)
 {
@@ -324,7 +353,10 @@ std::string ScenarioOf(const ExchangeRecord& record)
             continue;
         }
         any = true;
-        Scenario(out, operation).Write();
+        for (const auto& part : Separated(operation))
+        {
+            Scenario(out, part).Write();
+        }
     }
     for (const auto& skipped : record.skipped)
     {

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <string>
 
 using namespace vellumo::service;
@@ -25,6 +26,28 @@ TEST_CASE("the document has every code that the library knows, and no other")
     const std::string document{std::istreambuf_iterator<char>(in), {}};
     const auto begin = document.find("\n| `SEBCONT0001` |") + 1;
     CHECK(document.substr(begin, document.find("\n\n", begin) + 1 - begin) == rows);
+}
+
+TEST_CASE("no document names a code that nobody has explained")
+{
+    const std::regex code("`([A-Z]{2,8}[0-9]{3,9})`");
+    int found = 0;
+    for (const auto& file : std::filesystem::directory_iterator(VELLUMO_DOCUMENTS))
+    {
+        if (!file.is_regular_file())
+        {
+            continue;
+        }
+        std::ifstream in(file.path(), std::ios::binary);
+        const std::string document{std::istreambuf_iterator<char>(in), {}};
+        for (auto at = std::sregex_iterator(document.begin(), document.end(), code); at != std::sregex_iterator(); ++at)
+        {
+            INFO(file.path().filename().string(), ": ", (*at)[1].str());
+            CHECK_FALSE(ExplainSissCode((*at)[1].str()).code.empty());
+            ++found;
+        }
+    }
+    CHECK(found > 10);
 }
 
 TEST_CASE("a code that nobody has explained is not explained by chance")

@@ -1,6 +1,7 @@
 #include "torture/outside_call.h"
 
 #include "host/fault.h"
+#include "torture/canaries.h"
 
 #include <utility>
 
@@ -46,7 +47,9 @@ bool IsDue(Kind kind) noexcept
 
 [[noreturn]] void Fail(Kind kind)
 {
-    throw host::Fault(std::string("Chiamata non riuscita: ") + NameOf(kind) + ".", failed, "Norda");
+    throw host::Fault(std::string("Chiamata non riuscita: ") + NameOf(kind) + ". (\"" + std::string(quotedByServer) +
+                          "\")",
+                      failed, "Norda");
 }
 
 } // namespace

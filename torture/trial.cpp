@@ -166,7 +166,14 @@ void Trial::LookAtUnhindered()
         m_unhindered.changed.insert(change.row);
     }
     m_unhindered.outcomes = run->Outcomes();
+    m_unhindered.canaries.Take(m_unhindered.before, run->GetStage().Network());
+    m_unhindered.canaries.Take(m_unhindered.after, run->GetStage().Network());
     m_unhindered.exchanges = run->GetStage().Network().Exchanges().size();
+    m_unhindered.differences = m_unhindered.canaries.FindAstray(*run, m_unhindered.after);
+    for (auto& inReport : m_unhindered.canaries.FindInReport(run->GetStage().Practice()))
+    {
+        m_unhindered.differences.push_back(std::move(inReport));
+    }
     for (const auto& [place, what] : run->Differences())
     {
         m_unhindered.differences.push_back(place.Text() + ": " + what);
@@ -216,7 +223,12 @@ Verdict Trial::PlayOnce(const Failure& failure)
         run->GetStage().RollBack();
         Seen().transactions = 0;
     }
-    const auto stored = LookAtStored(run->Now());
+    const auto now = run->Now();
+    const auto stored = LookAtStored(now);
+    for (auto& astray : m_unhindered.canaries.FindAstray(*run, now))
+    {
+        findings.push_back(std::move(astray));
+    }
     JudgeAnswers(*run, stored, findings);
     JudgeStored(*run, failure, stored, findings);
     PlayNext(*run, findings);

@@ -5,7 +5,7 @@
 #include "player/run.h"
 #include "player/scenario.h"
 #include "player/snapshot.h"
-#include "simulator/siss/network.h"
+#include "torture/canaries.h"
 #include "torture/outside_call.h"
 
 #include <filesystem>
@@ -25,6 +25,7 @@ struct Unhindered
     player::Snapshot after;
     std::set<player::RowId> changed;
     std::vector<player::Outcome> outcomes;
+    Canaries canaries;
     std::size_t exchanges = 0;            // with SISS
     std::size_t blocks = 0;               // of memory that it leaves behind, all of them for good
     std::vector<std::string> differences; // it does not hold

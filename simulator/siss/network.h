@@ -36,6 +36,7 @@ public:
 
     PrescribingPhase& Prescribing() noexcept { return m_prescribing; }
     Citizens& People() noexcept { return m_citizens; }
+    [[nodiscard]] const Citizens& People() const noexcept { return m_citizens; }
     Contacts& KnownContacts() noexcept { return m_contacts; }
 
     // From now on its codes and numbers begin with "SIMUL" and can be taken for no network's.

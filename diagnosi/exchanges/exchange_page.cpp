@@ -188,7 +188,7 @@ private:
         m_out += isSession ? "<section class=\"operation prescriptions\">" : "<section class=\"operation\">";
         m_out += "<div class=\"head\">" + TextElement("h2", "", TitleOf(operation.kind)) +
                  TextElement("time", "", TimeText(isSession ? BeginOf(operation) : operation.time)) +
-                 TextElement("span", "where", WhereIs(operation)) + "</div>\n";
+                 TextElement("span", "who", "") + TextElement("span", "where", WhereIs(operation)) + "</div>\n";
         for (const Call& call : operation.calls)
         {
             Write(call);

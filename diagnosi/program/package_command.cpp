@@ -4,8 +4,10 @@
 #include "diagnosi/program/exchange_command.h"
 #include "environment/files.h"
 #include "host/fault.h"
+#include "host/trace_files.h"
 #include "host/version.h"
 
+#include <cstdlib>
 #include <ostream>
 
 namespace vellumo::diagnosi
@@ -26,8 +28,13 @@ void Write(const Task& task, const std::string& file, const std::string& bytes)
 
 PackageSource SourceOf(const Machine& machine, const Period& period)
 {
-    return {LogFolder(machine), TraceFolder(machine), period,
-            "Vellumo " + std::string(host::fullVersion) + "\n\n" + ReportOf(RunChecks(machine)), machine.clock.Now()};
+    const char* const user = std::getenv("USERNAME"); // NOLINT(concurrency-mt-unsafe): there is one thread
+    return {LogFolder(machine),
+            TraceFolder(machine),
+            period,
+            "Vellumo " + std::string(host::fullVersion) + "\n\n" + ReportOf(RunChecks(machine)),
+            machine.clock.Now(),
+            {host::MachineName(), user != nullptr ? user : ""}};
 }
 
 ExitCode RunPackage(const Task& task)

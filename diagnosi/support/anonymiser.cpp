@@ -142,11 +142,12 @@ void Anonymiser::LearnElement(const xml::Node& element)
 void Anonymiser::LearnValue(const std::string& name, const std::string& value)
 {
     constexpr std::size_t longText = 12; // of a shorter one the words may be anybody's
-    switch (MaskOfElement(name))
+    const Mask mask = MaskOfElement(name);
+    switch (mask == Mask::Keep && !IsCodeLike(value) ? Mask::Other : mask)
     {
     case Mask::Surname:
     case Mask::GivenName:
-        m_known.Add(value, masked, 3);
+        LearnName(value);
         break;
     case Mask::Place:
         m_known.Add(value, masked, 5);

@@ -22,6 +22,8 @@ public:
 
     // Who and what a message speaks of. Of a text that is no XML nothing is learned.
     void Learn(const std::string& message);
+    // A name that no line or report may show.
+    void LearnName(std::string_view name) { m_known.Add(name, "[mascherato]", 3); }
 
     // A request or reply, UTF-8. XML stays XML, laid out as the library writes it; any other text becomes a note of
     // its length. "" stays "".

@@ -34,33 +34,29 @@ void KnownValues::Add(std::string_view value, std::string_view replacement, std:
     {
         return;
     }
-    auto& values = m_values[text.substr(0, EndOfWord(text, 0))];
-    if (std::ranges::find(values, text, &Value::text) == values.end())
-    {
-        values.push_back({text, std::string(replacement)});
-        // "Colombo Sironi" before "Colombo".
-        std::ranges::sort(values, std::ranges::greater(), [](const Value& each) { return each.text.size(); });
-    }
+    m_lengths[text.substr(0, EndOfWord(text, 0))].insert(text.size());
+    m_replacements.try_emplace(text, replacement);
 }
 
-const KnownValues::Value* KnownValues::FindAt(std::string_view lowerText, std::size_t position) const
+KnownValues::Values::const_iterator KnownValues::FindAt(const std::string& lowerText, std::size_t position) const
 {
-    const auto end = EndOfWord(lowerText, position);
-    const auto values = m_values.find(std::string(lowerText.substr(position, end - position)));
-    if (values == m_values.end())
+    const auto lengths = m_lengths.find(lowerText.substr(position, EndOfWord(lowerText, position) - position));
+    if (lengths == m_lengths.end())
     {
-        return nullptr;
+        return m_replacements.end();
     }
-    const auto rest = lowerText.substr(position);
-    const auto found =
-        std::ranges::find_if(values->second,
-                             [&](const Value& value)
-                             {
-                                 const auto size = value.text.size();
-                                 return rest.starts_with(value.text) &&
-                                        (size == rest.size() || !IsOfWord(value.text.back()) || !IsOfWord(rest[size]));
-                             });
-    return found == values->second.end() ? nullptr : &*found;
+    for (const auto length : lengths->second)
+    {
+        const auto end = position + length;
+        const bool endsWord = end == lowerText.size() ||
+                              (end < lowerText.size() && !(IsOfWord(lowerText[end - 1]) && IsOfWord(lowerText[end])));
+        const auto found = endsWord ? m_replacements.find(lowerText.substr(position, length)) : m_replacements.end();
+        if (found != m_replacements.end())
+        {
+            return found;
+        }
+    }
+    return m_replacements.end();
 }
 
 std::string KnownValues::Replaced(std::string_view text, std::size_t& count) const
@@ -74,10 +70,10 @@ std::string KnownValues::Replaced(std::string_view text, std::size_t& count) con
             out += text[position++];
             continue;
         }
-        if (const Value* value = FindAt(lowerText, position))
+        if (const auto value = FindAt(lowerText, position); value != m_replacements.end())
         {
-            out += value->replacement;
-            position += value->text.size();
+            out += value->second;
+            position += value->first.size();
             ++count;
             continue;
         }

@@ -3,10 +3,11 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 namespace vellumo::diagnosi
 {
@@ -22,15 +23,12 @@ public:
     [[nodiscard]] std::string Replaced(std::string_view text, std::size_t& count) const;
 
 private:
-    struct Value
-    {
-        std::string text; // in lower case
-        std::string replacement;
-    };
+    // The longest value that stands there: "Colombo Sironi" before "Colombo". End of the list when there is none.
+    using Values = std::unordered_map<std::string, std::string>;
+    [[nodiscard]] Values::const_iterator FindAt(const std::string& lowerText, std::size_t position) const;
 
-    [[nodiscard]] const Value* FindAt(std::string_view lowerText, std::size_t position) const;
-
-    std::unordered_map<std::string, std::vector<Value>> m_values; // by their first word
+    Values m_replacements;                                                            // by value in lower case
+    std::unordered_map<std::string, std::set<std::size_t, std::greater<>>> m_lengths; // of the values, by first word
 };
 
 } // namespace vellumo::diagnosi

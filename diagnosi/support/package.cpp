@@ -53,6 +53,10 @@ public:
         }
         Anonymise(record);
         AddTraces();
+        for (const auto& name : m_source.names)
+        {
+            m_anonymiser.LearnName(name);
+        }
         const std::string report = m_anonymiser.Report(m_source.report);
         Add("controlli.txt", "\xEF\xBB\xBF" + report, m_source.now);
         m_head.attachments.insert(m_head.attachments.begin(), {"Controlli dell'installazione", report});

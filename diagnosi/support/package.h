@@ -20,6 +20,7 @@ struct PackageSource
     Period period;
     std::string report; // of the checks, as text
     host::Date now;
+    std::vector<std::string> names = {}; // of machine and user, which the report may show
 };
 
 struct PackageFile

@@ -8,7 +8,7 @@
   const search = byId('search');
   const person = byId('person');
   const bad = byId('bad');
-  const fiscalCode = /[a-z]{6}\d\d[a-z]\d\d[a-z]\d{3}[a-z]/g;
+  const fiscalCode = /[a-z]{6}\d\d[a-z]\d\d[a-z]\d{3}[a-z]/;
   const raw = new WeakMap(); // the text of a message that is laid out
   const corpora = new WeakMap();
   let query = '';
@@ -30,6 +30,32 @@
     }
     return corpora.get(call);
   };
+
+  // Who an operation is about: the people of its messages, doctors aside.
+  const peopleOf = operation => {
+    const people = new Map();
+    for (const message of operation.querySelectorAll('.message')) {
+      const text = textOf(message).replace(/<medico>[\s\S]*?<\/medico>/g, '');
+      const pick = name => decode((new RegExp('<' + name + '(?:Cittadino)?>([^<]*)<').exec(text) || ['', ''])[1]).trim();
+      const code = pick('codiceFiscale');
+      if (code && !people.get(code)) people.set(code, (pick('cognome') + ' ' + pick('nome')).trim());
+    }
+    return people;
+  };
+  const people = new Map();
+  for (const operation of operations) {
+    const own = peopleOf(operation);
+    own.forEach((name, code) => people.set(code, name || people.get(code) || ''));
+    const most = 3;
+    operation.querySelector('.who').textContent =
+      [...own].slice(0, most).map(([code, name]) => (name ? name + ', ' : '') + code).join(' · ') + (own.size > most ? ' …' : '');
+  }
+  byId('persons').replaceChildren(...[...people].sort().map(([code, name]) => {
+    const option = document.createElement('option');
+    option.value = code;
+    option.label = name;
+    return option;
+  }));
 
   const token = /<!--[\s\S]*?-->|<!\[CDATA\[[\s\S]*?\]\]>|<\?[\s\S]*?\?>|<[^<>"']*(?:(?:"[^"]*"|'[^']*')[^<>"']*)*>|[^<]+/g;
   const deepest = 300;
@@ -163,16 +189,6 @@
     bad.checked = false;
     apply();
   });
-  person.addEventListener('focus', () => {
-    const codes = new Set();
-    for (const call of calls) (corpusOf(call).match(fiscalCode) || []).forEach(code => codes.add(code.toUpperCase()));
-    byId('persons').replaceChildren(...[...codes].sort().map(code => {
-      const option = document.createElement('option');
-      option.value = code;
-      return option;
-    }));
-  }, {once: true});
-
   const takeAddress = () => {
     const asked = new URLSearchParams(location.hash.slice(1));
     if (asked.has('perche')) byId('perche').open = true;

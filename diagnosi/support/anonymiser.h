@@ -41,7 +41,7 @@ public:
     // "postazione1" and so on.
     [[nodiscard]] std::string Machine(const std::string& name);
 
-    [[nodiscard]] const MaskTally& Masked() const noexcept { return m_tally; }
+    [[nodiscard]] const MaskTally& Tally() const noexcept { return m_tally; }
     [[nodiscard]] std::size_t PersonCount() const noexcept { return m_persons.Count(); }
 
 private:

@@ -187,7 +187,6 @@ private:
             if (fields.size() == fieldCount)
             {
                 const std::string machine = m_anonymiser.Machine(std::string(fields[1]));
-                fields[1] = machine;
                 std::string whole(fields[0]);
                 for (std::size_t i = 1; i < fieldCount; ++i)
                 {
@@ -201,7 +200,7 @@ private:
 
     void WritePage(const ExchangeRecord& record)
     {
-        const MaskTally& tally = m_anonymiser.Masked();
+        const MaskTally& tally = m_anonymiser.Tally();
         m_package.masked.push_back("persone con uno pseudonimo: " + std::to_string(m_anonymiser.PersonCount()));
         for (std::size_t i = 0; i < maskCount; ++i)
         {

@@ -50,7 +50,7 @@ TEST_CASE("A message keeps what is harmless, and nothing else")
     CHECK(masked("<x><descErrore>l'operatore non è autenticato al SISS o manca la carta operatore</descErrore></x>") ==
           "<x><descErrore>l'operatore non è autenticato al SISS o manca la carta operatore</descErrore></x>");
     CHECK(masked("").empty());
-    CHECK(anonymiser.Masked().Count(Mask::Whole) == 2);
+    CHECK(anonymiser.Tally().Count(Mask::Whole) == 2);
 }
 
 TEST_CASE("The same person has the same pseudonym wherever he is named")

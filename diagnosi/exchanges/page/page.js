@@ -35,7 +35,8 @@
   const peopleOf = operation => {
     const people = new Map();
     for (const message of operation.querySelectorAll('.message')) {
-      const text = textOf(message).replace(/<medico>[\s\S]*?<\/medico>/g, '');
+      const [before, ...rest] = textOf(message).split('<medico>');
+      const text = before + rest.map(part => part.split('</medico>')[1] || '').join('');
       const pick = name => decode((new RegExp('<' + name + '(?:Cittadino)?>([^<]*)<').exec(text) || ['', ''])[1]).trim();
       const code = pick('codiceFiscale');
       if (code && !people.get(code)) people.set(code, (pick('cognome') + ' ' + pick('nome')).trim());
@@ -57,17 +58,37 @@
     return option;
   }));
 
-  const token = /<!--[\s\S]*?-->|<!\[CDATA\[[\s\S]*?\]\]>|<\?[\s\S]*?\?>|<[^<>"']*(?:(?:"[^"]*"|'[^']*')[^<>"']*)*>|[^<]+/g;
+  const tag = /<[^<>"']*(?:(?:"[^"<]*"|'[^'<]*')[^<>"']*)*>/y;
+  const closings = {'<!--': '-->', '<![CDATA[': ']]>', '<?': '?>'};
   const deepest = 300;
+
+  // The piece of an XML text that begins at `at`; '' when it is none. Never looks further than a piece can reach, so
+  // that no text, however broken, takes long.
+  const pieceAt = (text, at) => {
+    if (text[at] !== '<') {
+      const end = text.indexOf('<', at);
+      return text.slice(at, end < 0 ? text.length : end);
+    }
+    for (const [opens, closes] of Object.entries(closings)) {
+      if (text.startsWith(opens, at)) {
+        const end = text.indexOf(closes, at + opens.length);
+        return end < 0 ? '' : text.slice(at, end + closes.length);
+      }
+    }
+    tag.lastIndex = at;
+    return (tag.exec(text) || [''])[0];
+  };
 
   // The nodes of an XML text; null when it is none.
   const parse = text => {
     const root = {children: []};
     const open = [root];
     let read = 0;
-    for (const part of text.match(token) || []) {
+    while (read < text.length) {
+      const part = pieceAt(text, read);
       const inside = open[open.length - 1].children;
       read += part.length;
+      if (!part) return null;
       if (part.startsWith('</')) {
         if (open.length < 2 || open.pop().name !== part.slice(2, -1).trim()) return null;
       } else if (part.startsWith('<!') || part.startsWith('<?')) {
@@ -84,7 +105,7 @@
         inside.push({text: part.trim()});
       }
     }
-    return open.length === 1 && read === text.length && root.children.some(child => child.name) ? root.children : null;
+    return open.length === 1 && root.children.some(child => child.name) ? root.children : null;
   };
 
   const make = (name, style, ...children) => {

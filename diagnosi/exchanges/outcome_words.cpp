@@ -115,18 +115,13 @@ std::string TitleOf(Operation::Kind kind)
 
 std::vector<std::string> ReasonsForNoPrescriptions()
 {
-    return {
-        "Le ricette stanno nella cartella dell'ultima identificazione, certificato o contatto che le precede, anche "
-        "se di un altro paziente: guardare le cartelle prima e dopo.",
-        "Da quando il programma è stato avviato non c'era ancora stata un'identificazione, un certificato o un "
-        "contatto: senza cartella le ricette non vanno nel registro.",
-        "Il medico ha scelto di proseguire senza SISS, o ha annullato la finestra delle opzioni di stampa: al SISS "
-        "non è andato niente.",
-        "L'utente è personale dello studio: le ricette aspettano il medico e non vanno al SISS.",
-        "Le ricette hanno solo farmaci di classe C e l'impostazione CCEInviaRicettaFarmaciClasseC è spenta.",
-        "Le impostazioni CCEAbilitato e CCEAbilitaLog non erano accese tutte e due.",
-        "Il programma si è chiuso mentre aspettava la risposta: la chiamata non è nel registro. Guardare "
-        "SISS\\Tracce."};
+    return {"Stanno nella cartella dell'ultima operazione prima di loro, anche di un altro paziente: guardare lì.",
+            "Da quando il programma era aperto non c'era ancora stata un'operazione che fa una cartella.",
+            "Il medico ha scelto di proseguire senza SISS, o ha annullato la finestra di stampa.",
+            "L'utente è personale dello studio: le ricette aspettano il medico e non vanno al SISS.",
+            "I farmaci sono di classe C e l'impostazione CCEInviaRicettaFarmaciClasseC è spenta.",
+            "Le impostazioni CCEAbilitato e CCEAbilitaLog non erano accese tutte e due.",
+            "Il programma si è chiuso mentre aspettava la risposta: guardare SISS\\Tracce."};
 }
 
 std::string ReasonForNoCalls()

@@ -249,7 +249,7 @@ std::string Anonymiser::Masked(Mask mask, const std::string& value, const Person
 
 std::string Anonymiser::PersonText(Mask mask, const std::string& value, const PersonData& person)
 {
-    const std::string tag = m_persons.TagOf(person);
+    std::string tag = m_persons.TagOf(person);
     switch (mask)
     {
     case Mask::FiscalCode:

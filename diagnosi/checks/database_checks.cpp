@@ -179,7 +179,7 @@ Finding CheckDatabase(const Machine& machine)
 {
     if (machine.databases.practice.empty())
     {
-        return {State::Ok, "Non controllato: senza --connessione il database non viene guardato."};
+        return {State::Ok, "Non controllato: serve la stringa di connessione (ODBC)."};
     }
     try
     {

@@ -117,6 +117,14 @@ Finding CheckNewer(const std::string& path, const std::string& name)
 
 Finding CheckTemplates(const Machine& machine)
 {
+    const std::string count = std::to_string(DeliveredTemplates().size());
+    if (!environment::FolderExists(TemplatesFolder(machine)))
+    {
+        return {State::Error,
+                "Manca la cartella dei " + count + " modelli, " + TemplatesFolder(machine) +
+                    ": al SISS non viene inviato nulla.",
+                "Installare di nuovo Vellumo: rimette i modelli."};
+    }
     Findings findings;
     for (const auto& delivered : DeliveredTemplates())
     {
@@ -124,7 +132,7 @@ Finding CheckTemplates(const Machine& machine)
         findings.Add(CheckTemplate(delivered, path));
         findings.Add(CheckNewer(path, std::string(delivered.file)));
     }
-    return findings.Sum("I " + std::to_string(DeliveredTemplates().size()) + " modelli di " + TemplatesFolder(machine) +
+    return findings.Sum("I " + count + " modelli di " + TemplatesFolder(machine) +
                         " ci sono e hanno tutti gli elementi.");
 }
 

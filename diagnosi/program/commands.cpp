@@ -20,7 +20,7 @@ constexpr const char* program = "VellumoDiagnosi";
 
 void WriteColumn(std::ostream& out, std::string text, std::string_view meaning)
 {
-    constexpr std::size_t width = 30;
+    constexpr std::size_t width = 34;
     text.resize(std::max(width, text.size() + 1), ' ');
     out << text << meaning << '\n';
 }

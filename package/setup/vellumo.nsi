@@ -2,8 +2,8 @@
 ;
 ;   makensis -DVERSION=1.2.3.456 -DSTAGE=folder -DOUTFILE=file vellumo.nsi
 ;
-; STAGE holds what is installed: x86\Vellumo.dll, x64\Vellumo.dll, x86\chi_usa.exe, x64\chi_usa.exe, templates\*,
-; LEGGIMI.txt, documenti\*.html. Command line and exit codes are told by docs/installing.md; the numbers stand here once:
+; STAGE holds what is installed: Vellumo.dll, VellumoDiagnosi.exe and chi_usa.exe in x86 and x64, templates\*, LEGGIMI.txt,
+; documenti\*.html. Command line and exit codes are told by docs/installing.md; the numbers stand here once:
 !define EXIT_CANCELLED 1
 !define EXIT_FAILED 2
 !define EXIT_NO_RIGHTS 3
@@ -28,6 +28,9 @@ AllowSkipFiles off
 !define REG "Software\Vellumo"
 !define REG_REMOVE "Software\Microsoft\Windows\CurrentVersion\Uninstall\Vellumo"
 !define HOST_PROGRAM "Norda.exe"
+!define DIAGNOSIS "VellumoDiagnosi.exe"
+!define MENU_ENTRY "Diagnosi di Vellumo"
+!define MENU_ENTRY_64 "Diagnosi di Vellumo (programmi a 64 bit)"
 !define REG_HOST "SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths\${HOST_PROGRAM}"
 
 Name "Vellumo ${VERSION}"
@@ -321,6 +324,31 @@ Function Place
   ${Log} "$1"
 FunctionEnd
 
+; The library and the support program of one bitness.
+!macro PlacePrograms bitness
+  CreateDirectory "$INSTDIR\${bitness}"
+  SetOutPath "$PLUGINSDIR\new\${bitness}"
+  File "${STAGE}\${bitness}\Vellumo.dll"
+  StrCpy $0 "$PLUGINSDIR\new\${bitness}\Vellumo.dll"
+  StrCpy $1 "$INSTDIR\${bitness}\Vellumo.dll"
+  Call Place
+  File "${STAGE}\${bitness}\${DIAGNOSIS}"
+  StrCpy $0 "$PLUGINSDIR\new\${bitness}\${DIAGNOSIS}"
+  StrCpy $1 "$INSTDIR\${bitness}\${DIAGNOSIS}"
+  Call Place
+!macroend
+
+; Most hosts are 32-bit programs, so theirs has the plain name. For all users.
+Function MakeMenuEntries
+  SetShellVarContext all
+  SetOutPath "$INSTDIR"
+  CreateDirectory "$SMPROGRAMS\Vellumo"
+  CreateShortCut "$SMPROGRAMS\Vellumo\${MENU_ENTRY}.lnk" "$INSTDIR\x86\${DIAGNOSIS}"
+  ${If} ${RunningX64}
+    CreateShortCut "$SMPROGRAMS\Vellumo\${MENU_ENTRY_64}.lnk" "$INSTDIR\x64\${DIAGNOSIS}"
+  ${EndIf}
+FunctionEnd
+
 ; $R0: name of a template. What the practice changed is kept: it differs from what was installed before.
 Function PlaceTemplate
   StrCpy $0 "$Host\SISS\Templates\$R0"
@@ -389,20 +417,10 @@ Section "Vellumo"
   StrCpy $AtRestart 0
   StrCpy $Kept ""
   Call SettleUse
-  CreateDirectory "$INSTDIR\x86"
   InitPluginsDir
-  SetOutPath "$PLUGINSDIR\new\x86"
-  File "${STAGE}\x86\Vellumo.dll"
-  StrCpy $0 "$PLUGINSDIR\new\x86\Vellumo.dll"
-  StrCpy $1 "$INSTDIR\x86\Vellumo.dll"
-  Call Place
+  !insertmacro PlacePrograms x86
   ${If} ${RunningX64}
-    CreateDirectory "$INSTDIR\x64"
-    SetOutPath "$PLUGINSDIR\new\x64"
-    File "${STAGE}\x64\Vellumo.dll"
-    StrCpy $0 "$PLUGINSDIR\new\x64\Vellumo.dll"
-    StrCpy $1 "$INSTDIR\x64\Vellumo.dll"
-    Call Place
+    !insertmacro PlacePrograms x64
   ${EndIf}
   Call PlaceTemplates
   StrCpy $0 "$Host\SISS\Log"
@@ -425,6 +443,7 @@ Section "Vellumo"
   SetOutPath "$INSTDIR\documenti"
   File "${STAGE}\documenti\*.html"
   SetOutPath "$INSTDIR"
+  Call MakeMenuEntries
   WriteUninstaller "$INSTDIR\disinstalla.exe"
   ${If} ${RunningX64}
     SetRegView 64
@@ -518,6 +537,12 @@ Section "un.Vellumo"
   FindClose $R1
   Delete "$INSTDIR\x86\Vellumo.dll"
   Delete "$INSTDIR\x64\Vellumo.dll"
+  Delete "$INSTDIR\x86\${DIAGNOSIS}"
+  Delete "$INSTDIR\x64\${DIAGNOSIS}"
+  SetShellVarContext all
+  Delete "$SMPROGRAMS\Vellumo\${MENU_ENTRY}.lnk"
+  Delete "$SMPROGRAMS\Vellumo\${MENU_ENTRY_64}.lnk"
+  RMDir "$SMPROGRAMS\Vellumo"
   Delete "$INSTDIR\LEGGIMI.txt"
   Delete "$INSTDIR\documenti\assistenza.html"
   Delete "$INSTDIR\documenti\studio.html"

@@ -86,13 +86,6 @@ std::string MissingMembers(IDispatch& object, const ClassMembers& row, const Hos
 Finding CheckClass(const ClassMembers& row, const HostNameMap& map)
 {
     const std::string progId = FromWide(map.Of(row.progId));
-    if (!ClassOf(progId, Bitness::This))
-    {
-        return {State::Attention, "L'oggetto " + progId + " non è registrato: non si può controllare da qui.",
-                std::string(
-                    "Se il programma di cartella clinica lavora e non lo registra mai, va bene così. Altrimenti: ") +
-                    reinstallHost};
-    }
     try
     {
         const auto object = windows::CreateByProgId(map.Of(row.progId));
@@ -183,9 +176,25 @@ Finding CheckHostClasses(const Machine& machine)
     static_cast<void>(machine);
     const auto map = NamesOrCompiled();
     Findings findings;
+    std::string unregistered;
     for (const auto& row : classes)
     {
-        findings.Add(CheckClass(row, map));
+        const std::string progId = FromWide(map.Of(row.progId));
+        if (ClassOf(progId, Bitness::This))
+        {
+            findings.Add(CheckClass(row, map));
+        }
+        else
+        {
+            unregistered += (unregistered.empty() ? "" : ", ") + progId;
+        }
+    }
+    if (!unregistered.empty())
+    {
+        findings.Add({State::Attention, "Non registrati, quindi non controllati da qui: " + unregistered + ".",
+                      std::string("Se il programma di cartella clinica lavora e non li registra mai, va bene così. "
+                                  "Altrimenti: ") +
+                          reinstallHost});
     }
     return findings.Sum("Tutti registrati, con tutti i loro membri.");
 }

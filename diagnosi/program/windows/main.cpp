@@ -2,9 +2,11 @@
 // that none but its own opens when it is started from the menu; what it writes goes where its output was sent, else to
 // the console that it was started from.
 #include "diagnosi/program/command.h"
+#include "diagnosi/program/form_diagnosi.h"
 #include "diagnosi/program/windows/output.h"
 #include "host/clock.h"
 #include "platform/windows/adapters/registry_settings_store.h"
+#include "platform/windows/forms/win32_desktop.h"
 #include "platform/windows/system/text.h"
 
 #include <windows.h>
@@ -32,6 +34,11 @@ std::vector<std::string> Words()
     return words;
 }
 
+void Open(const std::string& path)
+{
+    ShellExecuteW(nullptr, L"open", vellumo::windows::ToWide(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+}
+
 } // namespace
 
 int main()
@@ -41,10 +48,20 @@ int main()
     windows::RegistrySettingsStore settings;
     const host::SystemClock clock;
     diagnosi::Machine machine{settings, clock};
-    diagnosi::Output buffer;
-    std::ostream out(&buffer);
-    const auto exitCode = diagnosi::Run(Words(), machine, out);
-    out.flush();
+    const auto words = Words();
+    auto code = diagnosi::ExitCode::Done;
+    if (words.empty())
+    {
+        windows::Win32Desktop desktop;
+        diagnosi::FormDiagnosi form(machine, desktop, Open);
+        desktop.ShowModal(form);
+    }
+    else
+    {
+        diagnosi::Output buffer;
+        std::ostream out(&buffer);
+        code = diagnosi::Run(words, machine, out);
+    }
     CoUninitialize();
-    return static_cast<int>(exitCode);
+    return static_cast<int>(code);
 }

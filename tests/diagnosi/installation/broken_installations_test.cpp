@@ -64,6 +64,8 @@ const std::vector<Broken> folders = {
 const std::vector<Broken> requestTemplates = {
     {"a template is missing", Without(templates + "calcolaIUP.template"), State::Error, "Modelli",
      "Manca il modello calcolaIUP.template", "Installare di nuovo Vellumo"},
+    {"no folder of templates", Without("host\\SISS\\Templates"), State::Error, "Modelli",
+     "Manca la cartella dei 12 modelli, ", "Installare di nuovo Vellumo"},
     {"a template is broken", Changed(templates + "identificaCittadino.template", "<param/>", "<param>"), State::Error,
      "Modelli", "Il modello identificaCittadino.template non è un documento XML corretto.",
      "Spostare altrove il modello identificaCittadino.template e installare di nuovo Vellumo"},

@@ -180,8 +180,7 @@ const std::vector<Broken> outside = {
          RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\Norda.Asl"),
              RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Classes\\Norda.Asl");
      },
-     State::Attention, "Oggetti del programma", "L'oggetto Norda.Asl non è registrato",
-     "Installare di nuovo il programma"},
+     State::Attention, "Oggetti del programma", "controllati da qui: Norda.Asl.", "Installare di nuovo il programma"},
     {"a class of the host lacks a member", [](WholeInstallation& whole) { NameFile(whole, "Record.Load = Carica\n"); },
      State::Error, "Oggetti del programma", "L'oggetto Norda.Paziente non ha: Carica.", "Vellumo.names.txt"},
     {"no key CC_0", [](WholeInstallation& whole) { MachineOf(whole).machine->RemoveMachineKey(identity); },

@@ -2,9 +2,12 @@
 
 #include "diagnosi/program/command.h"
 #include "diagnosi/program/exchange_command.h"
+#include "diagnosi/program/package_command.h"
+#include "environment/files.h"
 #include "host/version.h"
 
 #include <algorithm>
+#include <exception>
 #include <sstream>
 #include <utility>
 
@@ -167,6 +170,18 @@ void FormDiagnosi::Clicked(ui::Control& control)
     {
         return;
     }
+    try
+    {
+        Do(control);
+    }
+    catch (const std::exception& fault)
+    {
+        Tell({ExitCode::NotDone, fault.what()});
+    }
+}
+
+void FormDiagnosi::Do(const ui::Control& control)
+{
     if (&control == &m_again)
     {
         CheckAll();
@@ -177,7 +192,7 @@ void FormDiagnosi::Clicked(ui::Control& control)
     }
     else if (&control == &m_package)
     {
-        MakePackage();
+        PackForSupport();
     }
     else if (&control == &m_cleaning)
     {
@@ -213,27 +228,37 @@ void FormDiagnosi::ShowExchanges()
     }
 }
 
-void FormDiagnosi::MakePackage()
+// What is shown is what is written: both are made from one package.
+void FormDiagnosi::PackForSupport()
 {
     const auto now = m_machine.clock.Now();
+    const auto period = PeriodOf(Arguments({}, packageOptions, 0), now);
+    const Package package = MakePackage(SourceOf(m_machine, period));
     const std::string page = TemporaryFile("anteprima pacchetto", ".html", now);
-    const auto preview = Command({"pacchetto", "--anteprima", "--file", page});
-    if (preview.code == ExitCode::NotDone)
+    const std::string archive = TemporaryFile("pacchetto assistenza", ".zip", now);
+    if (!environment::WriteFile(page, package.page))
     {
-        Tell(preview);
+        Tell({ExitCode::NotDone, "La pagina non può essere scritta: " + page + "."});
         return;
     }
     m_open(page);
+    std::string masked = "Registro degli scambi " + PeriodText(period) + ". Mascherati nel pacchetto:";
+    for (const auto& line : package.masked)
+    {
+        masked += "\r\n" + line;
+    }
     const ui::Prompt question{
-        preview.text,
+        masked,
         title,
         ui::Icon::Exclamation,
         ui::Buttons::YesNo,
         2,
-        "\r\n\r\nNel browser si vede tutto ciò che uscirebbe dallo studio. Scrivere il pacchetto?"};
+        "\r\n\r\nNel browser si vede tutto ciò che uscirebbe dallo studio. Guardarlo, poi: scrivere il pacchetto?"};
     if (m_desktop.Show(question) == ui::Answer::Yes)
     {
-        Tell(Command({"pacchetto", "--conferma", "--file", TemporaryFile("pacchetto Vellumo", ".zip", now)}));
+        Tell(environment::WriteFile(archive, ZipOf(package))
+                 ? Answer{ExitCode::Done, "Pacchetto scritto, da mandare all'assistenza:\r\n" + archive}
+                 : Answer{ExitCode::NotDone, "Il pacchetto non può essere scritto: " + archive + "."});
     }
 }
 

@@ -38,8 +38,9 @@ private:
     void CheckAll();
     void Show(const std::vector<Checked>& checked);
     void ShowRemedy();
+    void Do(const ui::Control& control);
     void ShowExchanges();
-    void MakePackage();
+    void PackForSupport();
     void CleanUp();
     [[nodiscard]] Answer Command(const std::vector<std::string>& words);
     void Tell(const Answer& answer);

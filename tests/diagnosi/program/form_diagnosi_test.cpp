@@ -88,3 +88,21 @@ TEST_CASE("the page of exchanges is opened when there is one")
     CHECK(diagnosis.opened.empty());
     CHECK(diagnosis.desktop.Told().find("La cartella del registro non c'è") != std::string::npos);
 }
+
+TEST_CASE("the package is shown first, and written only after the question")
+{
+    OpenDiagnosis diagnosis;
+    auto& package = tests::Find<ui::Button>(diagnosis.form, "&Pacchetto");
+    diagnosis.desktop.answers = {ui::Answer::No};
+    diagnosis.form.Clicked(package);
+    REQUIRE(diagnosis.opened.size() == 1);
+    CHECK(std::filesystem::remove(host::NativePath(diagnosis.opened.front())));
+    CHECK(diagnosis.desktop.prompts.size() == 1);
+
+    diagnosis.desktop.answers = {ui::Answer::Yes};
+    diagnosis.form.Clicked(package);
+    REQUIRE(diagnosis.opened.size() == 2);
+    CHECK(std::filesystem::remove(host::NativePath(diagnosis.opened.back())));
+    const auto& told = diagnosis.desktop.prompts.back().text;
+    CHECK(std::filesystem::remove(host::NativePath(told.substr(told.find('\n') + 1))));
+}

@@ -3,12 +3,12 @@
 #include "diagnosi/checks/checks.h"
 #include "diagnosi/support/package.h"
 #include "host/clock.h"
+#include "player/written.h"
 
 #include <algorithm>
 #include <array>
 #include <fstream>
 #include <iterator>
-#include <span>
 
 namespace vellumo::torture
 {
@@ -65,17 +65,11 @@ std::vector<std::string> Words(std::string_view text)
             words.emplace_back();
         }
     }
-    return words;
-}
-
-std::string Joined(std::span<const std::string> words)
-{
-    std::string all;
-    for (const auto& word : words)
+    if (words.back().empty())
     {
-        all += all.empty() || word.empty() ? word : ' ' + word;
+        words.pop_back();
     }
-    return all;
+    return words;
 }
 
 std::string Without(std::string text, std::string_view part)
@@ -144,7 +138,7 @@ void Canaries::Take(const player::Snapshot& rows, const siss::Network& network)
 void Canaries::Add(std::string_view text)
 {
     const auto words = Words(text);
-    if (auto phrase = Joined(words); phrase.size() >= shortest)
+    if (auto phrase = player::Joined(words, " "); phrase.size() >= shortest)
     {
         m_phrases[words.front()].insert(std::move(phrase));
     }
@@ -206,9 +200,9 @@ void Canaries::LookInto(const std::string& place, std::string_view text, std::ve
         for (const auto& phrase : phrases->second)
         {
             const auto length = 1 + std::ranges::count(phrase, ' ');
-            if (words.end() - word >= length && Joined(std::span(word, static_cast<std::size_t>(length))) == phrase)
+            if (words.end() - word >= length && player::Joined({word, word + length}, " ") == phrase)
             {
-                findings.push_back(place + " has \"" + phrase + '"');
+                findings.push_back(player::Joined({place, "has", phrase}, " "));
                 return;
             }
         }

@@ -1,5 +1,7 @@
 #include "host/database_contract.h"
 
+#include "host/text.h"
+
 #include <array>
 
 namespace vellumo::host
@@ -185,6 +187,21 @@ std::span<const ColumnNeed> DatabaseContract()
         {"Norda..Esenzione", "DataFineValidita", Kind::Date, written, statement},
     }};
     return needs;
+}
+
+bool MayUseColumn(std::string_view table, std::string_view column)
+{
+    bool knowsTable = false;
+    for (const ColumnNeed& need : DatabaseContract())
+    {
+        const bool isTable = EqualsIgnoringCase(need.table, table);
+        if (isTable && EqualsIgnoringCase(need.column, column))
+        {
+            return true;
+        }
+        knowsTable = knowsTable || isTable;
+    }
+    return !knowsTable;
 }
 
 const char* NameOf(ColumnKind kind) noexcept

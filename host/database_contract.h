@@ -30,6 +30,9 @@ struct ColumnNeed
 // Ordered by table.
 [[nodiscard]] std::span<const ColumnNeed> DatabaseContract();
 
+// False for a column of a table that the library uses without it; True for tables that it does not know at all.
+[[nodiscard]] bool MayUseColumn(std::string_view table, std::string_view column);
+
 // As the document spells it: "number", "flag", "text", "unpadded text", "date".
 [[nodiscard]] const char* NameOf(ColumnKind kind) noexcept;
 

@@ -1,5 +1,6 @@
 #include "simulator/norda/host_records.h"
 
+#include "host/database_contract.h"
 #include "host/fault.h"
 #include "host/host_services.h"
 #include "host/text.h"
@@ -123,13 +124,26 @@ private:
         return m_database->Open(std::string("SELECT * FROM ") + m_table.name + " WHERE " + condition);
     }
 
+    // Only what the contract names can be asked for: a record of another host may have no more.
     void Take(const host::Recordset& rows, bool withValues)
     {
         m_fields.clear();
         for (std::size_t i = 0; i < rows.ColumnCount(); ++i)
         {
-            m_fields.push_back({rows.ColumnName(i), withValues ? rows.Read(i) : host::Value()});
+            std::string column = rows.ColumnName(i);
+            const host::Value value = withValues ? rows.Read(i) : host::Value(); // in order, as a strict host's are
+            if (IsOwn(column) || host::MayUseColumn(m_table.name, column))
+            {
+                m_fields.push_back({std::move(column), value});
+            }
         }
+    }
+
+    [[nodiscard]] bool IsOwn(std::string_view column) const
+    {
+        return host::EqualsIgnoringCase(column, m_table.key) ||
+               std::ranges::any_of(m_initial, [&](const host::ColumnValue& initial)
+                                   { return host::EqualsIgnoringCase(initial.column, column); });
     }
 
     [[nodiscard]] const Field& Find(std::string_view column) const

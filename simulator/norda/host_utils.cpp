@@ -1,6 +1,7 @@
 #include "simulator/norda/host_utils.h"
 
 #include "host/clock.h"
+#include "host/database_contract.h"
 #include "host/fault.h"
 
 #include <utility>
@@ -36,6 +37,20 @@ host::Value StoreRow(Database& database, const std::string& table, const std::st
     return key;
 }
 
+namespace
+{
+
+// A host whose tables are those of the contract has no other column.
+void RequireInContract(const std::string& table, const std::string& column)
+{
+    if (!host::MayUseColumn(table, column))
+    {
+        throw host::Fault("Il contratto non nomina la colonna " + table + '.' + column + '.');
+    }
+}
+
+} // namespace
+
 host::Value HostUtils::LookUpValue(const std::string& sql, const host::Parameters& parameters)
 {
     const auto rows = OpenRecordset(sql, parameters);
@@ -54,6 +69,7 @@ std::unique_ptr<host::Recordset> HostUtils::OpenRecordset(const std::string& sql
 host::Value HostUtils::LookUpKey(const std::string& table, const std::string& keyColumn, const std::string& condition,
                                  const host::Parameters& parameters)
 {
+    RequireInContract(table, keyColumn);
     return Key(LookUpValue("SELECT " + keyColumn + " FROM " + table + " WHERE " + condition, parameters));
 }
 
@@ -70,6 +86,11 @@ void HostUtils::Execute(const std::string& sql, const host::Parameters& paramete
 host::Value HostUtils::WriteRow(const std::string& table, const std::string& keyColumn, const host::Value& key,
                                 const std::vector<host::ColumnValue>& columns)
 {
+    RequireInContract(table, keyColumn);
+    for (const auto& [name, value] : columns)
+    {
+        RequireInContract(table, name);
+    }
     return Key(StoreRow(*m_database, table, keyColumn, key, columns));
 }
 

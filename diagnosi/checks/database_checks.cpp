@@ -112,6 +112,11 @@ public:
         {
             Compare(need);
         }
+        if (std::ranges::all_of(m_tables, [](const auto& table) { return table.second.empty(); }))
+        {
+            return {State::Error, "Nel database della connessione non c'è nessuna delle tabelle del programma.",
+                    "Controllare la stringa di connessione: deve nominare il database dello studio."};
+        }
         return m_findings.Sum("Le " + std::to_string(m_tables.size()) +
                               " tabelle e viste hanno tutte le colonne che servono, dei tipi giusti.");
     }

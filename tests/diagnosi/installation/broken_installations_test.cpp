@@ -112,6 +112,16 @@ const std::vector<Broken> databases = {
     {"no such server",
      [](WholeInstallation& whole) { whole.databases.practice = "Driver=Nessuno;Server=altrove;Pwd=segreto"; },
      State::Error, "Database", "Il database non risponde: ", "Controllare la stringa di connessione"},
+    {"another database",
+     [](WholeInstallation& whole)
+     {
+         whole.MakeDatabase();
+         const auto at = whole.databases.practice.find("studio.db");
+         whole.databases.practice.replace(at, 9, "altro.db");
+         whole.databases.shared = whole.databases.practice;
+     },
+     State::Error, "Database", "non c'è nessuna delle tabelle del programma.",
+     "deve nominare il database dello studio"},
     {"a view is missing", Database("CREATE VIEW VwEsenzionePerPaziente", "CREATE VIEW Altra"), State::Error, "Database",
      "La tabella o vista VwEsenzionePerPaziente non c'è.", "chi fornisce il programma"},
     {"a shared table is missing", Database("CREATE TABLE Norda..SISS_Esenzione", "CREATE TABLE Norda..Altra"),

@@ -63,14 +63,23 @@ std::string_view Characters::Keep(std::string_view text)
     return kept;
 }
 
+void Tree::Items::Add(Item item)
+{
+    if (m_count == m_pieces.size() * perPiece)
+    {
+        m_pieces.push_back(std::make_unique<Item[]>(perPiece));
+    }
+    m_pieces.back()[m_count++ % perPiece] = std::move(item);
+}
+
 Tree::Index Tree::Add(Item item)
 {
-    if (items.size() >= none)
+    if (items.Count() >= none)
     {
         throw std::length_error("documento XML troppo grande");
     }
-    items.push_back(std::move(item));
-    return static_cast<Index>(items.size() - 1);
+    items.Add(std::move(item));
+    return static_cast<Index>(items.Count() - 1);
 }
 
 void Tree::Link(Index parent, Index child)

@@ -8,10 +8,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <limits>
 #include <memory>
-#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -58,11 +56,25 @@ struct Tree
         [[nodiscard]] bool IsElement() const noexcept { return !name.empty(); }
     };
 
-    // Names and texts stand in `characters`, and items come by the dozen: a block for each of them would lie between
-    // all that comes and goes while a long list is read, and the heap would look longer for every one.
+    // By pieces of some dozens: a block for each would lie between all that comes and goes while a long list is read,
+    // and the heap would look longer for every one. The same holds for names and texts, which stand in `characters`.
+    class Items
+    {
+    public:
+        [[nodiscard]] std::size_t Count() const noexcept { return m_count; }
+        Item& operator[](Index item) noexcept { return m_pieces[item / perPiece][item % perPiece]; }
+        const Item& operator[](Index item) const noexcept { return m_pieces[item / perPiece][item % perPiece]; }
+        void Add(Item item);
+
+    private:
+        static constexpr std::size_t perPiece = 64;
+
+        std::vector<std::unique_ptr<Item[]>> m_pieces;
+        std::size_t m_count = 0;
+    };
+
     Characters characters;
-    std::pmr::unsynchronized_pool_resource memory{{.max_blocks_per_chunk = 64, .largest_required_pool_block = 512}};
-    std::pmr::deque<Item> items{&memory};
+    Items items;
     Index root = none;
 
     Index Add(Item item);

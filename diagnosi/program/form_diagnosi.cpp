@@ -97,6 +97,7 @@ void FormDiagnosi::LayOut()
         button->explanation = explanation;
     }
     m_ifClose.lines = 1;
+    m_again.isDefault = true;
     m_close.isCancel = true;
     m_controls = {&m_summary,  &m_version,    &m_checks,      &m_remedy,  &m_connection, &m_again,
                   &m_ifAgain,  &m_exchanges,  &m_ifExchanges, &m_package, &m_ifPackage,  &m_days,
@@ -199,6 +200,15 @@ void FormDiagnosi::Do(const ui::Control& control)
         CleanUp();
     }
     else if (&control == &m_close)
+    {
+        Close();
+    }
+}
+
+// Not while the checks run: they show what they find in this window.
+void FormDiagnosi::FrameClosed()
+{
+    if (!m_isBusy)
     {
         Close();
     }

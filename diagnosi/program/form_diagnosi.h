@@ -26,6 +26,7 @@ public:
     void Activated() override; // runs the checks when the window is on screen for the first time
     void Clicked(ui::Control& control) override;
     void Changed(ui::Control& control) override;
+    void FrameClosed() override;
 
 private:
     struct Answer

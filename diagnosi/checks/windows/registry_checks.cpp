@@ -14,16 +14,16 @@ Finding CheckIdentityKey(const Machine& machine)
     const std::string key = "Software\\Lisit\\SISS\\ID\\CC_0";
     const bool here = HasRegistryKey(HKEY_LOCAL_MACHINE, key, Bitness::This);
     const bool there = HasRegistryKey(HKEY_LOCAL_MACHINE, key, Bitness::Other);
-    const auto seenBy = [](Bitness bitness) { return std::string("quella dei programmi a ") + NameOf(bitness); };
+    const auto seenBy = [](Bitness bitness) { return std::string("nel registro dei programmi a ") + NameOf(bitness); };
     if (here || (there && is64BitProgram)) // the 64-bit library writes wherever it is
     {
-        return {State::Ok, "La chiave c'è in " + (here ? seenBy(Bitness::This) : seenBy(Bitness::Other)) +
-                               (here && there ? " e in " + seenBy(Bitness::Other) : "") + "."};
+        return {State::Ok, "La chiave c'è " + (here ? seenBy(Bitness::This) : seenBy(Bitness::Other)) +
+                               (here && there ? " e " + seenBy(Bitness::Other) : "") + "."};
     }
     if (there)
     {
         return {State::Attention,
-                "La chiave HKEY_LOCAL_MACHINE\\" + key + " c'è solo in " + seenBy(Bitness::Other) +
+                "La chiave HKEY_LOCAL_MACHINE\\" + key + " c'è solo " + seenBy(Bitness::Other) +
                     ", dove la libreria a " + NameOf(Bitness::This) +
                     " non scrive: il SISS non viene a sapere quale programma lo usa.",
                 std::string("Installare il client SISS per i programmi a ") + NameOf(Bitness::This) +

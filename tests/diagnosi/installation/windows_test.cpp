@@ -244,7 +244,7 @@ TEST_CASE("what only programs of the other bitness have is named as such")
                        REQUIRE(other.Create(HKEY_LOCAL_MACHINE, windows::ToWide(identity), KEY_SET_VALUE | otherView) ==
                                ERROR_SUCCESS);
                    },
-                   is64 ? State::Ok : State::Attention, "Identità", is64 ? "a 32 bit" : "c'è solo in ", ""},
+                   is64 ? State::Ok : State::Attention, "Identità", is64 ? "a 32 bit" : "c'è solo nel registro", ""},
                   machine);
     RegDeleteKeyExW(HKEY_LOCAL_MACHINE, windows::ToWide(identity).c_str(), otherView, 0);
 }

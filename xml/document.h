@@ -62,7 +62,7 @@ public:
 private:
     friend class Document;
     using Index = std::uint32_t;
-    static constexpr Index noAttribute = std::numeric_limits<Index>::max();
+    static constexpr Index noAttribute = std::numeric_limits<Index>::max(); // as the tree has it
 
     Node(std::shared_ptr<Tree> tree, Index element, Index attribute = noAttribute)
         : m_tree(std::move(tree))

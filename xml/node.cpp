@@ -18,6 +18,60 @@ std::string_view TakeStep(std::string_view& path)
     return step;
 }
 
+// `found` is told of each place that the path leads to, in document order: the element, and which of its attributes,
+// or none. It returns whether that is enough.
+template <class Found>
+bool Follow(const Tree& tree, Tree::Index element, std::string_view path, const Found& found)
+{
+    const auto step = TakeStep(path);
+    if (step.starts_with('@'))
+    {
+        const auto& attributes = tree.items[element].attributes;
+        const auto match = std::ranges::find(attributes, step.substr(1), &Tree::Attribute::name);
+        return step.size() > 1 && path.empty() && match != attributes.end() &&
+               found(element, static_cast<Tree::Index>(match - attributes.begin()));
+    }
+    for (auto child = tree.items[element].firstChild; child != Tree::none; child = tree.items[child].next)
+    {
+        const auto& item = tree.items[child];
+        if (item.IsElement() && item.name == step &&
+            (path.empty() ? found(child, Tree::none) : Follow(tree, child, path, found)))
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The same for a path that may be absolute, or none.
+template <class Found>
+void FollowFrom(const Tree& tree, Tree::Index element, std::string_view path, const Found& found)
+{
+    if (path.empty() || path.ends_with('/'))
+    {
+        return;
+    }
+    if (path.front() != '/')
+    {
+        Follow(tree, element, path, found);
+        return;
+    }
+    path.remove_prefix(1);
+    const auto step = TakeStep(path);
+    if (tree.root == Tree::none || tree.items[tree.root].name != step)
+    {
+        return;
+    }
+    if (path.empty())
+    {
+        found(tree.root, Tree::none);
+    }
+    else if (path.front() != '/') // "/a//b" is no path
+    {
+        Follow(tree, tree.root, path, found);
+    }
+}
+
 } // namespace
 
 std::string Node::Name() const
@@ -27,69 +81,32 @@ std::string Node::Name() const
 
 std::vector<Node> Node::SelectAll(std::string_view path) const
 {
-    if (!m_tree || m_attribute != noAttribute || path.empty() || path.ends_with('/'))
-    {
-        return {};
-    }
-    if (path.front() == '/')
-    {
-        path.remove_prefix(1);
-        const auto step = TakeStep(path);
-        // "/a//b" is no path, and what stands behind "/a/" is none of the root's.
-        if (m_tree->root == Tree::none || m_tree->items[m_tree->root].name != step || path.starts_with('/'))
-        {
-            return {};
-        }
-        const Node root(m_tree, m_tree->root);
-        return path.empty() ? std::vector{root} : root.SelectAll(path);
-    }
-
-    std::vector<Tree::Index> found = {m_element};
-    while (!path.empty())
-    {
-        const auto step = TakeStep(path);
-        if (step.starts_with('@'))
-        {
-            const auto name = step.substr(1);
-            std::vector<Node> attributes;
-            for (const auto element : path.empty() && !name.empty() ? found : std::vector<Tree::Index>())
-            {
-                const auto& list = m_tree->items[element].attributes;
-                const auto match = std::ranges::find(list, name, &Tree::Attribute::name);
-                if (match != list.end())
-                {
-                    attributes.push_back(Node(m_tree, element, static_cast<Index>(match - list.begin())));
-                }
-            }
-            return attributes;
-        }
-        std::vector<Tree::Index> below;
-        for (const auto element : found)
-        {
-            for (auto child = m_tree->items[element].firstChild; child != Tree::none; child = m_tree->items[child].next)
-            {
-                if (m_tree->items[child].IsElement() && m_tree->items[child].name == step)
-                {
-                    below.push_back(child);
-                }
-            }
-        }
-        found = std::move(below);
-    }
-
     std::vector<Node> nodes;
-    nodes.reserve(found.size());
-    for (const auto element : found)
+    if (m_tree && m_attribute == noAttribute)
     {
-        nodes.push_back(Node(m_tree, element));
+        FollowFrom(*m_tree, m_element, path,
+                   [&](Index element, Index attribute)
+                   {
+                       nodes.push_back(Node(m_tree, element, attribute));
+                       return false;
+                   });
     }
     return nodes;
 }
 
 Node Node::Select(std::string_view path) const
 {
-    auto nodes = SelectAll(path);
-    return nodes.empty() ? Node() : std::move(nodes.front());
+    Node node;
+    if (m_tree && m_attribute == noAttribute)
+    {
+        FollowFrom(*m_tree, m_element, path,
+                   [&](Index element, Index attribute)
+                   {
+                       node = Node(m_tree, element, attribute);
+                       return true;
+                   });
+    }
+    return node;
 }
 
 std::vector<Node> Node::Descendants(std::string_view name) const

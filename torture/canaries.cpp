@@ -4,6 +4,7 @@
 #include "diagnosi/support/package.h"
 #include "host/clock.h"
 #include "player/written.h"
+#include "simulator/norda/platform.h"
 
 #include <algorithm>
 #include <array>
@@ -179,7 +180,7 @@ std::vector<std::string> Canaries::FindInReport(const norda::Practice& practice)
     Installed settings(practice);
     const host::SystemClock clock;
     const auto database = [&](const char* file)
-    { return "Driver=SQLite3;Database=" + (practice.Folder() / file).string(); };
+    { return "Driver=SQLite3;Database=" + norda::DriverPath(practice.Folder() / file); };
     const auto checked =
         diagnosi::RunChecks({settings, clock, {.practice = database("studio.db"), .shared = database("norda.db")}});
     std::vector<std::string> findings;

@@ -3,6 +3,7 @@
 #include "service/service_factory.h"
 
 #include <memory>
+#include <utility>
 
 namespace vellumo::diagnosi
 {
@@ -15,6 +16,22 @@ using service::ServiceFactory;
 bool IsRefusedContact(std::string_view service, std::string_view result)
 {
     return service.ends_with("Contatto") && (result == "N" || result == "n");
+}
+
+std::string FirstText(const xml::Node& node, std::string_view name)
+{
+    const auto found = node.Descendants(name);
+    return found.empty() ? "" : found.front().Text();
+}
+
+void ReadGiven(const xml::Node& node, std::vector<GivenCodes>& given)
+{
+    GivenCodes codes = {FirstText(node, "identificativoUnivoco"), FirstText(node, "idModulo"),
+                        FirstText(node, "protocolloINPS")};
+    if (!(codes.iup + codes.protocol + codes.inpsProtocol).empty())
+    {
+        given.push_back(std::move(codes));
+    }
 }
 
 void ReadFinalResults(const xml::Node& body, service::ServiceExceptions& unconfirmed)
@@ -40,6 +57,11 @@ Outcome OutcomeOfResponse(std::string_view service, const service::ServiceRespon
     outcome.exceptions = response.Exceptions;
     outcome.warnings = response.Warnings;
     ReadFinalResults(response.Body, outcome.unconfirmed);
+    const auto results = response.Body.Descendants("risultatoRegistrazione");
+    for (const xml::Node& each : results.empty() ? std::vector{response.Body} : results)
+    {
+        ReadGiven(each, outcome.given);
+    }
     if (!response.Failed())
     {
         outcome.kind = IsRefusedContact(service, outcome.result) ? Outcome::Kind::Refused : Outcome::Kind::Accepted;

@@ -6,9 +6,18 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vellumo::diagnosi
 {
+
+// What SISS and INPS gave a prescription or a certificate; "" where they gave none.
+struct GivenCodes
+{
+    std::string iup;
+    std::string protocol;
+    std::string inpsProtocol;
+};
 
 struct Outcome
 {
@@ -31,6 +40,7 @@ struct Outcome
     service::ServiceExceptions warnings;
     // Single prescriptions that the end of the phase does not confirm, although it was accepted itself.
     service::ServiceExceptions unconfirmed;
+    std::vector<GivenCodes> given;
 
     // Something that support should look at, warnings left aside.
     [[nodiscard]] bool IsBad() const noexcept { return kind != Kind::Accepted || unconfirmed.Count() > 0; }

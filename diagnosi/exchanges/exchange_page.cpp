@@ -34,11 +34,6 @@ std::string MakeNonce()
     return nonce;
 }
 
-std::string Count(std::size_t count, std::string_view one, std::string_view many)
-{
-    return std::to_string(count) + ' ' + std::string(count == 1 ? one : many);
-}
-
 class PageWriter
 {
 public:
@@ -103,7 +98,6 @@ private:
 
     void WriteHead()
     {
-        const Tally tally = TallyOf(m_record);
         m_out += "<!DOCTYPE html>\n<html lang=\"it\">\n<head>\n<meta charset=\"utf-8\">\n"
                  "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src 'nonce-" +
                  m_nonce + "'; script-src 'nonce-" + m_nonce + "'; base-uri 'none'; form-action 'none'\">\n" +
@@ -115,10 +109,7 @@ private:
         {
             m_out += Escaped(fact) + "<br>";
         }
-        m_out +=
-            Escaped(Count(m_record.operations.size(), "operazione", "operazioni") + ", " +
-                    Count(tally.calls, "chiamata", "chiamate") + ", " + std::to_string(tally.bad) + " da guardare") +
-            "</p>\n";
+        m_out += Escaped(SummaryOf(m_record)) + "</p>\n";
         if (!m_head.banner.empty())
         {
             m_out += "<div class=\"banner\">";

@@ -13,14 +13,6 @@ namespace vellumo::diagnosi
 namespace
 {
 
-enum class Place // in a prescribing session
-{
-    None,
-    Opens,
-    Within,
-    Ends
-};
-
 struct ServiceRow
 {
     std::string_view name;
@@ -174,6 +166,11 @@ std::optional<host::Date> TimeOfFolder(std::string_view name)
 Operation::Kind KindOfService(std::string_view service)
 {
     return RowOf(service).kind;
+}
+
+Place PlaceOfService(std::string_view service)
+{
+    return RowOf(service).place;
 }
 
 ExchangeRecord ReadExchanges(std::string_view logFolder, const Period& period)

@@ -88,4 +88,14 @@ struct Period
 // Which operation a service belongs to, by its name in the log.
 [[nodiscard]] Operation::Kind KindOfService(std::string_view service);
 
+enum class Place // in a prescribing session
+{
+    None,
+    Opens,
+    Within,
+    Ends
+};
+
+[[nodiscard]] Place PlaceOfService(std::string_view service);
+
 } // namespace vellumo::diagnosi

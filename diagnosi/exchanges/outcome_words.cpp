@@ -4,6 +4,8 @@
 
 #include <array>
 #include <cstdio>
+#include <string_view>
+#include <utility>
 
 namespace vellumo::diagnosi
 {
@@ -12,13 +14,27 @@ namespace
 
 constexpr std::size_t longestSaid = 200; // characters of a text in a line
 
+std::string MayBeDone(Place place)
+{
+    switch (place)
+    {
+    case Place::Opens:
+        return "Nessuna ricetta è partita: ripetere l'operazione.";
+    case Place::Ends:
+        return "Le ricette accettate sono sul SISS: il giornale ha per ognuna una riga \"senza conferma alla "
+               "chiusura\" con il suo IUP. Verificarle sul SISS.";
+    default:
+        return "Il SISS può averla eseguita lo stesso: prima di ripeterla cercare sul SISS le ricette del paziente.";
+    }
+}
+
 // What SISS may have done although nobody here knows.
 std::string MayBeDone(const Call& call)
 {
     switch (KindOfService(call.service))
     {
     case Operation::Kind::Prescriptions:
-        return "Il SISS può averla eseguita lo stesso: prima di ripeterla cercare sul SISS le ricette del paziente.";
+        return MayBeDone(PlaceOfService(call.service));
     case Operation::Kind::Certificate:
         return "L'INPS può avere il certificato: controllare sul SISS prima di inviarlo di nuovo, altrimenti diventano "
                "due.";
@@ -33,6 +49,26 @@ std::string WithCode(const std::string& code, const std::string& text)
 {
     const std::string line = code.empty() ? text : code + (text.empty() ? "" : " · " + text);
     return host::FirstCharacters(line, longestSaid);
+}
+
+// "IUP 0300A4000000001, protocollo 030260000001 · IUP …"
+std::string WordsOf(const std::vector<GivenCodes>& given)
+{
+    std::string words;
+    for (const GivenCodes& codes : given)
+    {
+        std::string_view before = words.empty() ? "" : " · ";
+        for (const auto& [name, code] : std::array<std::pair<std::string_view, std::string_view>, 3>{
+                 {{"IUP ", codes.iup}, {"protocollo ", codes.protocol}, {"protocollo INPS ", codes.inpsProtocol}}})
+        {
+            if (!code.empty())
+            {
+                words.append(before).append(name).append(code);
+                before = ", ";
+            }
+        }
+    }
+    return host::FirstCharacters(words, longestSaid);
 }
 
 OutcomeWords WordsOfAccepted(const Outcome& outcome)
@@ -51,7 +87,7 @@ OutcomeWords WordsOfAccepted(const Outcome& outcome)
         const auto& first = *outcome.warnings.Item(1);
         return {"Accettata con avvisi", WithCode(first.Code, first.Message), {}};
     }
-    return {"Accettata", {}, {}};
+    return {"Accettata", WordsOf(outcome.given), {}};
 }
 
 } // namespace
@@ -75,7 +111,7 @@ OutcomeWords WordsOf(const Call& call)
         return {"Risposta non XML",
                 WithCode("", outcome.text),
                 {"Il client SISS ha risposto con un testo che non è un documento XML: di solito è il suo messaggio di "
-                 "errore. Il programma lo tratta come il codice SEBCONT0001.",
+                 "errore. Vellumo lo tratta come il codice SEBCONT0001.",
                  MayBeDone(call)}};
     case Outcome::Kind::NoOutcome:
         return {"Senza esito",
@@ -88,8 +124,8 @@ OutcomeWords WordsOf(const Call& call)
     }
     return {"Nessuna risposta",
             call.reply ? "il file della risposta è vuoto" : "manca il file della risposta",
-            {"Dal client SISS non è arrivato niente, oppure ha dato un errore: il motivo è nel registro errori del "
-             "programma e in SISS\\Tracce. Il programma la tratta come il codice SEBCONT0001.",
+            {"Dal client SISS non è arrivato niente, oppure ha dato un errore: il giornale della cartella clinica e "
+             "SISS\\Tracce dicono quale. Vellumo la tratta come il codice SEBCONT0001.",
              MayBeDone(call)}};
 }
 
@@ -127,8 +163,17 @@ std::vector<std::string> ReasonsForNoPrescriptions()
 std::string ReasonForNoCalls()
 {
     return "La cartella è vuota: l'operazione è cominciata ma nessuna chiamata è finita. L'utente è personale dello "
-           "studio (non si chiama il SISS), manca il modello della richiesta, o il programma si è chiuso durante la "
-           "chiamata.";
+           "studio (non si chiama il SISS), manca il modello della richiesta (lo dice il giornale), o il programma si "
+           "è chiuso durante la chiamata.";
+}
+
+std::string SummaryOf(const ExchangeRecord& record)
+{
+    const auto count = [](std::size_t number, std::string_view one, std::string_view many)
+    { return std::to_string(number) + ' ' + std::string(number == 1 ? one : many); };
+    const Tally tally = TallyOf(record);
+    return count(record.operations.size(), "operazione", "operazioni") + ", " +
+           count(tally.calls, "chiamata", "chiamate") + ", " + std::to_string(tally.bad) + " da guardare";
 }
 
 std::string TimeText(host::Date time)

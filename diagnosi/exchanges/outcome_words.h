@@ -12,7 +12,7 @@ namespace vellumo::diagnosi
 struct OutcomeWords
 {
     std::string chip; // "Rifiutata"
-    std::string said; // in a line: code and text of SISS, or what is known otherwise
+    std::string said; // in a line: code and text of SISS, what it gave, or what is known otherwise
     // What it means and what to do, paragraph by paragraph; a code that is known follows from its table.
     std::vector<std::string> advice;
 };
@@ -25,6 +25,9 @@ struct OutcomeWords
 // Why a folder without prescriptions can be right, a sentence each; what an empty folder means.
 [[nodiscard]] std::vector<std::string> ReasonsForNoPrescriptions();
 [[nodiscard]] std::string ReasonForNoCalls();
+
+// "2 operazioni, 5 chiamate, 1 da guardare".
+[[nodiscard]] std::string SummaryOf(const ExchangeRecord& record);
 
 // "22/11/2026 12:09:26"; "" for the zero date.
 [[nodiscard]] std::string TimeText(host::Date time);

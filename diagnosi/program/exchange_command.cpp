@@ -71,7 +71,7 @@ ExitCode RunExchanges(const Task& task)
     {
         throw host::Fault("La cartella del registro non c'è: " + folder +
                           ". Si crea da sola alla prima operazione con le impostazioni CCEAbilitato e CCEAbilitaLog "
-                          "accese; un'altra si scrive dietro il comando.");
+                          "accese. Per leggere un'altra cartella: VellumoDiagnosi scambi CARTELLA.");
     }
     const Period period = PeriodOf(task.arguments, now);
     const auto record = ReadExchanges(folder, period);
@@ -83,8 +83,8 @@ ExitCode RunExchanges(const Task& task)
         throw host::Fault("La pagina non può essere scritta: " + file + ".");
     }
     const Tally tally = TallyOf(record);
-    task.out << "Registro degli scambi " << PeriodText(period) << ": " << record.operations.size() << " operazioni, "
-             << tally.calls << " chiamate, " << tally.bad << " da guardare.\n"
+    task.out << "Registro degli scambi " << PeriodText(period) << ": " << SummaryOf(record) << ".\n"
+             << (tally.calls == 0 ? "Nel registro non ci sono chiamate: guardare il giornale e SISS\\Tracce.\n" : "")
              << "La pagina contiene dati personali e sanitari: cancellarla quando non serve più.\n"
              << file << '\n';
     return tally.bad > 0 || tally.calls == 0 ? ExitCode::Attention : ExitCode::Done;

@@ -217,6 +217,8 @@ private:
             "Questa pagina mostra tutto ciò che esce dallo studio: controlli, registro degli scambi e tracce. "
             "I dati delle persone e i dati sanitari sono mascherati; la stessa persona ha lo stesso "
             "pseudonimo in tutto il pacchetto, e un altro nel prossimo.",
+            "Restano fra l'altro IUP e protocolli, numeri interni di ricette e pazienti, codici del SISS, date degli "
+            "invii e dei certificati: servono per ritrovare il caso. Il pacchetto va solo a chi assiste.",
             "Che cosa è stato mascherato: "};
         for (std::size_t i = 0; i < m_package.masked.size(); ++i)
         {

@@ -1,4 +1,5 @@
 #include "diagnosi/exchanges/exchange_record.h"
+#include "diagnosi/exchanges/outcome_words.h"
 #include "tests/support/installation.h"
 
 #include <doctest.h>
@@ -124,22 +125,27 @@ TEST_CASE("What a call's files hold, and how the call ended")
         folder, 8, "Fine Fase Prescrittiva",
         ReplyOf("GSSC.fineFasePrescrittiva",
                 "<param><datiRisposta><risultatoRegistrazione><esitoRegistrazione>OK</esitoRegistrazione>"
+                "<idModulo>0302</idModulo><identificativoUnivoco>0300A4</identificativoUnivoco>"
                 "</risultatoRegistrazione><risultatoRegistrazione><esitoRegistrazione>KO</esitoRegistrazione>"
                 "<messaggioRegistrazione>No</messaggioRegistrazione></risultatoRegistrazione><risultatoRegistrazione>"
                 "<esitoNegativo><codiceErrore>X1</codiceErrore></esitoNegativo></risultatoRegistrazione>"
                 "</datiRisposta></param>"));
     log.Call(folder, 9, "Inizia Fase Prescrittiva", refusedReply);
+    log.Call(folder, 10, "Invia Certificato",
+             ReplyOf("GCM.invioCertificatoMalattia",
+                     "<param><rispostaInvioCertificato><datiINPS><protocolloINPS>350000001</protocolloINPS></datiINPS>"
+                     "</rispostaInvioCertificato></param>"));
 
     std::vector<diagnosi::Call> calls;
     for (const Operation& operation : log.Read().operations)
     {
         calls.insert(calls.end(), operation.calls.begin(), operation.calls.end());
     }
-    REQUIRE(calls.size() == 9);
+    REQUIRE(calls.size() == 10);
     using Kind = Outcome::Kind;
-    const std::vector<Kind> kinds = {Kind::Accepted,    Kind::NotXml,    Kind::NothingCame,
-                                     Kind::NothingCame, Kind::SoapFault, Kind::NoOutcome,
-                                     Kind::Refused,     Kind::Accepted,  Kind::Refused};
+    const std::vector<Kind> kinds = {Kind::Accepted,  Kind::NotXml,    Kind::NothingCame, Kind::NothingCame,
+                                     Kind::SoapFault, Kind::NoOutcome, Kind::Refused,     Kind::Accepted,
+                                     Kind::Refused,   Kind::Accepted};
     for (std::size_t i = 0; i < kinds.size(); ++i)
     {
         CAPTURE(i);
@@ -154,5 +160,8 @@ TEST_CASE("What a call's files hold, and how the call ended")
     CHECK(calls[4].outcome.code == "F1");
     CHECK(calls[7].outcome.unconfirmed.Count() == 2);
     CHECK(calls[7].outcome.IsBad());
+    REQUIRE(calls[7].outcome.given.size() == 1);
+    CHECK(calls[7].outcome.given[0].iup + ' ' + calls[7].outcome.given[0].protocol == "0300A4 0302");
     CHECK(calls[8].outcome.code == "PDCAR001");
+    CHECK(WordsOf(calls[9]).said == "protocollo INPS 350000001");
 }

@@ -15,7 +15,6 @@ namespace
 {
 
 constexpr std::size_t mostCharacters = 2000;
-constexpr std::string_view toCheck = "DA CONTROLLARE: ";
 constexpr std::string_view folderLine =
     "DA CONTROLLARE: la cartella SISS\\Tracce del programma non può essere scritta. I codici del SISS non sono al "
     "sicuro "

@@ -16,13 +16,15 @@
 namespace vellumo::service
 {
 
+// With which a line begins that somebody must act on; hosts find it by that.
+inline constexpr std::string_view toCheck = "DA CONTROLLARE: ";
+
 class Journal
 {
 public:
     // Both outlive the journal.
     Journal(const host::HostServices& services, host::Traces& traces);
 
-    // A line that somebody must act on begins with "DA CONTROLLARE: ", by which hosts find it.
     enum class Urgency
     {
         Note,

@@ -5,6 +5,7 @@
 #include "diagnosi/checks/folder_checks.h"
 #include "diagnosi/checks/platform_checks.h"
 #include "diagnosi/checks/template_checks.h"
+#include "diagnosi/checks/trace_checks.h"
 
 #include <algorithm>
 #include <exception>
@@ -52,6 +53,7 @@ std::span<const Check> Checks()
                                   {"Cartella del programma", CheckHostFolder},
                                   {"Scrittura del registro degli scambi", CheckLogFolder},
                                   {"Scrittura delle tracce", CheckTraceFolder},
+                                  {"Da controllare nelle tracce", CheckTraces},
                                   {"Modelli delle richieste", CheckTemplates},
                                   {"Cartelle del client SISS", CheckClientFolders},
                                   {"Configurazione del client SISS", CheckClientConfiguration},

@@ -61,6 +61,20 @@ const std::vector<Broken> folders = {
      "Scrittura delle tracce", "Tracce c'è un file.", "Rinominare o spostare il file "},
 };
 
+// A file of traces with that line.
+auto Traced(const std::string& file, const std::string& line)
+{
+    return [=](WholeInstallation& whole) { whole.Write("host\\SISS\\Tracce\\" + file, line + "\r\n"); };
+}
+
+const std::vector<Broken> traces = {
+    {"a code that nobody has stored", Traced("codici 2024-03-04 10.15.00 PC3-1.txt", "*1\tPC3\t1\t10.15\tRicetta\tIUP"),
+     State::Attention, "Da controllare", "non ancora salvati: 1, in ", "Aprire il programma di cartella clinica"},
+    {"a line that somebody must act on",
+     Traced("tracce 2024-03.txt", "2024-03-04 10.15.00 Vellumo 0.9.0.1 DA CONTROLLARE: protocollo 35 non salvato."),
+     State::Attention, "Da controllare", "protocollo 35 non salvato.", "se nessuno l'ha già fatto"},
+};
+
 const std::vector<Broken> requestTemplates = {
     {"a template is missing", Without(templates + "calcolaIUP.template"), State::Error, "Modelli",
      "Manca il modello calcolaIUP.template", "Installare di nuovo Vellumo"},
@@ -158,6 +172,15 @@ void VerifyAll(const std::vector<Broken>& rows)
 TEST_CASE("broken folders are named")
 {
     VerifyAll(folders);
+}
+
+TEST_CASE("what is left in the traces is named, what is old is not")
+{
+    VerifyAll(traces);
+    WholeInstallation whole;
+    Traced("tracce 2023-01.txt", "2023-01-02 10.15.00 Vellumo 0.9.0.1 DA CONTROLLARE: altro.")(whole);
+    Traced("codici 2023-01-02 10.15.00 PC3-1.txt", "-1\tPC3\t1\t10.15\tRicetta\tIUP")(whole);
+    CHECK(tests::Complaints(whole.Diagnose()).empty());
 }
 
 TEST_CASE("broken templates are named")

@@ -221,4 +221,26 @@ std::string Stamp(host::Date time)
     return text.data();
 }
 
+std::optional<host::Date> TimeOfStamp(std::string_view text)
+{
+    constexpr std::string_view pattern = "0000-00-00 00.00.00";
+    if (text.size() != pattern.size())
+    {
+        return std::nullopt;
+    }
+    std::array<int, 6> parts{};
+    std::size_t part = 0;
+    for (std::size_t i = 0; i < pattern.size(); ++i)
+    {
+        const bool isDigit = text[i] >= '0' && text[i] <= '9';
+        if (pattern[i] == '0' ? !isDigit : text[i] != pattern[i])
+        {
+            return std::nullopt;
+        }
+        part += isDigit ? 0 : 1;
+        parts.at(part) = isDigit ? parts.at(part) * 10 + (text[i] - '0') : 0;
+    }
+    return host::Date::FromCalendar(parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]);
+}
+
 } // namespace vellumo::environment

@@ -4,6 +4,7 @@
 #include "host/date.h"
 #include "host/value.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,5 +27,7 @@ namespace vellumo::environment
 
 // "yyyy-MM-dd hh.mm.ss", 24-hour clock: the names of the library's own files and folders, sorted as they were made.
 [[nodiscard]] std::string Stamp(host::Date time);
+// Its time; empty for any other text, however like one it looks.
+[[nodiscard]] std::optional<host::Date> TimeOfStamp(std::string_view text);
 
 } // namespace vellumo::environment

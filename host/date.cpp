@@ -83,4 +83,16 @@ std::string Date::ToSissText() const
     return text.data();
 }
 
+std::string Date::ToDayText() const
+{
+    if (IsZero())
+    {
+        return {};
+    }
+    const Calendar calendar = ToCalendar();
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), "%02d/%02d/%04d", calendar.day, calendar.month, calendar.year);
+    return text.data();
+}
+
 } // namespace vellumo::host

@@ -42,6 +42,8 @@ public:
 
     // The form of dates in SISS messages: "yyyymmdd", "" for the zero date. The time of day is not sent.
     [[nodiscard]] std::string ToSissText() const;
+    // As people here write a day: "22/11/2026", "" for the zero date.
+    [[nodiscard]] std::string ToDayText() const;
 
     auto operator<=>(const Date&) const = default;
 

@@ -29,11 +29,11 @@ inline constexpr std::string_view ed0511 = "ED0511"; // of a field
 // Italian, plain text without line breaks, sentences without full stop. Static: may be kept.
 struct SissCode
 {
-    std::string_view code;    // "" for one that is not known
-    std::string_view meaning; // or `undocumentedCode`
-    std::string_view who;     // can do something about it
-    std::string_view remedy;  // what he can do
-    std::string_view library; // what Vellumo itself does when it meets the code
+    std::string_view code;     // "" for one that is not known
+    std::string_view meaning;  // or `undocumentedCode`
+    std::string_view who;      // can do something about it
+    std::string_view remedy;   // what he can do
+    std::string_view reaction; // what Vellumo itself does when it meets the code
 };
 
 inline constexpr std::string_view undocumentedCode = "non documentato: chiedere all'assistenza SISS";

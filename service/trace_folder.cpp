@@ -24,7 +24,6 @@ using host::LeftCode;
 
 constexpr char open = '*';
 constexpr char settled = '-';
-constexpr std::string_view codeFilePrefix = "codici ";
 constexpr std::string_view heading =
     "# Codici del SISS. Con * davanti: non ancora salvati; con -: salvati o nel registro del programma.\r\n";
 
@@ -192,7 +191,8 @@ bool TraceFolder::Append(std::string_view line) noexcept
                           for (int user = 1; !written && user <= users; ++user)
                           {
                               const std::string number = user == 1 ? "" : ' ' + std::to_string(user);
-                              const std::string name = "tracce " + now.substr(0, month) + number + ".txt";
+                              const std::string name =
+                                  std::string(lineFilePrefix) + now.substr(0, month) + number + ".txt";
                               written = host::AppendShared(JoinPath(folder, name), environment::ToAnsi(text));
                           }
                           return written;

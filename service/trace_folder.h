@@ -20,6 +20,10 @@
 namespace vellumo::service
 {
 
+// How the names of the two kinds begin.
+inline constexpr std::string_view lineFilePrefix = "tracce ";
+inline constexpr std::string_view codeFilePrefix = "codici ";
+
 class TraceFolder final : public host::Traces
 {
 public:

@@ -5,6 +5,7 @@
 #include "host/clock.h"
 #include "player/written.h"
 #include "simulator/norda/platform.h"
+#include "torture/outside_call.h"
 
 #include <algorithm>
 #include <array>

@@ -32,7 +32,4 @@ private:
     std::map<std::string, std::set<std::string>, std::less<>> m_phrases; // in small letters, by their first word
 };
 
-// What a database quotes of a row in the description of its fault; one of them.
-inline constexpr std::string_view quotedByServer = "CNRGLL80A01F205X";
-
 } // namespace vellumo::torture

@@ -1,7 +1,6 @@
 #include "torture/outside_call.h"
 
 #include "host/fault.h"
-#include "torture/canaries.h"
 
 #include <utility>
 

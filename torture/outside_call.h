@@ -9,9 +9,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace vellumo::torture
 {
+
+// What a database quotes of a row in the description of its fault; it must not get far.
+inline constexpr std::string_view quotedByServer = "CNRGLL80A01F205X";
 
 enum class Kind : std::uint8_t
 {

@@ -45,7 +45,7 @@ host::Value Get(const NamedValues& values, const std::string& name)
 std::string DisplayText(const host::Value& value)
 {
     const auto* const date = std::get_if<host::Date>(&value.Get());
-    return date == nullptr || date->IsZero() ? value.ToText() : ShownDate(*date);
+    return date == nullptr || date->IsZero() ? value.ToText() : date->ToDayText();
 }
 
 Whom WhomOf(const NamedValues& values)

@@ -1,8 +1,5 @@
 #include "ui/whom.h"
 
-#include <array>
-#include <cstdio>
-
 namespace vellumo::ui
 {
 
@@ -20,22 +17,10 @@ std::string Describe(const Whom& whom)
     if (!whom.dataNascita.IsZero())
     {
         const char* const born = whom.sesso == "M" ? "nato il " : whom.sesso == "F" ? "nata il " : "nato/a il ";
-        add(", ", born + ShownDate(whom.dataNascita));
+        add(", ", born + whom.dataNascita.ToDayText());
     }
     add(", ", whom.codiceFiscale.empty() ? "" : "codice fiscale " + whom.codiceFiscale);
     return text.empty() ? "non indicato" : text;
-}
-
-std::string ShownDate(const host::Date& date)
-{
-    if (date.IsZero())
-    {
-        return "";
-    }
-    const host::Date::Calendar calendar = date.ToCalendar();
-    std::array<char, 40> text{};
-    std::snprintf(text.data(), text.size(), "%02d/%02d/%04d", calendar.day, calendar.month, calendar.year);
-    return text.data();
 }
 
 } // namespace vellumo::ui

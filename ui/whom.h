@@ -21,7 +21,4 @@ struct Whom
 // when nothing is.
 [[nodiscard]] std::string Describe(const Whom& whom);
 
-// dd/mm/yyyy; "" for the zero date.
-[[nodiscard]] std::string ShownDate(const host::Date& date);
-
 } // namespace vellumo::ui

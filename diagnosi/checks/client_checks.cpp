@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <string>
 
 namespace vellumo::diagnosi
@@ -39,14 +38,6 @@ constexpr std::array<TableNeed, 3> tables = {{
     {"BRANCHE_SPECIALISTICHE", {"CD_BRANCA_SPECIALISTICA", "DS_BRANCA_SPECIALISTICA"}},
     {"MAPPING_REGIONALE", {"CD_APPLICATIVO", "DS_PRESTAZIONE_SISS"}},
 }};
-
-std::string Spell(host::Date date)
-{
-    const auto day = date.ToCalendar();
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "%02d/%02d/%04d", day.day, day.month, day.year);
-    return text.data();
-}
 
 const SISSImportIndex* EntryOf(const environment::SISSImportIndexs& index, std::string_view name)
 {
@@ -140,7 +131,7 @@ Finding CheckRegionalTables(const Machine& machine)
         {
             CheckTable(client, *entry, need, findings);
             newest = std::max(newest, entry->UpdateDateTime);
-            dates += (dates.empty() ? "" : ", ") + entry->Name + " " + Spell(entry->UpdateDateTime);
+            dates += (dates.empty() ? "" : ", ") + entry->Name + " " + entry->UpdateDateTime.ToDayText();
         }
         else
         {
@@ -151,7 +142,7 @@ Finding CheckRegionalTables(const Machine& machine)
     if (!newest.IsZero() && machine.clock.Now().DayNumber() - newest.DayNumber() > staleAfter)
     {
         findings.Add({State::Attention,
-                      "L'indice delle tabelle regionali è vecchio: la data più recente è " + Spell(newest) + ".",
+                      "L'indice delle tabelle regionali è vecchio: la data più recente è " + newest.ToDayText() + ".",
                       startClient});
     }
     return findings.Sum(dates);

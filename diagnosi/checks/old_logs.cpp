@@ -3,13 +3,10 @@
 #include "environment/files.h"
 #include "environment/siss_date_time.h"
 #include "host/path.h"
-#include "host/text.h"
 #include "host/trace_files.h"
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
-#include <optional>
 
 namespace vellumo::diagnosi
 {
@@ -17,29 +14,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-// The time that a folder of the log is named after; empty for any other name, however like one it looks.
-std::optional<host::Date> TimeOf(const std::string& name)
-{
-    constexpr std::string_view pattern = "0000-00-00 00.00.00";
-    std::vector<int> numbers{0};
-    for (std::size_t i = 0; i < name.size() && i < pattern.size(); ++i)
-    {
-        if (pattern[i] == '0' && host::IsDigit(name[i]))
-        {
-            numbers.back() = 10 * numbers.back() + (name[i] - '0');
-        }
-        else
-        {
-            numbers.push_back(0);
-        }
-    }
-    constexpr std::size_t parts = 6;
-    const auto time = numbers.size() == parts ? host::Date::FromCalendar(numbers[0], numbers[1], numbers[2], numbers[3],
-                                                                         numbers[4], numbers[5])
-                                              : std::nullopt;
-    return time && environment::Stamp(*time) == name ? time : std::nullopt;
-}
 
 // The files first, so that a folder with something else in it keeps only that.
 bool RemoveFolder(const std::string& path)
@@ -65,7 +39,7 @@ std::vector<std::string> OldLogFolders(const Machine& machine, int days)
     std::vector<std::string> old;
     for (auto& name : host::NamesIn(log))
     {
-        const auto time = TimeOf(name);
+        const auto time = environment::TimeOfStamp(name);
         if (time && today - time->DayNumber() > days && environment::FolderExists(environment::JoinPath(log, name)))
         {
             old.push_back(std::move(name));

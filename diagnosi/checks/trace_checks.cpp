@@ -5,6 +5,7 @@
 #include "environment/siss_date_time.h"
 #include "host/trace_files.h"
 #include "service/journal.h"
+#include "service/trace_folder.h"
 
 #include <algorithm>
 #include <functional>
@@ -53,8 +54,9 @@ void AddOpenCodes(const std::string& path, Findings& findings)
 // A line begins "2026-11-22 13.22.43 Vellumo".
 bool IsOfLastDays(const std::string& line, host::Date now)
 {
-    return line.find(service::toCheck) != std::string::npos &&
-           now.DayNumber() - environment::ConvertSissDateTime(line.substr(0, line.find(' '))).DayNumber() < days;
+    constexpr std::size_t stamp = 19;
+    const auto time = environment::TimeOfStamp(std::string_view(line).substr(0, stamp));
+    return time && line.find(service::toCheck) != std::string::npos && now.DayNumber() - time->DayNumber() < days;
 }
 
 void AddLinesToCheck(std::vector<std::string> lines, Findings& findings)
@@ -86,11 +88,11 @@ Finding CheckTraces(const Machine& machine)
     for (const auto& name : host::NamesIn(folder))
     {
         const std::string path = environment::JoinPath(folder, name);
-        if (name.starts_with("codici "))
+        if (name.starts_with(service::codeFilePrefix))
         {
             AddOpenCodes(path, findings);
         }
-        else if (name.starts_with("tracce "))
+        else if (name.starts_with(service::lineFilePrefix))
         {
             std::ranges::copy_if(LinesOf(environment::ReadFile(path).value_or("")), std::back_inserter(toCheck),
                                  [&](const auto& line) { return IsOfLastDays(line, now); });

@@ -284,7 +284,7 @@ private:
              std::array<std::pair<std::string_view, std::string_view>, 4>{{{"Significato", known.meaning},
                                                                            {"Chi può fare qualcosa", known.who},
                                                                            {"Che cosa fare", known.remedy},
-                                                                           {"Vellumo", known.library}}})
+                                                                           {"Vellumo", known.reaction}}})
         {
             m_out += TextElement("dt", "", name) + TextElement("dd", "", value);
         }

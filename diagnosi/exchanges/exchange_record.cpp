@@ -2,6 +2,7 @@
 
 #include "diagnosi/exchanges/logged_folder.h"
 #include "environment/files.h"
+#include "environment/siss_date_time.h"
 #include "host/trace_files.h"
 
 #include <algorithm>
@@ -141,28 +142,6 @@ bool Period::Has(host::Date time) const
            (lastDay.IsZero() || time.DayNumber() <= lastDay.DayNumber());
 }
 
-std::optional<host::Date> TimeOfFolder(std::string_view name)
-{
-    constexpr std::string_view pattern = "0000-00-00 00.00.00";
-    if (name.size() != pattern.size())
-    {
-        return std::nullopt;
-    }
-    std::array<int, 6> parts{};
-    std::size_t part = 0;
-    for (std::size_t i = 0; i < pattern.size(); ++i)
-    {
-        const bool isDigit = name[i] >= '0' && name[i] <= '9';
-        if (pattern[i] == '0' ? !isDigit : name[i] != pattern[i])
-        {
-            return std::nullopt;
-        }
-        part += isDigit ? 0 : 1;
-        parts.at(part) = isDigit ? parts.at(part) * 10 + (name[i] - '0') : 0;
-    }
-    return host::Date::FromCalendar(parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]);
-}
-
 Operation::Kind KindOfService(std::string_view service)
 {
     return RowOf(service).kind;
@@ -179,7 +158,7 @@ ExchangeRecord ReadExchanges(std::string_view logFolder, const Period& period)
     std::vector<std::pair<host::Date, std::string>> folders;
     for (auto& name : host::NamesIn(logFolder))
     {
-        const auto time = TimeOfFolder(name);
+        const auto time = environment::TimeOfStamp(name);
         if (!time || !environment::FolderExists(environment::JoinPath(logFolder, name)))
         {
             record.skipped.push_back(name + ": non è una cartella del registro");

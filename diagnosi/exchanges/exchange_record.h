@@ -82,9 +82,6 @@ struct Period
 // `logFolder`: Windows path text of SISS\Log, or of a folder into which such folders were copied.
 [[nodiscard]] ExchangeRecord ReadExchanges(std::string_view logFolder, const Period& period = {});
 
-// The time that a folder of the log is named after; empty for any other name.
-[[nodiscard]] std::optional<host::Date> TimeOfFolder(std::string_view name);
-
 // Which operation a service belongs to, by its name in the log.
 [[nodiscard]] Operation::Kind KindOfService(std::string_view service);
 

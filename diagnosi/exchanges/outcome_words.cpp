@@ -183,10 +183,9 @@ std::string TimeText(host::Date time)
         return {};
     }
     const auto parts = time.ToCalendar();
-    std::array<char, 80> text{};
-    std::snprintf(text.data(), text.size(), "%02d/%02d/%04d %02d:%02d:%02d", parts.day, parts.month, parts.year,
-                  parts.hour, parts.minute, parts.second);
-    return text.data();
+    std::array<char, 48> text{};
+    std::snprintf(text.data(), text.size(), " %02d:%02d:%02d", parts.hour, parts.minute, parts.second);
+    return time.ToDayText() + text.data();
 }
 
 } // namespace vellumo::diagnosi

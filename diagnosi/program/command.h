@@ -36,4 +36,7 @@ struct Command
 // The program's command line without its own name. Writes the answer, or why there is none, to `out`.
 [[nodiscard]] ExitCode Run(std::span<const std::string> words, Machine& machine, std::ostream& out);
 
+// The same text with the line ends of Windows.
+[[nodiscard]] std::string WithWindowsLines(std::string_view text);
+
 } // namespace vellumo::diagnosi

@@ -98,4 +98,14 @@ ExitCode Run(std::span<const std::string> words, Machine& machine, std::ostream&
     }
 }
 
+std::string WithWindowsLines(std::string_view text)
+{
+    std::string lines;
+    for (const char c : text)
+    {
+        lines += c == '\n' ? "\r\n" : std::string(1, c);
+    }
+    return lines;
+}
+
 } // namespace vellumo::diagnosi

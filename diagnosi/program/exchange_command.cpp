@@ -25,11 +25,6 @@ host::Date DayOf(const std::string& text)
     return day;
 }
 
-std::string DayText(host::Date day)
-{
-    return TimeText(day).substr(0, 10);
-}
-
 } // namespace
 
 Period PeriodOf(const Arguments& arguments, host::Date today)
@@ -51,8 +46,8 @@ Period PeriodOf(const Arguments& arguments, host::Date today)
 
 std::string PeriodText(const Period& period)
 {
-    const std::string from = period.firstDay.IsZero() ? "dall'inizio" : "dal " + DayText(period.firstDay);
-    return from + (period.lastDay.IsZero() ? "" : " al " + DayText(period.lastDay));
+    const std::string from = period.firstDay.IsZero() ? "dall'inizio" : "dal " + period.firstDay.ToDayText();
+    return from + (period.lastDay.IsZero() ? "" : " al " + period.lastDay.ToDayText());
 }
 
 std::string TemporaryFile(std::string_view name, std::string_view ending, host::Date time)

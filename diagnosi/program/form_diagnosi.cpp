@@ -23,17 +23,6 @@ ui::Image ImageOf(State state)
     return state == State::Error ? ui::Image::Error : state == State::Attention ? ui::Image::Warning : ui::Image::None;
 }
 
-// Boxes and text boxes of Windows break lines so.
-std::string WithWindowsLines(const std::string& text)
-{
-    std::string lines;
-    for (const char c : text)
-    {
-        lines += c == '\n' ? "\r\n" : std::string(1, c);
-    }
-    return lines;
-}
-
 std::string SummaryOf(const std::vector<Checked>& checked)
 {
     const auto count = [&](State state)

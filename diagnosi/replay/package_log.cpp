@@ -2,6 +2,7 @@
 
 #include "diagnosi/exchanges/exchange_record.h"
 #include "environment/files.h"
+#include "environment/siss_date_time.h"
 #include "host/fault.h"
 
 #include <zlib.h>
@@ -111,7 +112,8 @@ std::pair<std::string_view, std::string_view> PlaceOf(std::string_view name)
     const auto folder = name.substr(0, slash);
     const auto file = name.substr(std::min(slash + 1, name.size()));
     const bool isPlain = !file.empty() && file.find_first_of("/\\:") == std::string_view::npos && file.front() != '.';
-    return TimeOfFolder(folder) && isPlain ? std::pair(folder, file) : std::pair<std::string_view, std::string_view>();
+    return environment::TimeOfStamp(folder) && isPlain ? std::pair(folder, file)
+                                                       : std::pair<std::string_view, std::string_view>();
 }
 
 } // namespace

@@ -345,11 +345,4 @@ std::string Anonymiser::Machine(const std::string& name)
     return machine->second;
 }
 
-std::string AnonymiseMessage(const std::string& message)
-{
-    Anonymiser anonymiser;
-    anonymiser.Learn(message);
-    return anonymiser.Message(message);
-}
-
 } // namespace vellumo::diagnosi

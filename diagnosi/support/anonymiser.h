@@ -59,7 +59,4 @@ private:
     std::map<std::string, std::string> m_machines;
 };
 
-// One text alone, with a lot of its own.
-[[nodiscard]] std::string AnonymiseMessage(const std::string& message);
-
 } // namespace vellumo::diagnosi

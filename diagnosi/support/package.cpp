@@ -6,9 +6,11 @@
 #include "diagnosi/support/zip_archive.h"
 #include "environment/ansi_text.h"
 #include "environment/files.h"
+#include "environment/siss_date_time.h"
 #include "host/text.h"
 #include "host/trace_files.h"
 #include "host/version.h"
+#include "service/trace_folder.h"
 
 #include <algorithm>
 #include <utility>
@@ -115,11 +117,11 @@ private:
         for (const auto& name : names)
         {
             const auto bytes = environment::ReadFile(environment::JoinPath(m_source.traceFolder, name));
-            if (bytes && name.starts_with("tracce ") && IsTraceName(name))
+            if (bytes && name.starts_with(service::lineFilePrefix) && IsTraceName(name))
             {
                 AddTrace(name, TraceLines(environment::FromAnsi(*bytes)));
             }
-            else if (bytes && name.starts_with("codici "))
+            else if (bytes && name.starts_with(service::codeFilePrefix))
             {
                 AddTrace(CodeFileName(name), CodeLines(environment::FromAnsi(*bytes)));
             }
@@ -153,7 +155,7 @@ private:
         for (const auto line : Split(text, '\n'))
         {
             constexpr std::size_t stamp = 19;
-            const auto time = TimeOfFolder(line.substr(0, stamp));
+            const auto time = environment::TimeOfStamp(line.substr(0, stamp));
             if (!host::Trimmed(line).empty() && (!time || m_source.period.Has(*time)))
             {
                 lines += m_anonymiser.Line(host::Trimmed(line, "\r")) + "\r\n";
@@ -167,7 +169,7 @@ private:
     {
         constexpr std::string_view pattern = "codici 0000-00-00 00.00.00 ";
         const auto end = name.rfind('-');
-        const bool isWhole = TimeOfFolder(std::string_view(name).substr(7, 19)) && end > pattern.size() &&
+        const bool isWhole = environment::TimeOfStamp(std::string_view(name).substr(7, 19)) && end > pattern.size() &&
                              end != std::string::npos && name.ends_with(".txt");
         const auto number = isWhole ? name.substr(end + 1, name.size() - end - 5) : std::string();
         return isWhole && number.find_first_not_of("0123456789") == std::string::npos

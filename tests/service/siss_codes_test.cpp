@@ -17,9 +17,9 @@ TEST_CASE("the document has every code that the library knows, and no other")
     for (const auto& row : SissCodes())
     {
         rows += "| `" + std::string(row.code) + "` | ";
-        for (const auto cell : {row.meaning, row.who, row.remedy, row.library})
+        for (const auto cell : {row.meaning, row.who, row.remedy, row.reaction})
         {
-            rows += std::string(cell) + " |" + (cell.data() == row.library.data() ? "\n" : " ");
+            rows += std::string(cell) + " |" + (cell.data() == row.reaction.data() ? "\n" : " ");
         }
     }
     std::ifstream in(std::filesystem::path(VELLUMO_DOCUMENTS) / "assistenza.md", std::ios::binary);

@@ -1,6 +1,9 @@
 #include "diagnosi/program/windows/output.h"
 
+#include "diagnosi/program/command.h"
 #include "platform/windows/system/text.h"
+
+#include <utility>
 
 namespace vellumo::diagnosi
 {
@@ -44,13 +47,7 @@ std::streamsize Output::xsputn(const char* text, std::streamsize count)
 
 int Output::sync()
 {
-    std::string text;
-    for (const char c : m_line)
-    {
-        text += c == '\n' ? "\r\n" : std::string(1, c);
-    }
-    m_line.clear();
-    Write(text);
+    Write(WithWindowsLines(std::exchange(m_line, {})));
     return 0;
 }
 

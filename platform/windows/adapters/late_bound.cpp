@@ -102,8 +102,7 @@ LateBound HostClass::Create(const HostNameMap& hostNames)
 
 LateBound CreateByProgId(const names::Name& progId, const HostNameMap& hostNames)
 {
-    const wchar_t* const name = hostNames.Of(progId);
-    return {CreateByProgId(name), name, hostNames};
+    return HostClass(progId).Create(hostNames);
 }
 
 } // namespace vellumo::windows

@@ -70,16 +70,16 @@ class WholeMachine final : public WholeInstallation
 {
 public:
     WholeMachine()
-        : library(diagnosi::LibraryFile(diagnosi::Bitness::This).value())
+        : dll(diagnosi::LibraryFile(diagnosi::Bitness::This).value())
     {
-        SetServer(norda::bridgeClass, library); // a file of this bitness
+        SetServer(norda::bridgeClass, dll); // a file of this bitness
         machine->RemoveMachineKey(identity);
         machine->AddMachineKey(identity);
     }
     ~WholeMachine() override
     {
         CoFreeUnusedLibrariesEx(0, 0);
-        SetServer(CLSID_SISSProvider, library);
+        SetServer(CLSID_SISSProvider, dll);
         RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Vellumo");
         machine->RemoveMachineKey(identity);
         if (diagnosi::HasOtherBitness())
@@ -93,12 +93,12 @@ public:
     {
         const auto copy = Path("copia\\Vellumo.dll");
         fs::create_directories(host::NativePath(copy).parent_path());
-        fs::copy_file(host::NativePath(library), host::NativePath(copy));
+        fs::copy_file(host::NativePath(dll), host::NativePath(copy));
         SetServer(CLSID_SISSProvider, copy);
         return copy;
     }
 
-    std::string library;
+    std::string dll;
     std::unique_ptr<norda::Installation> machine = norda::MakeRegistryInstallation();
     std::optional<tests::FakeOutside> outside{std::in_place};
 };
@@ -118,7 +118,7 @@ void MakeForeign(const std::string& path)
 std::string BridgeFile(WholeMachine& whole)
 {
     const auto file = whole.Path("client\\bridge.dll");
-    fs::copy_file(host::NativePath(whole.library), host::NativePath(file));
+    fs::copy_file(host::NativePath(whole.dll), host::NativePath(file));
     SetServer(norda::bridgeClass, file);
     return file;
 }
@@ -233,7 +233,7 @@ TEST_CASE("what only programs of the other bitness have is named as such")
     const auto progId = std::wstring(L"Software\\Classes\\Winbridge4seb.Bean.1");
     REQUIRE(key.Open(HKEY_LOCAL_MACHINE, progId, KEY_QUERY_VALUE) == ERROR_SUCCESS); // not redirected
     tests::Verify({"the bridge is there for the others only",
-                   [](WholeInstallation& whole) { SetServer(norda::bridgeClass, MachineOf(whole).library, otherView); },
+                   [](WholeInstallation& whole) { SetServer(norda::bridgeClass, MachineOf(whole).dll, otherView); },
                    State::Error, "Collegamento al SISS", "; lo è solo per quelli a ", "Installare il client SISS"},
                   machine);
     tests::Verify({"CC_0 is in the other view",

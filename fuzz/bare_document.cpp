@@ -165,6 +165,49 @@ void AppendText(const xmlNode* node, std::string& out)
     }
 }
 
+void AppendCanonical(const xmlNode* element, std::string& out)
+{
+    out.append("<").append(View(element->name));
+    std::vector<std::string> attributes;
+    for (const xmlAttr* attribute = element->properties; attribute != nullptr; attribute = attribute->next)
+    {
+        auto& text = attributes.emplace_back(std::string(View(attribute->name)).append("="));
+        AppendText(reinterpret_cast<const xmlNode*>(attribute), text);
+    }
+    std::sort(attributes.begin(), attributes.end());
+    for (const auto& attribute : attributes)
+    {
+        out.append(" ").append(attribute);
+    }
+    out += '>';
+    for (const xmlNode* child = element->children; child != nullptr; child = child->next)
+    {
+        if (IsText(child))
+        {
+            out += View(child->content);
+        }
+        else
+        {
+            AppendCanonical(child, out);
+        }
+    }
+    out.append("</").append(View(element->name)).append(">");
+}
+
+// Kept for a while, since to make one takes longer than most inputs; not for ever, since it keeps all names that it has
+// met.
+xmlParserCtxt* Parser()
+{
+    constexpr int longest = 1000;
+    static std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> parser(nullptr, &xmlFreeParserCtxt);
+    static int uses = 0;
+    if (uses++ % longest == 0)
+    {
+        parser.reset(xmlNewParserCtxt());
+    }
+    return parser.get();
+}
+
 // The library's path as XPath; "" for what is none. Names go in as literals.
 std::string XPathOf(std::string_view path)
 {
@@ -202,14 +245,13 @@ BareDocument::BareDocument(std::string_view text, Reading reading)
     xmlSetStructuredErrorFunc(nullptr, [](void*, xmlErrorPtr) {});
     const bool hasMark = text.starts_with(byteOrderMark);
     const auto behind = hasMark && isDecoded ? text.substr(byteOrderMark.size()) : text;
-    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> parser(xmlNewParserCtxt(), &xmlFreeParserCtxt);
+    xmlParserCtxt* const parser = Parser();
     const int options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE | XML_PARSE_NOENT |
                         (isDecoded ? XML_PARSE_IGNORE_ENC : 0);
     const bool isText = behind.find('\0') == std::string_view::npos || !isDecoded;
-    m_document = behind.empty() || !isText
-                     ? nullptr
-                     : xmlCtxtReadMemory(parser.get(), behind.data(), static_cast<int>(behind.size()), nullptr,
-                                         isDecoded ? "UTF-8" : nullptr, options);
+    m_document = behind.empty() || !isText ? nullptr
+                                           : xmlCtxtReadMemory(parser, behind.data(), static_cast<int>(behind.size()),
+                                                               nullptr, isDecoded ? "UTF-8" : nullptr, options);
     Judge(m_document != nullptr && parser->wellFormed == 1, parser->nsWellFormed == 1);
     // A byte order mark outside the root element: libxml2 passes over it in places, the library never does.
     if (reading == Reading::AsTheLibrary && m_verdict == Verdict::Accepted &&
@@ -221,9 +263,13 @@ BareDocument::BareDocument(std::string_view text, Reading reading)
     {
         Normalise(xmlDocGetRootElement(m_document), reading != Reading::Exact);
         DropNamespaces(xmlDocGetRootElement(m_document));
-        m_paths = xmlXPathNewContext(m_document);
-        xmlXPathContextSetCache(m_paths, 1, -1, 0);
     }
+}
+
+BareDocument::BareDocument(const BareDocument& other)
+    : m_document(xmlCopyDoc(other.m_document, 1))
+    , m_verdict(other.m_verdict)
+{
 }
 
 BareDocument::~BareDocument()
@@ -271,6 +317,11 @@ std::vector<xmlNode*> BareDocument::SelectAll(xmlNode* from, std::string_view pa
     if (path.front() == '/' && Root() == nullptr)
     {
         return {};
+    }
+    if (m_paths == nullptr)
+    {
+        m_paths = xmlXPathNewContext(m_document);
+        xmlXPathContextSetCache(m_paths, 1, -1, 0);
     }
     m_paths->node = from;
     xmlXPathObject* const found = xmlXPathEvalExpression(Chars(xpath), m_paths);
@@ -347,26 +398,11 @@ bool BareDocument::IsWithin(const xmlNode* node, const xmlNode* above)
     return node != nullptr;
 }
 
-std::string BareDocument::Canonical(xmlNode* node)
+std::string BareDocument::Canonical(const xmlNode* node)
 {
-    std::string text = "<" + Name(node);
-    std::vector<std::string> attributes;
-    for (xmlAttr* attribute = node->properties; attribute != nullptr; attribute = attribute->next)
-    {
-        attributes.push_back(
-            std::string(View(attribute->name)).append("=").append(Text(reinterpret_cast<xmlNode*>(attribute))));
-    }
-    std::sort(attributes.begin(), attributes.end());
-    for (const auto& attribute : attributes)
-    {
-        text.append(" ").append(attribute);
-    }
-    text += '>';
-    for (xmlNode* child = node->children; child != nullptr; child = child->next)
-    {
-        text += IsText(child) ? std::string(View(child->content)) : Canonical(child);
-    }
-    return text.append("</").append(Name(node)).append(">");
+    std::string text;
+    AppendCanonical(node, text);
+    return text;
 }
 
 std::string OnlyXmlCharacters(std::string_view text)

@@ -33,7 +33,7 @@ public:
 
     explicit BareDocument(std::string_view text, Reading reading = Reading::AsTheLibrary);
     ~BareDocument();
-    BareDocument(const BareDocument&) = delete;
+    BareDocument(const BareDocument& other);
     BareDocument& operator=(const BareDocument&) = delete;
 
     [[nodiscard]] Verdict GetVerdict() const noexcept { return m_verdict; }
@@ -56,14 +56,14 @@ public:
     [[nodiscard]] static bool IsWithin(const xmlNode* node, const xmlNode* above);
 
     // All that counts below the node, in one text; the same for the same tree.
-    [[nodiscard]] static std::string Canonical(xmlNode* node);
+    [[nodiscard]] static std::string Canonical(const xmlNode* node);
 
 private:
     void Judge(bool isWellFormed, bool isNamespaceWellFormed);
 
     xmlDoc* m_document = nullptr;
-    xmlXPathContext* m_paths = nullptr;
-    std::vector<xmlNode*> m_loose; // out of the tree
+    mutable xmlXPathContext* m_paths = nullptr; // made when first needed
+    std::vector<xmlNode*> m_loose;              // out of the tree
     Verdict m_verdict = Verdict::Refused;
 };
 

@@ -43,19 +43,14 @@ inline void RequireSame(std::string_view ours, std::string_view theirs, std::str
 // As plain as can be: what the library splits is held against it.
 inline std::vector<std::string> Split(const std::string& text, const std::string& between)
 {
-    std::vector<std::string> parts(1);
-    for (std::size_t at = 0; at < text.size();)
+    std::vector<std::string> parts;
+    std::size_t at = 0;
+    for (auto end = text.find(between); end != std::string::npos; end = text.find(between, at))
     {
-        if (text.compare(at, between.size(), between) == 0)
-        {
-            parts.emplace_back();
-            at += between.size();
-        }
-        else
-        {
-            parts.back() += text[at++];
-        }
+        parts.push_back(text.substr(at, end - at));
+        at = end + between.size();
     }
+    parts.push_back(text.substr(at));
     return parts;
 }
 

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -17,45 +19,61 @@ namespace
 
 constexpr int requests = 12;
 
-// Paths of all elements below `node`, relative to it.
-void CollectPaths(xmlNode* node, const std::string& prefix, std::vector<std::string>& paths)
+// All elements from `element` on, in the order in which they begin.
+void CollectElements(xmlNode* element, std::vector<xmlNode*>& elements)
 {
-    for (xmlNode* child = node->children; child != nullptr; child = child->next)
+    elements.push_back(element);
+    for (xmlNode* child = element->children; child != nullptr; child = child->next)
     {
         if (child->type == XML_ELEMENT_NODE)
         {
-            const auto path = prefix + BareDocument::Name(child);
-            paths.push_back(path);
-            CollectPaths(child, path + '/', paths);
+            CollectElements(child, elements);
         }
     }
 }
 
+std::vector<xmlNode*> ElementsOf(const BareDocument& document)
+{
+    std::vector<xmlNode*> elements;
+    CollectElements(document.Root(), elements);
+    return elements;
+}
+
+// Absolute.
+std::string PathOf(const xmlNode* element)
+{
+    return element->type == XML_ELEMENT_NODE ? PathOf(element->parent) + '/' + BareDocument::Name(element) : "";
+}
+
+// An element of a template that a request can fill.
+struct Field
+{
+    std::string path;    // below the data or the header
+    std::size_t element; // which of all elements of the document
+};
+
+// Read once, and copied for each input.
 struct Template
 {
     std::string text;
+    std::unique_ptr<BareDocument> bare;
     std::string header; // absolute paths
     std::string data;
-    std::vector<std::string> inData;
-    std::vector<std::string> inHeader;
+    std::vector<Field> inHeader;
+    std::vector<Field> inData;
 };
 
-// Where the node stands, from its tree's root.
-std::string PathOf(const BareDocument& document, const std::string& name, xmlNode* from, const std::string& path)
+std::vector<Field> FieldsBelow(const std::string& above, const std::vector<std::string>& paths)
 {
-    for (xmlNode* child = from->children; child != nullptr; child = child->next)
+    std::vector<Field> fields;
+    for (std::size_t element = 0; element < paths.size(); ++element)
     {
-        if (child->type == XML_ELEMENT_NODE)
+        if (paths[element].starts_with(above + '/'))
         {
-            const auto below = path + '/' + BareDocument::Name(child);
-            const auto found = BareDocument::Name(child) == name ? below : PathOf(document, name, child, below);
-            if (!found.empty())
-            {
-                return found;
-            }
+            fields.push_back({paths[element].substr(above.size() + 1), element});
         }
     }
-    return {};
+    return fields;
 }
 
 Template Read(const KeptPractice& practice, int number)
@@ -64,13 +82,15 @@ Template Read(const KeptPractice& practice, int number)
     Require(request.has_value(), "each request has its template");
     Template made;
     made.text = request->ToString();
-    const BareDocument document(made.text);
-    const auto root = '/' + BareDocument::Name(document.Root());
-    made.header = PathOf(document, request->Header().Name(), document.Root(), root);
-    xmlNode* const header = document.Select(document.Root(), made.header);
-    made.data = PathOf(document, request->Data().Name(), header, made.header);
-    CollectPaths(document.Select(document.Root(), made.data), "", made.inData);
-    CollectPaths(header, "", made.inHeader);
+    made.bare = std::make_unique<BareDocument>(made.text);
+    std::vector<std::string> paths;
+    std::ranges::transform(ElementsOf(*made.bare), std::back_inserter(paths), PathOf);
+    const auto endingWith = [&](const std::string& name)
+    { return *std::ranges::find_if(paths, [&](const std::string& path) { return path.ends_with('/' + name); }); };
+    made.header = endingWith(request->Header().Name());
+    made.data = endingWith(request->Data().Name());
+    made.inHeader = FieldsBelow(made.header, paths);
+    made.inData = FieldsBelow(made.data, paths);
     return made;
 }
 
@@ -106,25 +126,26 @@ Filling ReadLine(std::string_view line)
     return filling;
 }
 
-void Fill(service::ServiceRequest& request, BareDocument& bare, const Template& made, const Filling& filling)
+void Fill(service::ServiceRequest& request, BareDocument& bare, const std::vector<xmlNode*>& elements,
+          const Template& made, const Filling& filling)
 {
-    const auto& paths = filling.isHeader ? made.inHeader : made.inData;
-    if (paths.empty())
+    const auto& fields = filling.isHeader ? made.inHeader : made.inData;
+    if (fields.empty())
     {
         return;
     }
-    const auto& path = paths[filling.number % paths.size()];
+    const auto& [path, element] = fields[filling.number % fields.size()];
     const host::Value value(filling.text);
     filling.isHeader ? request.SetHeader(path, value) : request.SetData(path, value);
-    xmlNode* const above = bare.Select(bare.Root(), filling.isHeader ? made.header : made.data);
-    xmlNode* const node = bare.Select(above, path);
-    if (node != nullptr) // gone with what a text above it has replaced
+    xmlNode* const node = elements[element];
+    const bool isThere = BareDocument::IsWithin(node, bare.Root()); // else gone with what a text above it has replaced
+    if (isThere)
     {
         bare.SetText(node, filling.text);
     }
     if (!filling.isHeader)
     {
-        RequireSame(request.GetData(path), BareDocument::Text(node), "what was set");
+        RequireSame(request.GetData(path), isThere ? BareDocument::Text(node) : "", "what was set");
     }
 }
 
@@ -142,16 +163,17 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     }
     const int number = data[0] % requests;
     const auto& made = TemplateOf(practice, number);
-    auto request = practice.parts.factory.GetRequest(static_cast<service::RequestTypes>(number));
-    BareDocument bare(made.text);
+    service::ServiceRequest request("", made.data, made.header, xml::Document::FromText(made.text).value());
+    BareDocument bare(*made.bare);
+    const auto elements = ElementsOf(bare);
     auto rest = View(data, size).substr(1);
     while (!rest.empty())
     {
         const auto end = std::min(rest.find('\n'), rest.size());
-        Fill(*request, bare, made, ReadLine(rest.substr(0, end)));
+        Fill(request, bare, elements, made, ReadLine(rest.substr(0, end)));
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
-    const BareDocument back(request->ToString(), BareDocument::Reading::Exact);
+    const BareDocument back(request.ToString(), BareDocument::Reading::Exact);
     Require(back.HasTree(), "a request is XML");
     RequireSame(BareDocument::Canonical(back.Root()), BareDocument::Canonical(bare.Root()), "a filled request");
     return 0;

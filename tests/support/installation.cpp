@@ -91,7 +91,12 @@ void Installation::WriteHuge(const std::string& name) const
 
 void Installation::WriteTable(const std::string& name, std::string_view bytes) const
 {
-    Write("client\\SISS\\Prerequisiti\\mysql\\data\\imp_test\\sau\\" + name + ".txt", bytes);
+    Write(TableName(name), bytes);
+}
+
+std::string Installation::TableName(const std::string& name)
+{
+    return "client\\SISS\\Prerequisiti\\mysql\\data\\imp_test\\sau\\" + name + ".txt";
 }
 
 void Installation::WriteTemplates() const

@@ -47,6 +47,8 @@ public:
     // A file larger than any memory, which takes no room: all of it is a hole.
     void WriteHuge(const std::string& name) const;
     void WriteTable(const std::string& name, std::string_view bytes) const;
+    // The name of a table's file, for `Path`.
+    [[nodiscard]] static std::string TableName(const std::string& name);
     // The request templates that are delivered.
     void WriteTemplates() const;
 

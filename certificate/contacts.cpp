@@ -10,7 +10,6 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 
 namespace vellumo::certificate
 {
@@ -20,16 +19,12 @@ namespace
 using service::ServiceRequest;
 using service::ServiceResponse;
 
-// Of a reply's `esitoServizio`.
-constexpr std::string_view registered = "S";
-constexpr std::string_view refused = "N";
-
 // A refused modification carries no failure of its own.
 ServiceResponse RefusalOf(const ServiceRequest& request)
 {
     ServiceResponse refusal;
     refusal.FailedResult = std::make_shared<service::ServiceException>();
-    refusal.FailedResult->Code = std::string(refused);
+    refusal.FailedResult->Code = std::string(service::contactRefused);
     refusal.FailedResult->Message = request.Name();
     return refusal;
 }
@@ -75,9 +70,9 @@ bool Contacts::SendContactData(const host::Value& idPaziente, bool asModificatio
     }
     const bool failed = response->Failed();
     const std::string& result = response->ServiceResult;
-    if (!failed && !host::EqualsIgnoringCase(result, refused))
+    if (!failed && !host::EqualsIgnoringCase(result, service::contactRefused))
     {
-        if (!host::EqualsIgnoringCase(result, registered))
+        if (!host::EqualsIgnoringCase(result, service::contactRegistered))
         {
             throw host::Fault("il SISS ha risposto con un esito non previsto.");
         }

@@ -26,6 +26,10 @@ inline constexpr std::string_view ed0511 = "ED0511"; // of a field
 
 } // namespace code
 
+// What the services of contacts say in `esitoServizio`, in any case.
+inline constexpr std::string_view contactRegistered = "S";
+inline constexpr std::string_view contactRefused = "N";
+
 // Italian, plain text without line breaks, sentences without full stop. Static: may be kept.
 struct SissCode
 {

@@ -1,6 +1,8 @@
 #include "diagnosi/exchanges/call_outcome.h"
 
+#include "host/text.h"
 #include "service/service_factory.h"
+#include "service/siss_codes.h"
 
 #include <memory>
 #include <utility>
@@ -12,10 +14,13 @@ namespace
 
 using service::ServiceFactory;
 
-// Contacts say with a letter what became of them; "N" comes without a code.
-bool IsRefusedContact(std::string_view service, std::string_view result)
+// Contacts say with a letter what became of them; a refusal comes without a code.
+Outcome::Kind KindOfPositive(std::string_view service, std::string_view result)
 {
-    return service.ends_with("Contatto") && (result == "N" || result == "n");
+    return !service.ends_with("Contatto")                                 ? Outcome::Kind::Accepted
+           : host::EqualsIgnoringCase(result, service::contactRegistered) ? Outcome::Kind::Accepted
+           : host::EqualsIgnoringCase(result, service::contactRefused)    ? Outcome::Kind::Refused
+                                                                          : Outcome::Kind::OddOutcome;
 }
 
 std::string FirstText(const xml::Node& node, std::string_view name)
@@ -64,7 +69,7 @@ Outcome OutcomeOfResponse(std::string_view service, const service::ServiceRespon
     }
     if (!response.Failed())
     {
-        outcome.kind = IsRefusedContact(service, outcome.result) ? Outcome::Kind::Refused : Outcome::Kind::Accepted;
+        outcome.kind = KindOfPositive(service, outcome.result);
         return outcome;
     }
     const bool isFault = response.Body.Select("SOAP-ENV:Fault") || response.Body.Select("env:Fault");

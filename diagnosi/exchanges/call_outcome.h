@@ -24,10 +24,11 @@ struct Outcome
     enum class Kind
     {
         Accepted,
-        Refused,   // SISS gave a negative outcome, or a list of exceptions
-        SoapFault, // the envelope carries a fault
-        NotXml,    // the client's own error text, or something broken
-        NoOutcome, // XML without the node that says how the call ended
+        Refused,    // SISS gave a negative outcome, or a list of exceptions
+        SoapFault,  // the envelope carries a fault
+        NotXml,     // the client's own error text, or something broken
+        NoOutcome,  // XML without the node that says how the call ended
+        OddOutcome, // neither of the outcomes that the service has
         NothingCame
     };
 

@@ -119,6 +119,12 @@ OutcomeWords WordsOf(const Call& call)
                 {"La risposta è XML ma non ha l'elemento che dice com'è andata: riferire all'assistenza SISS la "
                  "risposta.",
                  MayBeDone(call)}};
+    case Outcome::Kind::OddOutcome:
+        return {"Esito non previsto",
+                "esito " + outcome.result,
+                {"Il SISS ha risposto con un esito che il servizio non prevede: riferire all'assistenza SISS la "
+                 "risposta.",
+                 MayBeDone(call)}};
     case Outcome::Kind::NothingCame:
         break;
     }

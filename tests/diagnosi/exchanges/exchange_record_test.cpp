@@ -135,17 +135,20 @@ TEST_CASE("What a call's files hold, and how the call ended")
              ReplyOf("GCM.invioCertificatoMalattia",
                      "<param><rispostaInvioCertificato><datiINPS><protocolloINPS>350000001</protocolloINPS></datiINPS>"
                      "</rispostaInvioCertificato></param>"));
+    log.Call(folder, 11, "Inserimento Contatto",
+             ReplyOf("ICCE.inserisciDatiContatto",
+                     "<esitoInserisciContatto><esitoServizio>Q</esitoServizio></esitoInserisciContatto>"));
 
     std::vector<diagnosi::Call> calls;
     for (const Operation& operation : log.Read().operations)
     {
         calls.insert(calls.end(), operation.calls.begin(), operation.calls.end());
     }
-    REQUIRE(calls.size() == 10);
+    REQUIRE(calls.size() == 11);
     using Kind = Outcome::Kind;
     const std::vector<Kind> kinds = {Kind::Accepted,  Kind::NotXml,    Kind::NothingCame, Kind::NothingCame,
                                      Kind::SoapFault, Kind::NoOutcome, Kind::Refused,     Kind::Accepted,
-                                     Kind::Refused,   Kind::Accepted};
+                                     Kind::Refused,   Kind::Accepted,  Kind::OddOutcome};
     for (std::size_t i = 0; i < kinds.size(); ++i)
     {
         CAPTURE(i);
@@ -164,4 +167,5 @@ TEST_CASE("What a call's files hold, and how the call ended")
     CHECK(calls[7].outcome.given[0].iup + ' ' + calls[7].outcome.given[0].protocol == "0300A4 0302");
     CHECK(calls[8].outcome.code == "PDCAR001");
     CHECK(WordsOf(calls[9]).said == "protocollo INPS 350000001");
+    CHECK(WordsOf(calls[10]).said == "esito Q");
 }

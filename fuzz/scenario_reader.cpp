@@ -1,6 +1,7 @@
 // Scenario files as people write and misspell them: a file is read, or refused with the place of the line that is
 // wrong; with the line ends of another system it is the same.
 #include "fuzz/oracle.h"
+#include "player/apart.h"
 #include "player/scenario.h"
 #include "player/target.h"
 
@@ -69,7 +70,7 @@ std::string Read(const std::string& text, int lines)
 namespace vellumo::player
 {
 
-std::unique_ptr<Target> MakeTarget(Operator&, const std::filesystem::path&)
+Target MakeTarget(screen::Operator&, const std::filesystem::path&)
 {
     std::abort();
 }

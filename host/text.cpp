@@ -133,4 +133,23 @@ std::string_view Trimmed(std::string_view text, std::string_view outer) noexcept
                                            : text.substr(first, text.find_last_not_of(outer) - first + 1);
 }
 
+std::string Joined(const std::vector<std::string>& parts, std::string_view between)
+{
+    std::string text;
+    for (std::size_t i = 0; i < parts.size(); ++i)
+    {
+        text.append(i == 0 ? "" : between).append(parts[i]);
+    }
+    return text;
+}
+
+std::string Replaced(std::string text, std::string_view part, std::string_view instead)
+{
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + instead.size()))
+    {
+        text.replace(at, part.size(), instead);
+    }
+    return text;
+}
+
 } // namespace vellumo::host

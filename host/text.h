@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vellumo::host
 {
@@ -51,5 +52,9 @@ void AppendCharacter(char32_t character, std::string& out);
 
 // Without the characters of `outer` at both ends; a part of `text`.
 [[nodiscard]] std::string_view Trimmed(std::string_view text, std::string_view outer = blanks) noexcept;
+
+[[nodiscard]] std::string Joined(const std::vector<std::string>& parts, std::string_view between);
+// With each `part` as `instead`.
+[[nodiscard]] std::string Replaced(std::string text, std::string_view part, std::string_view instead);
 
 } // namespace vellumo::host

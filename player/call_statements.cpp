@@ -1,7 +1,7 @@
 // The calls that the host makes, their arguments and windows, and what they return.
-#include "player/controls.h"
 #include "player/run.h"
 #include "player/written.h"
+#include "simulator/screen/controls.h"
 
 #include <tuple>
 #include <type_traits>
@@ -99,16 +99,16 @@ void PassReference(Run& run, const Node& node)
 void LookAtBox(Run& run, const Node& node)
 {
     const auto& box = run.TheWindow();
-    Expect("icon", node.choice, NameOf(box.Icon()));
+    Expect("icon", node.choice, screen::NameOf(box.Icon()));
     const auto buttons = node.Text("BUTTONS");
     const auto isDefault = node.Has("default") ? node.Text("BUTTON") : buttons.substr(0, buttons.find('/'));
     std::string marked = "none";
     for (auto* const button : box.All<ui::Button>())
     {
-        marked = button->isDefault ? CaptionOf(*button) : marked;
+        marked = button->isDefault ? screen::CaptionOf(*button) : marked;
     }
     Expect("buttons and default", buttons + ", " + isDefault,
-           Joined(CaptionsOf(box.All<ui::Button>()), "/") + ", " + marked);
+           Joined(screen::CaptionsOf(box.All<ui::Button>()), "/") + ", " + marked);
     Expect("text", Joined(node.block, "\r\n"), box.Text());
 }
 

@@ -3,7 +3,7 @@
 // break.
 #pragma once
 
-#include "player/screen.h"
+#include "simulator/screen/window.h"
 
 namespace vellumo::player
 {

@@ -105,7 +105,7 @@ void LookAtRows(Run& run, const Node& node)
         auto& row = seen.emplace_back();
         for (std::size_t i = 0; i < result->ColumnCount(); ++i)
         {
-            row.push_back(ValueText(result->Field(i)));
+            row.push_back(norda::ValueText(result->Field(i)));
         }
     }
     Table expected;
@@ -122,7 +122,7 @@ void LookAtRows(Run& run, const Node& node)
     }
 }
 
-// As `RowChange::Texts`.
+// As `norda::RowChange::Texts`.
 std::vector<std::string> TextsOf(const Node& line)
 {
     auto texts = line.Has("CELLS") ? line.Cells() : std::vector<std::string>();
@@ -139,7 +139,7 @@ void LookAtChanges(Run& run, const Node& node)
     {
         const auto expected = TextsOf(line);
         const auto found = std::find_if(seen.begin(), seen.end(),
-                                        [&](const RowChange& each) { return AllFit(expected, each.Texts()); });
+                                        [&](const norda::RowChange& each) { return AllFit(expected, each.Texts()); });
         if (found == seen.end())
         {
             run.Report(line.place, "the database did not change so: " + Joined(expected, " | "));
@@ -156,7 +156,7 @@ void LookAtChanges(Run& run, const Node& node)
         {
             continue;
         }
-        run.Report(node.place, "the database changed and should not have: " + Joined(change.Texts(), " | "));
+        run.Report(node.place, "the database changed and should not have: " + change.Text());
     }
 }
 
@@ -236,7 +236,7 @@ void LookAtTraces(Run& run, const Node& node)
 void LookAtRegistry(Run& run, const Node& node)
 {
     const auto expected = node.Has("missing") ? std::nullopt : std::optional(node.Text("TEXT"));
-    const auto seen = run.GetStage().GetTarget().Machine().MachineText(node.Text("KEY"), node.Text("NAME"));
+    const auto seen = run.GetStage().Machine().MachineText(node.Text("KEY"), node.Text("NAME"));
     Expect(node.Text("NAME"), Shown(expected), Shown(seen));
 }
 

@@ -11,7 +11,7 @@ namespace vellumo::player
 namespace
 {
 
-using Rows = std::set<RowId>;
+using Rows = std::set<norda::RowId>;
 
 void AddCodes(const std::string& reply, std::vector<std::string>& codes)
 {
@@ -36,12 +36,12 @@ std::vector<std::string> CodesOf(const std::vector<siss::Exchange>& exchanges, s
 }
 
 // That have got the code since.
-Rows RowsWith(const std::string& code, const Snapshot& snapshot, const Rows& before = {})
+Rows RowsWith(const std::string& code, const norda::Snapshot& snapshot, const Rows& before = {})
 {
     Rows rows;
     for (const auto& [row, texts] : snapshot)
     {
-        const bool has = row.table != journalTable &&
+        const bool has = row.table != norda::journalTable &&
                          std::ranges::any_of(texts, [&](const auto& cell) { return cell.second == code; });
         if (has && !before.contains(row))
         {
@@ -51,11 +51,11 @@ Rows RowsWith(const std::string& code, const Snapshot& snapshot, const Rows& bef
     return rows;
 }
 
-bool InJournal(const std::string& code, const Snapshot& snapshot)
+bool InJournal(const std::string& code, const norda::Snapshot& snapshot)
 {
     return std::ranges::any_of(
         snapshot, [&](const auto& each)
-        { return each.first.table == journalTable && each.second.at("Riga").find(code) != std::string::npos; });
+        { return each.first.table == norda::journalTable && each.second.at("Riga").find(code) != std::string::npos; });
 }
 
 } // namespace

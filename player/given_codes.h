@@ -1,7 +1,7 @@
 // Where the codes are that SISS gave to a program which ended, once it has been started again.
 #pragma once
 
-#include "player/snapshot.h"
+#include "simulator/norda/snapshot.h"
 #include "simulator/siss/network.h"
 
 #include <cstddef>
@@ -15,9 +15,9 @@ namespace vellumo::player
 // The database before the first call, after all of them, and as the program that ended left it.
 struct Snapshots
 {
-    const Snapshot& before;
-    const Snapshot& after;
-    Snapshot now;
+    const norda::Snapshot& before;
+    const norda::Snapshot& after;
+    norda::Snapshot now;
 };
 
 // Whether SISS gave any.

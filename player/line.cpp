@@ -3,7 +3,7 @@
 #include "host/clock.h"
 #include "host/date.h"
 #include "host/text.h"
-#include "player/written.h"
+#include "simulator/norda/snapshot.h"
 
 #include <algorithm>
 #include <charconv>
@@ -61,7 +61,9 @@ std::string WithDates(const Place& place, std::string_view text)
         if (today)
         {
             const auto date = host::Date::FromOle(host::SystemClock().Now().DayNumber() + today->days);
-            dated += DateText(date, today->form == " siss" ? "%Y%m%d" : today->form == " shown" ? "%d/%m/%Y" : dayForm);
+            dated += today->form == " siss"    ? date.ToSissText()
+                     : today->form == " shown" ? date.ToDayText()
+                                               : norda::ValueText(date);
         }
         else
         {

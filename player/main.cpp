@@ -10,9 +10,9 @@
 // tables of docs/scenarios.md anew.
 #include "player/runner.h"
 #include "player/scenario.h"
-#include "player/target.h"
 #include "player/written.h"
 #include "simulator/norda/server_databases.h"
+#include "simulator/norda/workstation.h"
 
 #include <fstream>
 #include <iostream>
@@ -91,7 +91,7 @@ std::optional<Arguments> ReadArguments(const std::vector<std::string>& words)
 
 void TellFacts(const std::string& server)
 {
-    for (const auto& [name, value] : MachineFacts())
+    for (const auto& [name, value] : norda::MachineFacts())
     {
         std::cout << name << '\t' << value << '\n';
     }

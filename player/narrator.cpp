@@ -1,6 +1,6 @@
 #include "player/narrator.h"
 
-#include "player/controls.h"
+#include "simulator/screen/controls.h"
 #include "simulator/siss/messages.h"
 
 #include <algorithm>
@@ -26,7 +26,7 @@ std::string InItalian(const std::string& text)
 
 std::string CaptionIn(ui::Button& button)
 {
-    return InItalian(CaptionOf(button)) + (button.isDefault ? " (predefinito)" : "");
+    return InItalian(screen::CaptionOf(button)) + (button.isDefault ? " (predefinito)" : "");
 }
 
 std::string Caption(const ui::Cell& cell)
@@ -37,15 +37,15 @@ std::string Caption(const ui::Cell& cell)
 }
 
 // The title with what is to be said of it, and the labels.
-std::vector<std::string> LabelsOf(const Window& window, const std::string& more)
+std::vector<std::string> LabelsOf(const screen::Window& window, const std::string& more)
 {
-    auto lines = CaptionsOf(window.All<ui::Label>());
+    auto lines = screen::CaptionsOf(window.All<ui::Label>());
     lines.insert(lines.begin(), '"' + window.Title() + '"' + more);
     return lines;
 }
 
 // Short grids whole, of long ones only how many rows there are.
-void AddRows(const Window& window, std::vector<std::string>& lines)
+void AddRows(const screen::Window& window, std::vector<std::string>& lines)
 {
     constexpr std::size_t few = 4;
     for (const auto* const grid : window.All<ui::Grid>())
@@ -68,14 +68,14 @@ void AddRows(const Window& window, std::vector<std::string>& lines)
 }
 
 // What happened to how many rows of which table.
-std::string KindInWords(const RowChange& change)
+std::string KindInWords(const norda::RowChange& change)
 {
     static const std::map<std::string, std::string> kinds = {
         {"added", "nuova riga in "}, {"removed", "eliminata una riga di "}, {"changed", "aggiornata una riga di "}};
     return kinds.at(change.kind) + change.row.table;
 }
 
-std::string InWords(const RowChange& change)
+std::string InWords(const norda::RowChange& change)
 {
     std::vector<std::string> texts;
     for (const auto& [column, value] : change.texts)
@@ -123,7 +123,7 @@ void Narrator::Received(const std::string& reply)
     Say("risposta del SISS", siss::OutcomeOf(reply));
 }
 
-void Narrator::WindowSeen(const Window& window, bool isNew)
+void Narrator::WindowSeen(const screen::Window& window, bool isNew)
 {
     if (!m_isHeard)
     {
@@ -136,7 +136,7 @@ void Narrator::WindowSeen(const Window& window, bool isNew)
     }
     ++m_windows;
     auto lines = LabelsOf(window, "");
-    if (window.Kind() == WindowKind::Box)
+    if (window.Kind() == screen::WindowKind::Box)
     {
         lines.push_back(window.Text());
     }
@@ -153,7 +153,7 @@ void Narrator::WindowSeen(const Window& window, bool isNew)
     Say("finestra", Joined(lines, "\n"));
 }
 
-void Narrator::Progress(const Window& window)
+void Narrator::Progress(const screen::Window& window)
 {
     if (!m_isHeard)
     {
@@ -177,7 +177,7 @@ void Narrator::Did(const Node& action)
 }
 
 // Row by row as long as a person would read it, else how many of each table.
-void Narrator::SayStored(const std::vector<RowChange>& stored)
+void Narrator::SayStored(const std::vector<norda::RowChange>& stored)
 {
     constexpr std::size_t readable = 15;
     std::map<std::string, std::size_t> counts;
@@ -198,7 +198,7 @@ void Narrator::SayStored(const std::vector<RowChange>& stored)
     }
 }
 
-void Narrator::CallEnds(const Outcome& outcome, const std::vector<RowChange>& stored)
+void Narrator::CallEnds(const Outcome& outcome, const std::vector<norda::RowChange>& stored)
 {
     SayStored(stored);
     m_rows += stored.size();

@@ -2,9 +2,9 @@
 // summary.
 #pragma once
 
-#include "player/screen.h"
-#include "player/snapshot.h"
 #include "player/statement.h"
+#include "simulator/norda/snapshot.h"
+#include "simulator/screen/window.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -41,17 +41,17 @@ public:
     void CallBegins(const std::string& operation, const std::string& argument);
     void Sent(const std::string& requestXml, const std::string& shownAs);
     void Received(const std::string& reply);
-    void WindowSeen(const Window& window, bool isNew);
-    void Progress(const Window& window);
+    void WindowSeen(const screen::Window& window, bool isNew);
+    void Progress(const screen::Window& window);
     void Did(const Node& action);
-    void CallEnds(const Outcome& outcome, const std::vector<RowChange>& stored);
+    void CallEnds(const Outcome& outcome, const std::vector<norda::RowChange>& stored);
     void Logged(const std::filesystem::path& logFolder);
     void Summary(std::size_t scenarios, std::size_t failed);
 
 private:
     // One line of the story: what happens, and more about it.
     void Say(const std::string& what, const std::string& text);
-    void SayStored(const std::vector<RowChange>& stored);
+    void SayStored(const std::vector<norda::RowChange>& stored);
 
     std::ostream m_out;
     bool m_isHeard;

@@ -28,11 +28,6 @@ fs::path PracticePath(Run& run, const Node& node)
     return run.GetStage().Practice().Folder() / fs::u8path(path);
 }
 
-norda::Installation& Machine(Run& run)
-{
-    return run.GetStage().GetTarget().Machine();
-}
-
 void Remove(Run& run, const Node& node)
 {
     if (fs::remove_all(PracticePath(run, node)) == 0)
@@ -87,12 +82,12 @@ void SetRegistryText(Run& run, const Node& node)
     const auto key = node.Text("KEY");
     const auto name = node.Text("NAME");
     const auto text = node.Has("missing") ? std::nullopt : std::optional(node.Text("TEXT"));
-    if (node.Has("machine") && !text && !Machine(run).MachineText(key, name))
+    if (node.Has("machine") && !text && !run.GetStage().Machine().MachineText(key, name))
     {
         run.HasNoEffect(node, nothingThere);
     }
     const auto set = node.Has("machine") ? &norda::Installation::SetMachineText : &norda::Installation::SetUserText;
-    (Machine(run).*set)(key, name, text);
+    (run.GetStage().Machine().*set)(key, name, text);
 }
 
 void SetSaveHabit(Run& run, const Node& node)
@@ -179,7 +174,7 @@ const Group practiceStatements = {
          [](Run& run, const Node& node) { norda::WriteAnsiFile(PracticePath(run, node), Joined(node.block, "\n")); }},
         {"", "folder 'PATH' missing", "removes a folder", Remove},
         {"", "registry machine KEY missing", "removes a registry key, so that nothing can be written there",
-         [](Run& run, const Node& node) { Machine(run).RemoveMachineKey(node.Text("KEY")); }},
+         [](Run& run, const Node& node) { run.GetStage().Machine().RemoveMachineKey(node.Text("KEY")); }},
         {"", "registry machine/user KEY NAME missing", "removes a registry value", SetRegistryText},
         {"", "registry machine/user KEY NAME TEXT", "sets a registry text", SetRegistryText},
         {"", "save patient/asl/specialist/prescription/certificate without a result",
@@ -196,7 +191,7 @@ const Group practiceStatements = {
         {"", "fail session after keeping/giving N responses",
          "the session that the host keeps faults when it is to keep, or to give back, more than that", LimitSession},
         {"", "fail windows", "the system makes no window for the library any more; boxes go on",
-         [](Run& run, const Node&) { run.GetStage().GetTarget().RefuseWindows(); }},
+         [](Run& run, const Node&) { run.GetStage().Screen().RefuseWindows(); }},
         {"", "pause N ms", "waits",
          [](Run&, const Node& node) { std::this_thread::sleep_for(std::chrono::milliseconds(node.Number("N"))); }},
         {"", "statements take N ms", "from now on each statement of the library waits that long, as on a busy server",

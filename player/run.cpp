@@ -1,8 +1,9 @@
 #include "player/run.h"
 
 #include "host/fault.h"
-#include "player/controls.h"
+#include "player/apart.h"
 #include "player/written.h"
+#include "simulator/screen/controls.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -135,13 +136,13 @@ void Run::Remember()
 {
     if (m_options.snapshots && !m_before)
     {
-        m_before = TakeSnapshot(m_stage->Database());
+        m_before = norda::TakeSnapshot(m_stage->Database());
     }
 }
 
-std::vector<RowChange> Run::Changes()
+std::vector<norda::RowChange> Run::Changes()
 {
-    return m_before ? player::Compare(*m_before, Now()) : std::vector<RowChange>();
+    return m_before ? norda::Compare(*m_before, Now()) : std::vector<norda::RowChange>();
 }
 
 void Run::Call(const Node& call)
@@ -151,7 +152,7 @@ void Run::Call(const Node& call)
     const auto& operation = call.parts.front();
     TakeArguments(operation);
     m_narrator.CallBegins(std::string(operation.Keyword()), m_narrator.IsHeard() ? Describe(operation) : "");
-    const auto before = m_narrator.IsHeard() ? Now() : Snapshot();
+    const auto before = m_narrator.IsHeard() ? Now() : norda::Snapshot();
     const bool lenient = m_options.lenient || m_options.failingStatement != 0;
     for (const auto& line : call.below)
     {
@@ -171,7 +172,7 @@ void Run::Call(const Node& call)
         }
     }
     m_narrator.CallEnds(m_current.outcome,
-                        m_narrator.IsHeard() ? player::Compare(before, Now()) : std::vector<RowChange>());
+                        m_narrator.IsHeard() ? norda::Compare(before, Now()) : std::vector<norda::RowChange>());
     m_outcomes.push_back(m_current.outcome);
     // With a fault on purpose what is returned depends on where it struck.
     if (!lenient)
@@ -283,7 +284,7 @@ void Run::Finish(const Place& place)
     }
 }
 
-void Run::OnScreen(Window& window) noexcept
+void Run::OnScreen(screen::Window& window) noexcept
 {
     try
     {
@@ -296,12 +297,12 @@ void Run::OnScreen(Window& window) noexcept
     }
 }
 
-void Run::OnBusy(Window& window) noexcept
+void Run::OnBusy(screen::Window& window) noexcept
 {
     host::PassOver([&] { m_operator->Watch(window); });
 }
 
-void Run::OnWindow(const Window& window, bool isNew)
+void Run::OnWindow(const screen::Window& window, bool isNew)
 {
     m_narrator.WindowSeen(window, isNew);
     TakeScreenshot(window.Title());
@@ -309,7 +310,7 @@ void Run::OnWindow(const Window& window, bool isNew)
 }
 
 // A window that the operator has worked in is worth a picture before it goes.
-bool Run::PlayIn(Window& window, const Node& line)
+bool Run::PlayIn(screen::Window& window, const Node& line)
 {
     if (!line.statement->told.empty())
     {
@@ -324,7 +325,7 @@ bool Run::PlayIn(Window& window, const Node& line)
     return Play(line);
 }
 
-bool Run::IsSo(const Node& look, Window& window)
+bool Run::IsSo(const Node& look, screen::Window& window)
 {
     try
     {
@@ -341,14 +342,14 @@ bool Run::IsSo(const Node& look, Window& window)
 // A call travels inside the wait window, which must be on screen and say so. Returns what operation it names.
 std::string Run::LookAtWaitWindow()
 {
-    const auto* const window = m_stage->GetTarget().Topmost();
-    if (window == nullptr || window->Kind() != WindowKind::Form || window->Title() != "SISS Lombardia")
+    const auto* const window = m_stage->Screen().Topmost();
+    if (window == nullptr || window->Kind() != screen::WindowKind::Form || window->Title() != "SISS Lombardia")
     {
         Report(m_place, "the request does not travel inside the wait window; on top is " +
-                            (window != nullptr ? player::Describe(*window) : "nothing"));
+                            (window != nullptr ? screen::Describe(*window) : "nothing"));
         return "";
     }
-    auto labels = CaptionsOf(window->All<ui::Label>());
+    auto labels = screen::CaptionsOf(window->All<ui::Label>());
     for (const std::string fixed : {"Attendere...", "Trasmissione/Ricezione dati in corso..."})
     {
         if (std::erase(labels, fixed) == 0)
@@ -395,13 +396,13 @@ void Run::OnStatement()
     {
         EndProcess(died);
     }
-    if (auto* const window = m_stage->GetTarget().Topmost(); window != nullptr)
+    if (auto* const window = m_stage->Screen().Topmost(); window != nullptr)
     {
         m_operator->Watch(*window);
     }
 }
 
-void Run::OnMilestone(const Window& window)
+void Run::OnMilestone(const screen::Window& window)
 {
     TakeScreenshot(window.Title());
     m_narrator.Progress(window);
@@ -413,7 +414,7 @@ void Run::TakeScreenshot(const std::string& title)
     {
         const auto number = std::to_string(++m_pictures + 100).substr(1);
         const auto file = m_options.screenshots / (number + '-' + FileName(title) + ".png");
-        static_cast<void>(m_stage->GetTarget().Screenshot(file));
+        static_cast<void>(m_stage->Screen().TakePicture(file));
     }
 }
 

@@ -3,8 +3,8 @@
 
 #include "player/narrator.h"
 #include "player/scripted_operator.h"
-#include "player/snapshot.h"
 #include "player/stage.h"
+#include "simulator/norda/snapshot.h"
 
 #include <filesystem>
 #include <functional>
@@ -43,7 +43,7 @@ struct CallInProgress
 // The folder of the scenario's file is where the files that it names lie.
 [[nodiscard]] std::filesystem::path FileBeside(const Node& node, const std::string& name);
 
-class Run final : public Operator
+class Run final : public screen::Operator
 {
 public:
     // Exit code of a process that ended at its `dyingStatement`.
@@ -79,7 +79,7 @@ public:
     [[nodiscard]] Opened& Open() noexcept { return m_opened; }
     [[nodiscard]] CallInProgress& Current() noexcept { return m_current; }
     // The window at which the operator is.
-    [[nodiscard]] Window& TheWindow() noexcept { return *m_window; }
+    [[nodiscard]] screen::Window& TheWindow() noexcept { return *m_window; }
     // The session that the host keeps; null before the first is opened.
     [[nodiscard]] std::shared_ptr<norda::PrescriptionSession>& Session() noexcept { return m_session; }
     // What the wait window named for each request.
@@ -99,13 +99,13 @@ public:
     [[nodiscard]] std::int32_t PatientId(const std::string& codiceFiscale);
 
     // For the operator. Plays a line that belongs to a window.
-    bool PlayIn(Window& window, const Node& line);
+    bool PlayIn(screen::Window& window, const Node& line);
     // Whether the window is as the line says.
-    [[nodiscard]] bool IsSo(const Node& look, Window& window);
+    [[nodiscard]] bool IsSo(const Node& look, screen::Window& window);
     // A window came on top, or came back.
-    void OnWindow(const Window& window, bool isNew);
+    void OnWindow(const screen::Window& window, bool isNew);
     // A window that is at work: the first look at it, the first at its middle and the first at its end.
-    void OnMilestone(const Window& window);
+    void OnMilestone(const screen::Window& window);
 
     // What came back from each call so far.
     [[nodiscard]] const std::vector<Outcome>& Outcomes() const noexcept { return m_outcomes; }
@@ -117,18 +117,18 @@ public:
     }
 
     // What has changed since before the first call.
-    [[nodiscard]] std::vector<RowChange> Changes();
+    [[nodiscard]] std::vector<norda::RowChange> Changes();
     // All rows before the first call, and now. Only with snapshots.
-    [[nodiscard]] const Snapshot& Before() const { return m_before.value(); }
-    [[nodiscard]] Snapshot Now() { return TakeSnapshot(m_stage->Database()); }
+    [[nodiscard]] const norda::Snapshot& Before() const { return m_before.value(); }
+    [[nodiscard]] norda::Snapshot Now() { return norda::TakeSnapshot(m_stage->Database()); }
     // The library's first statement after each reply of SISS that was followed by one.
     [[nodiscard]] const std::vector<std::size_t>& StatementsAfterReplies() const noexcept { return m_statementsAfter; }
     // Whether the failing statement of a sweep has been reached.
     [[nodiscard]] bool HasFailed() const noexcept { return m_stage->Statements().size() >= m_options.failingStatement; }
 
 private:
-    void OnScreen(Window& window) noexcept override;
-    void OnBusy(Window& window) noexcept override;
+    void OnScreen(screen::Window& window) noexcept override;
+    void OnBusy(screen::Window& window) noexcept override;
     void OnRequest(const std::string& requestXml);
     void CallsOfTimer();
     void OnStatement();
@@ -154,12 +154,12 @@ private:
     bool m_answersByDefault = false;
     std::unique_ptr<Stage> m_stage;
     std::shared_ptr<norda::PrescriptionSession> m_session;
-    std::optional<Snapshot> m_before;
+    std::optional<norda::Snapshot> m_before;
     Opened m_opened;
     CallInProgress m_current;
     std::vector<Outcome> m_outcomes;
     std::vector<const Node*> m_timer; // second calls that wait for their request
-    Window* m_window = nullptr;
+    screen::Window* m_window = nullptr;
     Place m_place; // of the line being played
     std::vector<std::string> m_shownAs;
     std::vector<std::size_t> m_statementsAfter;

@@ -1,9 +1,10 @@
 #include "player/runner.h"
 
 #include "host/fault.h"
+#include "player/apart.h"
 #include "player/given_codes.h"
-#include "player/whole_patients.h"
 #include "player/written.h"
+#include "simulator/norda/whole_patients.h"
 
 #include <algorithm>
 #include <random>
@@ -22,14 +23,14 @@ bool SweepsPatients(const Scenario& scenario)
 
 // What is stored between two moments. The lines that something that fails leaves in the host's journal are no part of
 // that.
-std::vector<std::string> StoredBetween(const Snapshot& before, const Snapshot& after)
+std::vector<std::string> StoredBetween(const norda::Snapshot& before, const norda::Snapshot& after)
 {
     std::vector<std::string> stored;
     for (const auto& change : Compare(before, after))
     {
         if (!change.IsJournalLine())
         {
-            stored.push_back(Joined(change.Texts(), " | "));
+            stored.push_back(change.Text());
         }
     }
     return stored;
@@ -186,8 +187,8 @@ void Runner::RunScenario()
     }
 }
 
-void Runner::BreakAtEach(const std::string& how, const Snapshot& before, const Snapshot& after,
-                         std::optional<Snapshot> (Runner::*play)(std::size_t statement))
+void Runner::BreakAtEach(const std::string& how, const norda::Snapshot& before, const norda::Snapshot& after,
+                         std::optional<norda::Snapshot> (Runner::*play)(std::size_t statement))
 {
     const auto whole = StoredBetween(before, after);
     std::size_t statement = 1;
@@ -196,7 +197,7 @@ void Runner::BreakAtEach(const std::string& how, const Snapshot& before, const S
         const auto when = how + std::to_string(statement) + ", ";
         if (SweepsPatients(*m_scenario))
         {
-            if (const auto broken = FindBrokenPatient(before, after, *now))
+            if (const auto broken = norda::FindBrokenPatient(before, after, *now))
             {
                 Differ(m_scenario->place, when + *broken);
             }
@@ -208,7 +209,7 @@ void Runner::BreakAtEach(const std::string& how, const Snapshot& before, const S
     }
 }
 
-std::optional<Snapshot> Runner::Fail(std::size_t statement)
+std::optional<norda::Snapshot> Runner::Fail(std::size_t statement)
 {
     const auto run = Once(statement);
     if (!run->HasFailed())
@@ -229,12 +230,12 @@ std::optional<Snapshot> Runner::Fail(std::size_t statement)
     return run->Now();
 }
 
-std::optional<Snapshot> Runner::Die(std::size_t statement)
+std::optional<norda::Snapshot> Runner::Die(std::size_t statement)
 {
     const int code = EndAt(statement);
     if (code == Run::died)
     {
-        return TakeSnapshot(*norda::Practice(m_folder / "practice", m_options.database).Open());
+        return norda::TakeSnapshot(*norda::Practice(m_folder / "practice", m_options.database).Open());
     }
     if (code != 0)
     {
@@ -256,7 +257,7 @@ int Runner::EndAt(std::size_t statement)
     return DoApart(words, [&] { static_cast<void>(Once(0, statement)); });
 }
 
-void Runner::EndAfterEachReply(const Snapshot& before, const Snapshot& after,
+void Runner::EndAfterEachReply(const norda::Snapshot& before, const norda::Snapshot& after,
                                const std::vector<siss::Exchange>& exchanges,
                                const std::vector<std::size_t>& statementsAfterReplies)
 {

@@ -45,15 +45,16 @@ private:
     void RunScenario();
     // Again with something that breaks at the first statement of the library, at the second, and so on until none is
     // left. `play` returns the database that the break has left, empty when there was none.
-    void BreakAtEach(const std::string& how, const Snapshot& before, const Snapshot& after,
-                     std::optional<Snapshot> (Runner::*play)(std::size_t statement));
-    [[nodiscard]] std::optional<Snapshot> Fail(std::size_t statement);
+    void BreakAtEach(const std::string& how, const norda::Snapshot& before, const norda::Snapshot& after,
+                     std::optional<norda::Snapshot> (Runner::*play)(std::size_t statement));
+    [[nodiscard]] std::optional<norda::Snapshot> Fail(std::size_t statement);
     // The program ends before the statement, in a process of its own.
-    [[nodiscard]] std::optional<Snapshot> Die(std::size_t statement);
+    [[nodiscard]] std::optional<norda::Snapshot> Die(std::size_t statement);
     // The exit code of the process that ended.
     [[nodiscard]] int EndAt(std::size_t statement);
     // The program ends after each reply of SISS, and is started again, which tells of the codes that it had.
-    void EndAfterEachReply(const Snapshot& before, const Snapshot& after, const std::vector<siss::Exchange>& exchanges,
+    void EndAfterEachReply(const norda::Snapshot& before, const norda::Snapshot& after,
+                           const std::vector<siss::Exchange>& exchanges,
                            const std::vector<std::size_t>& statementsAfterReplies);
     void Differ(const Place& place, const std::string& what) { m_differences.push_back({place, what}); }
     void SayDifferences(const std::string& title, const std::vector<Difference>& differences);

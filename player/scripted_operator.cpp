@@ -1,7 +1,7 @@
 #include "player/scripted_operator.h"
 
-#include "player/controls.h"
 #include "player/run.h"
+#include "simulator/screen/controls.h"
 
 #include <algorithm>
 #include <utility>
@@ -24,18 +24,18 @@ bool IsWatched(const Node& expected)
     return expected.Keyword() == "watch";
 }
 
-bool Fits(const Node& expected, const Window& window)
+bool Fits(const Node& expected, const screen::Window& window)
 {
-    const auto kind = expected.Keyword() == "box"      ? WindowKind::Box
-                      : expected.Keyword() == "dialog" ? WindowKind::FileDialog
-                                                       : WindowKind::Form;
+    const auto kind = expected.Keyword() == "box"      ? screen::WindowKind::Box
+                      : expected.Keyword() == "dialog" ? screen::WindowKind::FileDialog
+                                                       : screen::WindowKind::Form;
     return kind == window.Kind() && expected.Text("TITLE") == window.Title();
 }
 
 // What the job is at: the heading and what is being done. The labels behind them name the row and count.
-std::vector<std::string> StageOf(const Window& window)
+std::vector<std::string> StageOf(const screen::Window& window)
 {
-    auto labels = CaptionsOf(window.All<ui::Label>());
+    auto labels = screen::CaptionsOf(window.All<ui::Label>());
     labels.resize(std::min<std::size_t>(labels.size(), 2));
     return labels;
 }
@@ -85,13 +85,13 @@ std::vector<ScriptedOperator::Expected>::iterator ScriptedOperator::NextExpected
                         [](const Expected& each) { return !IsWatched(*each.line); });
 }
 
-bool ScriptedOperator::IsWorking(const Window& window) const
+bool ScriptedOperator::IsWorking(const screen::Window& window) const
 {
     return m_current != nullptr && window.Id() == m_currentId &&
            std::find(m_current->met.begin(), m_current->met.end(), false) != m_current->met.end();
 }
 
-void ScriptedOperator::Work(Window& window)
+void ScriptedOperator::Work(screen::Window& window)
 {
     if (window.Id() != m_seenId)
     {
@@ -104,7 +104,7 @@ void ScriptedOperator::Work(Window& window)
         PlayLines(window);
     }
     // Any press ends a box, so one that has been worked is on its way out; a form may come back into play.
-    else if ((!worked || window.Kind() == WindowKind::Form) && Advance(window))
+    else if ((!worked || window.Kind() == screen::WindowKind::Form) && Advance(window))
     {
         static_cast<void>(m_run.PlayIn(window, *m_current->line));
         PlayLines(window);
@@ -122,7 +122,7 @@ void ScriptedOperator::Work(Window& window)
     }
 }
 
-bool ScriptedOperator::Advance(const Window& window)
+bool ScriptedOperator::Advance(const screen::Window& window)
 {
     const auto fits = [&](const Expected& each) { return !IsWatched(*each.line) && Fits(*each.line, window); };
     const auto found = m_lenient ? std::find_if(NextExpected(), m_expected.end(), fits) : NextExpected();
@@ -139,7 +139,7 @@ bool ScriptedOperator::Advance(const Window& window)
 }
 
 // Looks at the window until there is something to do in it; that is done, and takes effect before the next step.
-void ScriptedOperator::PlayLines(Window& window)
+void ScriptedOperator::PlayLines(screen::Window& window)
 {
     auto& [expected, appeared, met] = *m_current;
     for (auto next = std::find(met.begin(), met.end(), false); next != met.end(); ++next)
@@ -161,7 +161,7 @@ void ScriptedOperator::PlayLines(Window& window)
     }
 }
 
-void ScriptedOperator::Watch(Window& window)
+void ScriptedOperator::Watch(screen::Window& window)
 {
     if (window.All<ui::ProgressBar>().empty())
     {
@@ -186,7 +186,7 @@ void ScriptedOperator::Watch(Window& window)
     }
 }
 
-void ScriptedOperator::LookAtBar(const Window& window)
+void ScriptedOperator::LookAtBar(const screen::Window& window)
 {
     const auto* const bar = window.All<ui::ProgressBar>().front();
     if (window.Id() != m_watchedId)
@@ -212,13 +212,13 @@ void ScriptedOperator::LookAtBar(const Window& window)
 }
 
 // A box that says that something failed, and asks nothing.
-bool ScriptedOperator::OnlyTells(const Window& window)
+bool ScriptedOperator::OnlyTells(const screen::Window& window)
 {
-    return window.Kind() == WindowKind::Box && window.Icon() != ui::Icon::Information &&
+    return window.Kind() == screen::WindowKind::Box && window.Icon() != ui::Icon::Information &&
            window.All<ui::Button>().size() == 1;
 }
 
-void ScriptedOperator::Unexpected(Window& window)
+void ScriptedOperator::Unexpected(screen::Window& window)
 {
     if (!(m_lenient && OnlyTells(window)) && m_unexpected.insert(window.Id()).second)
     {
@@ -226,13 +226,13 @@ void ScriptedOperator::Unexpected(Window& window)
         const bool none = next == m_expected.end();
         m_run.Report(
             none ? m_call : next->line->place,
-            Describe(window) + (window.Id() == m_currentId ? " is still open; " : " appeared; ") +
+            screen::Describe(window) + (window.Id() == m_currentId ? " is still open; " : " appeared; ") +
                 (none ? "no further window is expected" : "expected now: " + Quoted(next->line->Text("TITLE"))));
     }
     Dismiss(window);
 }
 
-void ScriptedOperator::TakeDefault(Window& window)
+void ScriptedOperator::TakeDefault(screen::Window& window)
 {
     const auto buttons = window.All<ui::Button>();
     const auto found = std::find_if(buttons.begin(), buttons.end(),
@@ -245,9 +245,9 @@ void ScriptedOperator::TakeDefault(Window& window)
     window.Press(**found);
 }
 
-void ScriptedOperator::Dismiss(Window& window)
+void ScriptedOperator::Dismiss(screen::Window& window)
 {
-    if (window.Kind() != WindowKind::Box)
+    if (window.Kind() != screen::WindowKind::Box)
     {
         window.CloseByFrame();
         return;
@@ -256,7 +256,7 @@ void ScriptedOperator::Dismiss(Window& window)
     {
         for (auto* const button : window.All<ui::Button>())
         {
-            if (CaptionOf(*button) == way)
+            if (screen::CaptionOf(*button) == way)
             {
                 window.Press(*button);
                 return;

@@ -6,8 +6,8 @@
 // must have been so at some moment of the call, and its bar must never go back.
 #pragma once
 
-#include "player/screen.h"
 #include "player/statement.h"
+#include "simulator/screen/window.h"
 
 #include <cstdint>
 #include <map>
@@ -27,13 +27,13 @@ public:
     ScriptedOperator(Run& run, const Node& call, bool lenient, bool byDefault = false);
 
     // A window that waits.
-    void Work(Window& window);
+    void Work(screen::Window& window);
     // Any other; it need not have a bar.
-    void Watch(Window& window);
+    void Watch(screen::Window& window);
     // Tells what was not seen; from then on nothing is expected.
     void End();
     // The way out of a window that does least.
-    static void Dismiss(Window& window);
+    static void Dismiss(screen::Window& window);
 
 private:
     struct Expected
@@ -43,15 +43,15 @@ private:
         std::vector<bool> met; // by the lines below it
     };
 
-    [[nodiscard]] bool IsWorking(const Window& window) const;
+    [[nodiscard]] bool IsWorking(const screen::Window& window) const;
     [[nodiscard]] std::vector<Expected>::iterator NextExpected();
     // Takes the next expected window that fits; false when none does.
-    bool Advance(const Window& window);
-    void PlayLines(Window& window);
-    void LookAtBar(const Window& window);
-    void Unexpected(Window& window);
-    void TakeDefault(Window& window);
-    [[nodiscard]] static bool OnlyTells(const Window& window);
+    bool Advance(const screen::Window& window);
+    void PlayLines(screen::Window& window);
+    void LookAtBar(const screen::Window& window);
+    void Unexpected(screen::Window& window);
+    void TakeDefault(screen::Window& window);
+    [[nodiscard]] static bool OnlyTells(const screen::Window& window);
 
     Run& m_run;
     Place m_call;

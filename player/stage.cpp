@@ -61,7 +61,7 @@ std::shared_ptr<norda::Database> OpenFast(const norda::Practice& practice)
 } // namespace
 
 Stage::Stage(const std::filesystem::path& model, const std::filesystem::path& folder, const std::string& server,
-             Operator& anOperator)
+             screen::Operator& anOperator)
     : m_practice(CopyOf(model, folder, server))
     , m_target(MakeTarget(anOperator, folder))
     , m_own(OpenFast(m_practice))
@@ -70,7 +70,7 @@ Stage::Stage(const std::filesystem::path& model, const std::filesystem::path& fo
     , m_lockSrv(std::make_shared<norda::HostLockSrv>(1))
 {
     m_network.People().LoadSeed();
-    m_practice.Register(m_target->Machine());
+    m_practice.Register(Machine());
     m_hosts->SetObserver([this](const std::string& sql) { BeforeStatement(sql); });
 }
 
@@ -141,7 +141,7 @@ norda::ProviderClient& Stage::Provider()
 {
     if (!m_provider)
     {
-        m_provider = m_target->CreateProvider(
+        m_provider = m_target.workstation->CreateProvider(
             {m_bridgeInstalled ? &m_network : nullptr, &m_objects, &m_prescriptions, m_renamedIn, IsStrict()});
         HandOver();
     }

@@ -38,7 +38,7 @@ public:
     // `model` is a practice as `Practice::Create` leaves it; a copy of it in `folder` is this stage's own. Without a
     // model it is the practice that an earlier stage left there. `server`: as for `norda::Practice`.
     Stage(const std::filesystem::path& model, const std::filesystem::path& folder, const std::string& server,
-          Operator& anOperator);
+          screen::Operator& anOperator);
     ~Stage();
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
@@ -47,7 +47,8 @@ public:
     [[nodiscard]] siss::Network& Network() noexcept { return m_network; }
     [[nodiscard]] norda::HostObjects& Objects() noexcept { return m_objects; }
     [[nodiscard]] norda::PrescriptionObjects& Prescriptions() noexcept { return m_prescriptions; }
-    [[nodiscard]] Target& GetTarget() noexcept { return *m_target; }
+    [[nodiscard]] screen::Screen& Screen() noexcept { return *m_target.screen; }
+    [[nodiscard]] norda::Installation& Machine() noexcept { return m_target.workstation->Machine(); }
     // A second connection, which sees what is stored and is never made to fail.
     [[nodiscard]] norda::Database& Database() noexcept { return *m_own; }
 
@@ -100,7 +101,7 @@ private:
     siss::Network m_network;
     norda::HostObjects m_objects;
     norda::PrescriptionObjects m_prescriptions;
-    std::unique_ptr<Target> m_target;
+    Target m_target;
     std::shared_ptr<norda::Database> m_own;
     std::shared_ptr<norda::Database> m_hosts;
     std::shared_ptr<norda::HostUtils> m_utils;

@@ -1,8 +1,8 @@
 // What can be seen in a window, and what the operator does there.
 #include "player/cell.h"
-#include "player/controls.h"
 #include "player/run.h"
 #include "player/written.h"
+#include "simulator/screen/controls.h"
 
 #include <algorithm>
 
@@ -19,7 +19,7 @@ void ExpectEnabled(const std::string& what, const ui::Control& control, bool ena
 template <class Kind>
 Kind& Named(Run& run, const Node& node)
 {
-    return Find<Kind>(run.TheWindow(), node.Text("CAPTION"));
+    return screen::Find<Kind>(run.TheWindow(), node.Text("CAPTION"));
 }
 
 template <class Kind, bool Kind::*isOn>
@@ -44,14 +44,14 @@ void LookAtButton(Run& run, const Node& node)
 void LookAtList(Run& run, const Node& node)
 {
     const auto what = "list " + node.Text("N");
-    const auto& list = Find<ui::ComboBox>(run.TheWindow(), node.Count("N"));
+    const auto& list = screen::Find<ui::ComboBox>(run.TheWindow(), node.Count("N"));
     ExpectEnabled(what, list, !node.Has("disabled"));
     Expect(what, node.Text("ENTRY"), list.index < 0 ? "" : list.entries.at(static_cast<std::size_t>(list.index)));
 }
 
 void LookForPart(Run& run, const Node& node)
 {
-    const auto labels = CaptionsOf(run.TheWindow().All<ui::Label>());
+    const auto labels = screen::CaptionsOf(run.TheWindow().All<ui::Label>());
     const auto part = node.Text("PART");
     if (std::none_of(labels.begin(), labels.end(), [&](const auto& text) { return text.find(part) != text.npos; }))
     {
@@ -62,14 +62,14 @@ void LookForPart(Run& run, const Node& node)
 void LookForKeyboard(Run& run, const Node& node)
 {
     auto* const control = run.TheWindow().Keyboard();
-    Expect("the keyboard is at", node.Text("CAPTION"), control == nullptr ? "nothing" : CaptionOf(*control));
+    Expect("the keyboard is at", node.Text("CAPTION"), control == nullptr ? "nothing" : screen::CaptionOf(*control));
 }
 
 // The first, when the line does not say which.
 template <class Kind>
 Kind& TheOne(Run& run, const Node& node, const std::string& number)
 {
-    return Find<Kind>(run.TheWindow(), node.Has(number) ? node.Count(number) : 1);
+    return screen::Find<Kind>(run.TheWindow(), node.Has(number) ? node.Count(number) : 1);
 }
 
 // Counted from 0.
@@ -115,7 +115,7 @@ void LookAtColumns(Run& run, const Node& node)
 
 void LookAtProgress(Run& run, const Node& node)
 {
-    const auto& bar = Find<ui::ProgressBar>(run.TheWindow(), 1);
+    const auto& bar = screen::Find<ui::ProgressBar>(run.TheWindow(), 1);
     Expect("progress", node.Text("N") + " of " + node.Text("M"),
            std::to_string(static_cast<int>(bar.value)) + " of " + std::to_string(static_cast<int>(bar.maximum)));
 }
@@ -142,7 +142,7 @@ void SetCheckBox(Run& run, const Node& node)
     auto& box = Named<ui::CheckBox>(run, node);
     if (box.checked != (node.Keyword() == "tick"))
     {
-        Do(run, &Window::Press, box);
+        Do(run, &screen::Window::Press, box);
     }
 }
 
@@ -154,7 +154,7 @@ void ChooseEntry(Run& run, const Node& node)
     {
         throw Differs("no entry " + Quoted(node.Text("ENTRY")) + "; there is: " + Quoted(Joined(list.entries, " / ")));
     }
-    Do(run, &Window::Select, list, static_cast<std::size_t>(at - list.entries.begin()));
+    Do(run, &screen::Window::Select, list, static_cast<std::size_t>(at - list.entries.begin()));
 }
 
 void PressKey(Run& run, const Node& node)
@@ -173,7 +173,8 @@ const Group lookStatements = {
     {
         {"window", "label contains 'PART'", "a label that contains that", LookForPart},
         {"window", "label 'TEXT'", "a label",
-         [](Run& run, const Node& node) { static_cast<void>(Find<ui::Label>(run.TheWindow(), node.Text("TEXT"))); }},
+         [](Run& run, const Node& node)
+         { static_cast<void>(screen::Find<ui::Label>(run.TheWindow(), node.Text("TEXT"))); }},
         {"window", "button 'CAPTION' [default] [disabled]", "a button and its state", LookAtButton},
         {"window", "checkbox 'CAPTION' on/off [disabled]", "a check box",
          LookAtToggle<ui::CheckBox, &ui::CheckBox::checked>},
@@ -219,20 +220,22 @@ const Group actionStatements = {
     {
         {"window", "press 'BUTTON'", "presses a button; that of a box goes by its answer: `press No`",
          [](Run& run, const Node& node)
-         { Do(run, &Window::Press, Find<ui::Button>(run.TheWindow(), node.Text("BUTTON"))); },
+         { Do(run, &screen::Window::Press, screen::Find<ui::Button>(run.TheWindow(), node.Text("BUTTON"))); },
          "preme \"*BUTTON\""},
         {"window", "select row N [of grid M]", "selects a row",
-         [](Run& run, const Node& node) { UseRow(run, node, &Window::Select); }, "sceglie la riga *N"},
+         [](Run& run, const Node& node) { UseRow(run, node, &screen::Window::Select); }, "sceglie la riga *N"},
         {"window", "double-click row N [of grid M]", "double-clicks a row",
-         [](Run& run, const Node& node) { UseRow(run, node, &Window::DoubleClick); }, "doppio clic sulla riga *N"},
+         [](Run& run, const Node& node) { UseRow(run, node, &screen::Window::DoubleClick); },
+         "doppio clic sulla riga *N"},
         {"window", "type 'TEXT' into 'CAPTION'", "types into a text box, in place of what was there",
-         [](Run& run, const Node& node) { Do(run, &Window::Type, Named<ui::TextBox>(run, node), node.Text("TEXT")); },
+         [](Run& run, const Node& node)
+         { Do(run, &screen::Window::Type, Named<ui::TextBox>(run, node), node.Text("TEXT")); },
          "scrive \"*TEXT\" in \"*CAPTION\""},
         {"window", "tick 'CAPTION'", "sets a check box", SetCheckBox, "spunta \"*CAPTION\""},
         {"window", "untick 'CAPTION'", "clears it", SetCheckBox, "toglie la spunta a \"*CAPTION\""},
         {"window", "choose entry 'ENTRY' [of list N]", "chooses an entry of a list", ChooseEntry, "sceglie \"*ENTRY\""},
         {"window", "choose 'CAPTION'", "chooses an option",
-         [](Run& run, const Node& node) { Do(run, &Window::Press, Named<ui::OptionButton>(run, node)); },
+         [](Run& run, const Node& node) { Do(run, &screen::Window::Press, Named<ui::OptionButton>(run, node)); },
          "sceglie \"*CAPTION\""},
         {"window", "key KEY", "presses a key: `Enter`, `Escape`, `Tab`, `Down`, `Alt+C` …", PressKey,
          "preme il tasto *KEY"},

@@ -114,7 +114,7 @@ private:
 
 } // namespace
 
-void Canaries::Take(const player::Snapshot& rows, const siss::Network& network)
+void Canaries::Take(const norda::Snapshot& rows, const siss::Network& network)
 {
     Add(quotedByServer);
     for (const auto& [row, texts] : rows)
@@ -140,18 +140,18 @@ void Canaries::Take(const player::Snapshot& rows, const siss::Network& network)
 void Canaries::Add(std::string_view text)
 {
     const auto words = Words(text);
-    if (auto phrase = player::Joined(words, " "); phrase.size() >= shortest)
+    if (auto phrase = host::Joined(words, " "); phrase.size() >= shortest)
     {
         m_phrases[words.front()].insert(std::move(phrase));
     }
 }
 
-std::vector<std::string> Canaries::FindAstray(player::Run& run, const player::Snapshot& now) const
+std::vector<std::string> Canaries::FindAstray(player::Run& run, const norda::Snapshot& now) const
 {
     std::vector<std::string> findings;
     for (const auto& [row, texts] : now)
     {
-        if (row.table == player::journalTable)
+        if (row.table == norda::journalTable)
         {
             LookInto("the journal", texts.at("Riga"), findings);
         }
@@ -202,9 +202,9 @@ void Canaries::LookInto(const std::string& place, std::string_view text, std::ve
         for (const auto& phrase : phrases->second)
         {
             const auto length = 1 + std::ranges::count(phrase, ' ');
-            if (words.end() - word >= length && player::Joined({word, word + length}, " ") == phrase)
+            if (words.end() - word >= length && host::Joined({word, word + length}, " ") == phrase)
             {
-                findings.push_back(player::Joined({place, "has", phrase}, " "));
+                findings.push_back(host::Joined({place, "has", phrase}, " "));
                 return;
             }
         }

@@ -17,11 +17,11 @@ class Canaries
 {
 public:
     // Those of the rows and of all citizens whom SISS knows.
-    void Take(const player::Snapshot& rows, const siss::Network& network);
+    void Take(const norda::Snapshot& rows, const siss::Network& network);
 
     // Where one of them stands that must not: in lines of the journal, below SISS\Tracce, in an error that reached the
     // host, or in the package that support would get now.
-    [[nodiscard]] std::vector<std::string> FindAstray(player::Run& run, const player::Snapshot& now) const;
+    [[nodiscard]] std::vector<std::string> FindAstray(player::Run& run, const norda::Snapshot& now) const;
     // The same for what the support program says of the installation.
     [[nodiscard]] std::vector<std::string> FindInReport(const norda::Practice& practice) const;
 

@@ -1,8 +1,8 @@
 #include "torture/trial.h"
 
 #include "player/given_codes.h"
-#include "player/whole_patients.h"
 #include "player/written.h"
+#include "simulator/norda/whole_patients.h"
 #include "torture/answers.h"
 
 #include <algorithm>
@@ -52,12 +52,12 @@ std::string GivenPatient(player::Run& run, const player::Node& operation)
     return argument.Keyword() == "patient" ? std::to_string(run.PatientId(argument.Text("CF"))) : argument.Text("N");
 }
 
-bool SaysCodesAreNotSafe(const player::Snapshot& now)
+bool SaysCodesAreNotSafe(const norda::Snapshot& now)
 {
     return std::any_of(now.begin(), now.end(),
                        [](const auto& row)
                        {
-                           return row.first.table == player::journalTable &&
+                           return row.first.table == norda::journalTable &&
                                   row.second.at("Riga").find("non sono al sicuro") != std::string::npos;
                        });
 }
@@ -65,26 +65,26 @@ bool SaysCodesAreNotSafe(const player::Snapshot& now)
 // Its rows are written in more than one step.
 constexpr std::string_view prescriptionTable = "RicettaSSN";
 
-player::Snapshot Prescriptions(const player::Snapshot& all, bool only)
+norda::Snapshot Prescriptions(const norda::Snapshot& all, bool only)
 {
-    player::Snapshot some;
+    norda::Snapshot some;
     std::copy_if(all.begin(), all.end(), std::inserter(some, some.end()),
                  [&](const auto& each) { return (each.first.table == prescriptionTable) == only; });
     return some;
 }
 
 // A text that none of the two has there.
-std::optional<std::string> FindStrangeText(const player::Snapshot& before, const player::Snapshot& after,
-                                           const player::Snapshot& now)
+std::optional<std::string> FindStrangeText(const norda::Snapshot& before, const norda::Snapshot& after,
+                                           const norda::Snapshot& now)
 {
-    for (const auto& change : player::Compare(after, now))
+    for (const auto& change : norda::Compare(after, now))
     {
         for (const auto& [column, text] : change.texts)
         {
             const auto old = before.find(change.row);
             if (old == before.end() || old->second.at(column) != text)
             {
-                return player::Joined({"prescription", std::to_string(change.row.key), "has", column, "=", text}, " ");
+                return host::Joined({"prescription", std::to_string(change.row.key), "has", column, "=", text}, " ");
             }
         }
     }
@@ -94,14 +94,14 @@ std::optional<std::string> FindStrangeText(const player::Snapshot& before, const
 std::string WhatIsMissing(const Stored& stored)
 {
     std::string texts;
-    for (const auto& change : player::Compare(stored.now, stored.after))
+    for (const auto& change : norda::Compare(stored.now, stored.after))
     {
-        texts += change.IsJournalLine() ? "" : "\n    " + player::Joined(change.Texts(), " | ");
+        texts += change.IsJournalLine() ? "" : "\n    " + change.Text();
     }
     return texts;
 }
 
-void AddRow(const player::Snapshot& all, const player::RowId& row, player::Snapshot& some)
+void AddRow(const norda::Snapshot& all, const norda::RowId& row, norda::Snapshot& some)
 {
     if (const auto found = all.find(row); found != all.end())
     {
@@ -161,7 +161,7 @@ void Trial::LookAtUnhindered()
     m_unhindered.calls = Seen().calls;
     m_unhindered.before = run->Before();
     m_unhindered.after = run->Now();
-    for (const auto& change : player::Compare(m_unhindered.before, m_unhindered.after))
+    for (const auto& change : norda::Compare(m_unhindered.before, m_unhindered.after))
     {
         m_unhindered.changed.insert(change.row);
     }
@@ -265,7 +265,7 @@ void Trial::JudgeAnswers(player::Run& run, const Stored& stored, std::vector<std
         }
         if (const auto missing = WhatIsMissing(stored); SaysDone(name, seen) && !missing.empty())
         {
-            findings.push_back(player::Joined({name, "answers True, and this is not stored:", missing}, " "));
+            findings.push_back(host::Joined({name, "answers True, and this is not stored:", missing}, " "));
         }
     }
     if (next != m_unhindered.outcomes.size())
@@ -274,10 +274,10 @@ void Trial::JudgeAnswers(player::Run& run, const Stored& stored, std::vector<std
     }
 }
 
-Stored Trial::LookAtStored(const player::Snapshot& now) const
+Stored Trial::LookAtStored(const norda::Snapshot& now) const
 {
-    std::set<player::RowId> rows = m_unhindered.changed;
-    for (const auto& change : player::Compare(m_unhindered.before, now))
+    std::set<norda::RowId> rows = m_unhindered.changed;
+    for (const auto& change : norda::Compare(m_unhindered.before, now))
     {
         rows.insert(change.row);
     }
@@ -297,8 +297,8 @@ void Trial::JudgeStored(player::Run& run, const Failure& failure, const Stored& 
     const auto& [before, after, now] = stored;
     // What is written without a transaction stays when the scenario has a fault of its own.
     const bool isWhole = failure.kind != Kind::Begin || m_scenario.Find("fail") == nullptr;
-    if (const auto broken = player::FindBrokenPatient(Prescriptions(before, false), Prescriptions(after, false),
-                                                      Prescriptions(now, false));
+    if (const auto broken = norda::FindBrokenPatient(Prescriptions(before, false), Prescriptions(after, false),
+                                                     Prescriptions(now, false));
         broken && isWhole)
     {
         findings.push_back(*broken);
@@ -319,8 +319,7 @@ void Trial::JudgeStored(player::Run& run, const Failure& failure, const Stored& 
     if (!replyIsLost && !failure.forGood && !SaysCodesAreNotSafe(now))
     {
         auto kept = now;
-        kept[{std::string(player::journalTable), 0}] = {
-            {"Riga", TextOfFolder(run.GetStage().Practice().TraceFolder())}};
+        kept[{std::string(norda::journalTable), 0}] = {{"Riga", TextOfFolder(run.GetStage().Practice().TraceFolder())}};
         if (const auto lost = player::FindLostCode(exchanges, exchanges.size(), {before, alike ? after : now, kept}))
         {
             findings.push_back(*lost);

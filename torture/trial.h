@@ -4,7 +4,7 @@
 
 #include "player/run.h"
 #include "player/scenario.h"
-#include "player/snapshot.h"
+#include "simulator/norda/snapshot.h"
 #include "torture/canaries.h"
 #include "torture/outside_call.h"
 
@@ -21,9 +21,9 @@ namespace vellumo::torture
 struct Unhindered
 {
     Counts calls{};
-    player::Snapshot before;
-    player::Snapshot after;
-    std::set<player::RowId> changed;
+    norda::Snapshot before;
+    norda::Snapshot after;
+    std::set<norda::RowId> changed;
     std::vector<player::Outcome> outcomes;
     Canaries canaries;
     std::size_t exchanges = 0;            // with SISS
@@ -34,9 +34,9 @@ struct Unhindered
 // The rows that are not the same before, after and now. The others say nothing, and are many.
 struct Stored
 {
-    player::Snapshot before;
-    player::Snapshot after;
-    player::Snapshot now;
+    norda::Snapshot before;
+    norda::Snapshot after;
+    norda::Snapshot now;
 };
 
 struct Verdict
@@ -63,7 +63,7 @@ public:
 private:
     void LookAtUnhindered();
     [[nodiscard]] Verdict PlayOnce(const Failure& failure);
-    [[nodiscard]] Stored LookAtStored(const player::Snapshot& now) const;
+    [[nodiscard]] Stored LookAtStored(const norda::Snapshot& now) const;
     void JudgeAnswers(player::Run& run, const Stored& stored, std::vector<std::string>& findings) const;
     void JudgeStored(player::Run& run, const Failure& failure, const Stored& stored,
                      std::vector<std::string>& findings) const;

@@ -1,11 +1,14 @@
-#include "player/windows/windows_target.h"
+#include "player/target.h"
+
+#include "simulator/norda/windows/workstation.h"
+#include "simulator/screen/windows/real_screen.h"
 
 namespace vellumo::player
 {
 
-std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::path&)
+Target MakeTarget(screen::Operator& anOperator, const std::filesystem::path&)
 {
-    return std::make_unique<WindowsTarget>(anOperator);
+    return {std::make_unique<screen::RealScreen>(anOperator), std::make_unique<norda::WindowsWorkstation>()};
 }
 
 } // namespace vellumo::player

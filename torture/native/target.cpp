@@ -1,6 +1,8 @@
 // The native target with everything in between that may fail.
-#include "player/native/native_target.h"
+#include "player/target.h"
 
+#include "simulator/norda/native/workstation.h"
+#include "simulator/screen/native/form_window.h"
 #include "torture/client.h"
 #include "torture/host.h"
 #include "torture/native/registry.h"
@@ -11,10 +13,10 @@ namespace vellumo::player
 namespace
 {
 
-class TorturedTarget final : public NativeTarget
+class TorturedWorkstation final : public norda::NativeWorkstation
 {
 public:
-    using NativeTarget::NativeTarget;
+    using NativeWorkstation::NativeWorkstation;
 
     [[nodiscard]] std::unique_ptr<norda::ProviderClient> CreateProvider(const norda::Outside& outside) override
     {
@@ -31,9 +33,12 @@ private:
 
 } // namespace
 
-std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::path& folder)
+Target MakeTarget(screen::Operator& anOperator, const std::filesystem::path& folder)
 {
-    return std::make_unique<TorturedTarget>(anOperator, folder);
+    auto screen = std::make_unique<screen::FormScreen>(anOperator);
+    auto workstation = std::make_unique<TorturedWorkstation>(
+        folder, [&shown = *screen] { return std::make_unique<screen::ScriptedDesktop>(shown); });
+    return {std::move(screen), std::move(workstation)};
 }
 
 } // namespace vellumo::player

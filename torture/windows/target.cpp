@@ -1,7 +1,9 @@
 // The DLL with everything in between that may fail: the host's objects, and what it imports from the system.
-#include "player/windows/windows_target.h"
+#include "player/target.h"
 
 #include "host/fault.h"
+#include "simulator/norda/windows/workstation.h"
+#include "simulator/screen/windows/real_screen.h"
 #include "torture/client.h"
 #include "torture/host.h"
 #include "torture/windows/imports.h"
@@ -13,11 +15,9 @@ namespace vellumo::player
 namespace
 {
 
-class TorturedTarget final : public WindowsTarget
+class TorturedWorkstation final : public norda::WindowsWorkstation
 {
 public:
-    using WindowsTarget::WindowsTarget;
-
     [[nodiscard]] std::unique_ptr<norda::ProviderClient> CreateProvider(const norda::Outside& outside) override
     {
         Load(outside);
@@ -46,9 +46,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<Target> MakeTarget(Operator& anOperator, const std::filesystem::path&)
+Target MakeTarget(screen::Operator& anOperator, const std::filesystem::path&)
 {
-    return std::make_unique<TorturedTarget>(anOperator);
+    return {std::make_unique<screen::RealScreen>(anOperator), std::make_unique<TorturedWorkstation>()};
 }
 
 } // namespace vellumo::player

@@ -256,4 +256,9 @@ std::unique_ptr<Installation> MakeSettingsFile(const std::filesystem::path& sett
     return std::make_unique<SettingsFile>(settingsFile);
 }
 
+std::vector<std::pair<std::string, std::string>> MachineFacts()
+{
+    return {{"Sistema", "programma nativo, senza Windows"}};
+}
+
 } // namespace vellumo::norda

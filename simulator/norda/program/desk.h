@@ -5,7 +5,7 @@
 #include "simulator/norda/host_records.h"
 #include "simulator/norda/host_utils.h"
 #include "simulator/norda/practice.h"
-#include "simulator/norda/program/workstation.h"
+#include "simulator/norda/workstation.h"
 #include "simulator/siss/network.h"
 
 #include <iosfwd>

@@ -6,6 +6,7 @@
 #include "simulator/norda/platform.h"
 #include "simulator/norda/practice.h"
 #include "simulator/norda/program/console.h"
+#include "simulator/norda/program/platform_workstation.h"
 
 #include <exception>
 #include <filesystem>

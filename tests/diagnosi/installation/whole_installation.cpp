@@ -2,6 +2,7 @@
 
 #include "environment/files.h"
 #include "host/path.h"
+#include "host/text.h"
 #include "simulator/norda/database.h"
 #include "simulator/norda/odbc.h"
 #include "simulator/norda/platform.h"
@@ -16,14 +17,6 @@ namespace vellumo::tests
 {
 namespace
 {
-
-void ReplaceAll(std::string& text, const std::string& from, const std::string& to)
-{
-    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-    {
-        text.replace(at, from.size(), to);
-    }
-}
 
 bool Has(const std::string& text, const char* part)
 {
@@ -64,11 +57,10 @@ void WholeInstallation::MakeDatabase(const std::vector<Change>& changes)
         {
             for (const auto& [from, to] : changes)
             {
-                ReplaceAll(statement, from, to);
+                statement = host::Replaced(statement, from, to);
             }
-            statement = norda::ForSqlite(statement);
-            ReplaceAll(statement, "CREATE TEMP VIEW", "CREATE VIEW");
-            ReplaceAll(statement, "Norda.", "");
+            statement = host::Replaced(norda::ForSqlite(statement), "CREATE TEMP VIEW", "CREATE VIEW");
+            statement = host::Replaced(statement, "Norda.", "");
             const odbc::Statement executed(connection.Get());
             odbc::Execute(executed, statement, odbc::Interface::Narrow);
         }
@@ -83,10 +75,9 @@ void WholeInstallation::Remove(const std::string& name) const
 
 void WholeInstallation::Replace(const std::string& name, const std::string& from, const std::string& to) const
 {
-    auto text = environment::ReadFile(Path(name)).value();
+    const auto text = environment::ReadFile(Path(name)).value();
     REQUIRE(text.find(from) != std::string::npos);
-    ReplaceAll(text, from, to);
-    Write(name, text);
+    Write(name, host::Replaced(text, from, to));
 }
 
 std::vector<diagnosi::Checked> WholeInstallation::Diagnose()

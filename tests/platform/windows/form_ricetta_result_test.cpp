@@ -2,8 +2,8 @@
 #include "platform/windows/forms/abridged.h"
 #include "platform/windows/forms/win32_desktop.h"
 #include "platform/windows/forms/wrapped_grid_view.h"
-#include "player/windows/cell_looks.h"
-#include "player/windows/robot.h"
+#include "simulator/screen/windows/cell_looks.h"
+#include "simulator/screen/windows/robot.h"
 #include "tests/platform/windows/steps.h"
 #include "ui/form_ricetta_result.h"
 
@@ -13,11 +13,11 @@
 
 using namespace vellumo;
 using namespace vellumo::ui;
-using player::CellOf;
-using player::Key;
-using player::Robot;
-using player::Steps;
-using player::Window;
+using screen::CellOf;
+using screen::Key;
+using screen::Robot;
+using screen::Steps;
+using screen::Window;
 
 namespace
 {
@@ -55,7 +55,7 @@ HWND GridOnScreen()
 
 int RowHeight(int row)
 {
-    const RECT area = player::CellArea(GridOnScreen(), row, 1);
+    const RECT area = screen::CellArea(GridOnScreen(), row, 1);
     return area.bottom - area.top;
 }
 
@@ -72,7 +72,7 @@ std::size_t TextLength(int row, int column)
 
 int BottomOf(int row)
 {
-    return player::CellArea(GridOnScreen(), row, 1).bottom;
+    return screen::CellArea(GridOnScreen(), row, 1).bottom;
 }
 
 // How many pixels of a cell are not its background, without the lines around it.
@@ -80,7 +80,7 @@ int Ink(int row)
 {
     const HWND grid = GridOnScreen();
     UpdateWindow(grid);
-    RECT area = player::CellArea(grid, row, 1);
+    RECT area = screen::CellArea(grid, row, 1);
     InflateRect(&area, -2, -2);
     const HDC screen = GetDC(grid);
     const COLORREF background = GetPixel(screen, area.left, area.top);
@@ -115,7 +115,7 @@ Steps::Step OnRow(std::size_t row)
         RECT inner{};
         GetClientRect(GridOnScreen(), &inner);
         CHECK(BottomOf(static_cast<int>(row)) > 0);
-        CHECK(player::CellArea(GridOnScreen(), static_cast<int>(row), 1).top < inner.bottom);
+        CHECK(screen::CellArea(GridOnScreen(), static_cast<int>(row), 1).top < inner.bottom);
     };
 }
 

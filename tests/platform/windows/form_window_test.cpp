@@ -1,7 +1,7 @@
 // The windows on a real screen: worked by keyboard alone, the host's windows meanwhile, faults, and the program's end.
 #include "host/fault.h"
 #include "platform/windows/forms/win32_desktop.h"
-#include "player/windows/robot.h"
+#include "simulator/screen/windows/robot.h"
 #include "tests/platform/windows/steps.h"
 #include "tests/support/local_exemptions.h"
 #include "ui/form_esenzioni.h"
@@ -19,13 +19,13 @@
 
 using namespace vellumo;
 using namespace vellumo::ui;
-using player::CellOf;
-using player::Key;
-using player::Keys;
-using player::Robot;
-using player::Steps;
-using player::Window;
-using player::WindowKind;
+using screen::CellOf;
+using screen::Key;
+using screen::Keys;
+using screen::Robot;
+using screen::Steps;
+using screen::Window;
+using screen::WindowKind;
 
 namespace
 {

@@ -2,8 +2,8 @@
 // window is open, rows as text.
 #include "platform/windows/forms/win32_desktop.h"
 #include "platform/windows/system/text.h"
-#include "player/windows/cell_looks.h"
-#include "player/windows/robot.h"
+#include "simulator/screen/windows/cell_looks.h"
+#include "simulator/screen/windows/robot.h"
 #include "tests/platform/windows/reader/accessible_tree.h"
 #include "tests/platform/windows/steps.h"
 #include "tests/support/local_exemptions.h"
@@ -26,11 +26,11 @@
 
 using namespace vellumo;
 using namespace vellumo::ui;
-using player::CellOf;
-using player::Key;
-using player::Robot;
-using player::Steps;
-using player::Window;
+using screen::CellOf;
+using screen::Key;
+using screen::Robot;
+using screen::Steps;
+using screen::Window;
 
 namespace
 {
@@ -315,8 +315,8 @@ TEST_SUITE("readable for everybody")
              {
                  line = HeightOf(Child(L"Static"));
                  box = HeightOf(Child(L"Edit"));
-                 row = player::CellArea(Child(WC_LISTVIEWW), 0, 0).bottom -
-                       player::CellArea(Child(WC_LISTVIEWW), 0, 0).top;
+                 row = screen::CellArea(Child(WC_LISTVIEWW), 0, 0).bottom -
+                       screen::CellArea(Child(WC_LISTVIEWW), 0, 0).top;
                  RECT suggested{10, 10, 600, 600};
                  SendMessageW(OnScreen(), WM_DPICHANGED, MAKEWPARAM(144, 144), reinterpret_cast<LPARAM>(&suggested));
              },
@@ -324,7 +324,7 @@ TEST_SUITE("readable for everybody")
              {
                  CHECK(HeightOf(Child(L"Static")) > line * 5 / 4);
                  CHECK(HeightOf(Child(L"Edit")) > box * 5 / 4);
-                 const RECT first = player::CellArea(Child(WC_LISTVIEWW), 0, 0);
+                 const RECT first = screen::CellArea(Child(WC_LISTVIEWW), 0, 0);
                  CHECK(first.bottom - first.top > row * 5 / 4);
                  RECT inner{};
                  GetClientRect(OnScreen(), &inner);

@@ -1,7 +1,7 @@
 // An operator for tests of one window: what is done and looked at, step by step.
 #pragma once
 
-#include "player/screen.h"
+#include "simulator/screen/window.h"
 
 #include <doctest.h>
 
@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace vellumo::player
+namespace vellumo::screen
 {
 
 // Does one step each time a window waits. When none is left the window should be gone; it is closed after a while.
@@ -66,4 +66,4 @@ inline ui::Cell CellOf(const Window& window, std::size_t row, std::size_t column
     return window.Cell(*window.All<ui::Grid>().at(0), row, column);
 }
 
-} // namespace vellumo::player
+} // namespace vellumo::screen

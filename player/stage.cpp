@@ -30,7 +30,7 @@ norda::Practice CopyOf(const std::filesystem::path& model, const std::filesystem
     std::filesystem::create_directories(folder);
     for (const auto& entry : std::filesystem::recursive_directory_iterator(model))
     {
-        const auto copy = folder / std::filesystem::relative(entry.path(), model);
+        const auto copy = folder / entry.path().lexically_relative(model);
         if (entry.is_directory())
         {
             std::filesystem::create_directories(copy);

@@ -1,6 +1,7 @@
 // The DLL's four entry points for COM.
 #include "com/class_factory.h"
 #include "com/faults.h"
+#include "com/lack_of_memory.h"
 #include "com/provider_face.h"
 #include "com/registration.h"
 #include "platform/windows/system/module_lock.h"
@@ -17,6 +18,7 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** result)
     {
         return CLASS_E_CLASSNOTAVAILABLE;
     }
+    com::PrepareForLackOfMemory();
     return com::ResultOf(clsid,
                          [&]
                          {

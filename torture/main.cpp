@@ -1,24 +1,37 @@
-// tormentor --next FILE [--every N] [--jobs N] [--scenario PART] [--kind NAME] [--number N] [--tell] FILE...
+// tormentor --next FILE [OPTION...] FILE...
+// tormentor --sum [--every N] [--sample KIND=N,...] RESULTS...
 //
 // Plays the scenarios of the files again and again, each time with another call of the library's to the outside
 // failing, once and for good, and judges each time what has become of it. Behind each the scenario of `--next` is
-// played, with nothing failing any more. `--every` leaves out all but each N-th, the others leave out what is not like
-// that, so that one failure can be played again. Exit code 0 when nothing was found, 1 when something was, 2 when the
-// scenarios cannot be played.
+// played, with nothing failing any more. Exit code 0 when nothing was found, 1 when something was, 2 when the scenarios
+// cannot be played.
+//
+//   --every N             only each N-th failure of each kind
+//   --sample KIND=N,...   of these kinds only each N-th of them
+//   --share N/OF          of what is left only each OF-th, beginning with the N-th
+//   --scenario PART       only scenarios with that in their title
+//   --kind NAME           only calls of that kind
+//   --number N            only the N-th call of its kind
+//   --tell                tells what happens, call by call
+//   --results FILE        writes there what came of each failure, and tells no table. When a failure ends the program,
+//   a
+//                         program that is started with the same words says so and goes on; the exit code is 0 when all
+//                         have been played
+//   --sum                 tells the table of what others have written
 #include "player/scenario.h"
+#include "player/target.h"
 #include "simulator/norda/practice.h"
-#include "torture/apart.h"
+#include "torture/results.h"
 #include "torture/trial.h"
 
-#include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <cstdio>
 #include <iostream>
 #include <map>
-#include <new>
 #include <random>
+#include <sstream>
 #include <stdexcept>
+#include <thread>
 
 namespace vellumo::torture
 {
@@ -27,32 +40,34 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t mostJobs = 64;
-
 struct Options
 {
     std::size_t every = 1;
-    std::size_t jobs = 1;
+    std::string sample;
+    std::string share;
     std::string next;
+    std::string results;
     std::string scenario;
     std::string kind;
     std::size_t number = 0; // 0: all
     bool tells = false;
+    bool sums = false;
     std::vector<fs::path> files;
 };
 
 Options Read(const std::vector<std::string>& words)
 {
     Options options;
-    const std::map<std::string, std::size_t*> numbers = {
-        {"--every", &options.every}, {"--jobs", &options.jobs}, {"--number", &options.number}};
-    const std::map<std::string, std::string*> texts = {
-        {"--next", &options.next}, {"--scenario", &options.scenario}, {"--kind", &options.kind}};
+    const std::map<std::string, bool*> flags = {{"--tell", &options.tells}, {"--sum", &options.sums}};
+    const std::map<std::string, std::size_t*> numbers = {{"--every", &options.every}, {"--number", &options.number}};
+    const std::map<std::string, std::string*> texts = {{"--next", &options.next},     {"--scenario", &options.scenario},
+                                                       {"--kind", &options.kind},     {"--results", &options.results},
+                                                       {"--sample", &options.sample}, {"--share", &options.share}};
     for (std::size_t i = 0; i < words.size(); ++i)
     {
-        if (words[i] == "--tell")
+        if (const auto flag = flags.find(words[i]); flag != flags.end())
         {
-            options.tells = true;
+            *flag->second = true;
         }
         else if (const auto number = numbers.find(words[i]); number != numbers.end() && i + 1 < words.size())
         {
@@ -67,20 +82,55 @@ Options Read(const std::vector<std::string>& words)
             options.files.emplace_back(words[i]);
         }
     }
-    if (options.files.empty() || options.next.empty() || options.every == 0 || options.jobs == 0 ||
-        options.jobs > mostJobs)
+    if (options.files.empty() || (options.next.empty() && !options.sums) || options.every == 0)
     {
-        throw std::invalid_argument("usage: tormentor --next FILE [--every N] [--jobs N] [--scenario PART] "
-                                    "[--kind NAME] [--number N] [--tell] FILE...");
+        throw std::invalid_argument("usage: tormentor --next FILE [--every N] [--sample KIND=N,...] [--share N/OF] "
+                                    "[--scenario PART] [--kind NAME] [--number N] [--tell] [--results FILE] FILE...\n"
+                                    "       tormentor --sum [--every N] [--sample KIND=N,...] RESULTS...");
     }
     return options;
 }
 
-// What the processes share.
-struct Shared
+Sample SampleOf(const Options& options)
 {
-    std::array<std::array<std::atomic<std::size_t>, kindCount>, operationCount> injected;
-    std::atomic<std::size_t> findings;
+    Sample sample;
+    sample.fill(options.every);
+    std::istringstream words(options.sample);
+    for (std::string word; std::getline(words, word, ',');)
+    {
+        const auto middle = word.find('=');
+        const auto kind = FindKind(word.substr(0, middle));
+        if (middle == std::string::npos || !kind)
+        {
+            throw std::invalid_argument("this is no kind and number: " + word);
+        }
+        sample.at(static_cast<std::size_t>(*kind)) *= std::stoul(word.substr(middle + 1));
+    }
+    return sample;
+}
+
+// Ends the process when a failure does not come to an end.
+class Patience
+{
+public:
+    Patience()
+    {
+        std::thread(
+            []
+            {
+                for (; --secondsLeft > 0; std::this_thread::sleep_for(std::chrono::seconds(1)))
+                {
+                }
+                player::EndProcess(ended);
+            })
+            .detach();
+    }
+    static void Renew() { secondsLeft = longest; }
+
+private:
+    static constexpr int longest = 120;
+    static constexpr int ended = 3;
+    static inline std::atomic<int> secondsLeft{longest};
 };
 
 class Torture
@@ -89,7 +139,15 @@ public:
     explicit Torture(Options options)
         : m_options(std::move(options))
         , m_folder(fs::temp_directory_path() / ("vellumo-torture-" + std::to_string(std::random_device()())))
+        , m_sample(SampleOf(m_options))
+        , m_results(m_options.results)
     {
+        if (std::istringstream share(m_options.share); !m_options.share.empty())
+        {
+            share >> m_share;
+            share.ignore(1, '/');
+            share >> m_shares;
+        }
         fs::create_directories(m_folder);
         norda::Practice(m_model).Create();
     }
@@ -114,52 +172,58 @@ public:
                 }
             }
         }
-        Tell();
-        return m_shared.findings == 0;
+        return !m_options.results.empty() || m_results.Tell(m_sample);
     }
 
 private:
     void Play(const player::Scenario& scenario, const player::Scenario& next)
     {
         const auto start = std::chrono::steady_clock::now();
-        Trial trial(scenario, next, m_model, m_folder / "unhindered", m_options.tells);
+        Patience::Renew();
+        Trial trial(scenario, next, m_model, m_folder / "played", m_options.tells);
         const auto& unhindered = trial.PlayUnhindered();
         for (const auto& difference : unhindered.differences)
         {
-            Find(scenario, "unhindered", difference);
+            m_results.Find(scenario.title + ", unhindered: " + difference);
         }
         if (!unhindered.differences.empty())
         {
             return;
         }
         const auto failures = Failures(unhindered.calls);
-        std::map<std::size_t, Trial> trials; // of the jobs, each in its process
-        PlayApart(
-            m_options.jobs, failures.size(),
-            [&](std::size_t job, std::size_t place)
+        for (const auto& failure : failures)
+        {
+            const auto name = scenario.title + ", " + Describe(failure);
+            if (!m_results.HasTried(name))
             {
-                auto& played = trials.try_emplace(job, trial, m_folder / std::to_string(job)).first->second;
-                Judge(scenario, failures[place], played.Play(failures[place]));
-            },
-            [&](std::size_t place, const std::string& how) { Find(scenario, Describe(failures[place]), how); });
+                Patience::Renew();
+                m_results.Try(name);
+                const auto verdict = trial.Play(failure);
+                for (const auto& finding : verdict.findings)
+                {
+                    m_results.Find(name + ": " + finding);
+                }
+                m_results.Played(verdict.seen.failedIn, failure.kind, verdict.seen.failed);
+            }
+        }
         const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
         std::cout << failures.size() << " failures in " << static_cast<int>(took.count()) << " s: " << scenario.title
                   << std::endl;
     }
 
+    // Once and for good by turns would leave one of them out of every second.
     [[nodiscard]] std::vector<Failure> Failures(const Counts& calls)
     {
         std::vector<Failure> failures;
         for (std::size_t kind = 0; kind < kindCount; ++kind)
         {
-            for (std::size_t number = 1; number <= calls[kind]; ++number)
+            for (const bool forGood : {true, false})
             {
-                for (const bool forGood : {false, true})
+                for (std::size_t number = 1; number <= calls[kind]; ++number)
                 {
                     const Failure failure{static_cast<Kind>(kind), number, forGood};
-                    const bool wanted = (m_options.kind.empty() || m_options.kind == NameOf(failure.kind)) &&
-                                        (m_options.number == 0 || m_options.number == number);
-                    if (wanted && m_counted++ % m_options.every == 0)
+                    if (IsWanted(failure) && m_counted.at(kind)++ % m_sample.at(kind) == 0 &&
+                        m_shared++ % m_shares == m_share - 1)
                     {
                         failures.push_back(failure);
                     }
@@ -169,14 +233,10 @@ private:
         return failures;
     }
 
-    void Judge(const player::Scenario& scenario, const Failure& failure, const Verdict& verdict)
+    [[nodiscard]] bool IsWanted(const Failure& failure) const
     {
-        for (const auto& finding : verdict.findings)
-        {
-            Find(scenario, Describe(failure), finding);
-        }
-        ++m_shared.injected.at(static_cast<std::size_t>(verdict.seen.failedIn))
-              .at(static_cast<std::size_t>(failure.kind));
+        return (m_options.kind.empty() || m_options.kind == NameOf(failure.kind)) &&
+               (m_options.number == 0 || m_options.number == failure.number);
     }
 
     static std::string Describe(const Failure& failure)
@@ -185,57 +245,32 @@ private:
                (failure.forGood ? " (for good)" : " (once)");
     }
 
-    void Find(const player::Scenario& scenario, const std::string& when, const std::string& what)
-    {
-        ++m_shared.findings;
-        std::cout << "FOUND: " << scenario.title << ", " << when << ": " << what << std::endl;
-    }
-
-    [[nodiscard]] bool HasAny(std::size_t operation) const
-    {
-        const auto& of = m_shared.injected.at(operation);
-        return std::any_of(of.begin(), of.end(), [](const auto& number) { return number != 0; });
-    }
-
-    // In parts, since all kinds side by side are too wide.
-    void Tell() const
-    {
-        constexpr std::size_t kindsAPart = 12;
-        std::size_t all = 0;
-        for (std::size_t first = 0; first < kindCount; first += kindsAPart)
-        {
-            const auto last = std::min(first + kindsAPart, kindCount);
-            std::printf("\n%-28s", "failures injected");
-            for (auto kind = first; kind < last; ++kind)
-            {
-                std::printf("%9s", NameOf(static_cast<Kind>(kind)));
-            }
-            std::printf("\n");
-            for (std::size_t operation = 0; operation < operationCount; ++operation)
-            {
-                if (!HasAny(operation))
-                {
-                    continue;
-                }
-                std::printf("%-28s", NameOf(static_cast<Operation>(operation)));
-                for (auto kind = first; kind < last; ++kind)
-                {
-                    const std::size_t number = m_shared.injected.at(operation).at(kind);
-                    all += number;
-                    std::printf("%9s", number == 0 ? "." : std::to_string(number).c_str());
-                }
-                std::printf("\n");
-            }
-        }
-        std::printf("\ntorture: %zu failures injected, %zu findings\n", all, m_shared.findings.load());
-    }
-
     Options m_options;
     fs::path m_folder;
     fs::path m_model = m_folder / "model";
-    Shared& m_shared = *new (Share(sizeof(Shared))) Shared();
-    std::size_t m_counted = 0;
+    Sample m_sample;
+    std::size_t m_share = 1;
+    std::size_t m_shares = 1;
+    Results m_results;
+    Patience m_patience;
+    Counts m_counted{};
+    std::size_t m_shared = 0;
 };
+
+bool Sum(const Options& options)
+{
+    Results results({});
+    for (const auto& file : options.files)
+    {
+        results.Add(file);
+    }
+    return results.Tell(SampleOf(options));
+}
+
+bool Perform(const Options& options)
+{
+    return options.sums ? Sum(options) : Torture(options).Run();
+}
 
 } // namespace
 } // namespace vellumo::torture
@@ -244,7 +279,7 @@ int main(int count, char** words)
 {
     try
     {
-        return vellumo::torture::Torture(vellumo::torture::Read({words + 1, words + count})).Run() ? 0 : 1;
+        return vellumo::torture::Perform(vellumo::torture::Read({words + 1, words + count})) ? 0 : 1;
     }
     catch (const std::exception& fault)
     {

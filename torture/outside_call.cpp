@@ -2,6 +2,7 @@
 
 #include "host/fault.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vellumo::torture
@@ -20,6 +21,13 @@ struct State
 
 // Each thread for itself: the library has one.
 thread_local State state; // NOLINT(bugprone-dynamic-static-initializers)
+
+constexpr std::array kindNames = {
+    "create",  "load",    "get",     "set",     "save",    "saved", "id",      "list",   "session", "open",   "end",
+    "move",    "field",   "look-up", "exec",    "write",   "begin", "commit",  "commtd", "rollbk",  "user",   "journal",
+    "tabdate", "bridge",  "replied", "readreg", "writreg", "fopen", "fread",   "fwrite", "mkdir",   "window", "draw",
+    "font",    "picture", "timer",   "message", "memory",  "bstr",  "variant", "array"};
+static_assert(kindNames.size() == kindCount);
 
 // What COM reports for a failure of any kind.
 constexpr auto failed = static_cast<std::int32_t>(0x80004005U);
@@ -55,14 +63,13 @@ bool IsDue(Kind kind) noexcept
 
 const char* NameOf(Kind kind)
 {
-    static constexpr std::array names = {"create",  "load",    "get",    "set",     "save",    "saved",   "id",
-                                         "list",    "session", "open",   "end",     "move",    "field",   "look-up",
-                                         "exec",    "write",   "begin",  "commit",  "commtd",  "rollbk",  "user",
-                                         "journal", "tabdate", "bridge", "replied", "readreg", "writreg", "fopen",
-                                         "fread",   "fwrite",  "mkdir",  "window",  "draw",    "font",    "picture",
-                                         "timer",   "message", "memory", "bstr",    "variant", "array"};
-    static_assert(names.size() == kindCount);
-    return names.at(static_cast<std::size_t>(kind));
+    return kindNames.at(static_cast<std::size_t>(kind));
+}
+
+std::optional<Kind> FindKind(std::string_view name)
+{
+    const auto* const found = std::find(kindNames.begin(), kindNames.end(), name);
+    return found == kindNames.end() ? std::nullopt : std::optional(static_cast<Kind>(found - kindNames.begin()));
 }
 
 const char* NameOf(Operation operation)

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -65,6 +66,7 @@ inline constexpr std::size_t kindCount = 41;
 
 // In a word, for the table.
 [[nodiscard]] const char* NameOf(Kind kind);
+[[nodiscard]] std::optional<Kind> FindKind(std::string_view name);
 
 // The calls of an operation of the provider's.
 enum class Operation : std::uint8_t

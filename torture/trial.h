@@ -53,9 +53,6 @@ public:
     Trial(const player::Scenario& scenario, const player::Scenario& next, const std::filesystem::path& model,
           std::filesystem::path folder, bool tells);
 
-    // The same in another folder, behind what was played unhindered.
-    Trial(const Trial& played, std::filesystem::path folder);
-
     // Must be first.
     [[nodiscard]] const Unhindered& PlayUnhindered();
     [[nodiscard]] Verdict Play(const Failure& failure);
@@ -73,9 +70,9 @@ private:
     const player::Scenario& m_scenario;
     const player::Scenario& m_next;
     const std::filesystem::path& m_model;
-    bool m_tells;
     std::filesystem::path m_folder;
     player::Narrator m_narrator;
+    player::Narrator m_silence; // nobody wants to hear of what goes well
     Unhindered m_unhindered;
 };
 

@@ -5,15 +5,18 @@
 #include <windows.h>
 // After windows.h.
 #include <commctrl.h>
+#include <commdlg.h>
 #include <objbase.h>
 #include <oleauto.h>
 
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <unordered_set>
 
+#include <fcntl.h>
 #include <io.h>
 
 namespace vellumo::torture
@@ -91,6 +94,26 @@ void Free(void* block)
     std::free(block);
 }
 
+// Open functions with an argument that is there only when a file may be made.
+template <class Name, int (*function)(const Name*, int, ...)>
+int Open(const Name* file, int flags, int mode)
+{
+    if (FailsInside(Kind::OpenFile))
+    {
+        errno = EACCES;
+        return -1;
+    }
+    return function(file, flags, mode);
+}
+
+// A queue that is emptied is one call, however many messages happen to be in it.
+BOOL WINAPI Peek(MSG* message, HWND window, UINT first, UINT last, UINT how)
+{
+    static bool wasThere = false;
+    wasThere = (wasThere || !FailsInside(Kind::Message)) && PeekMessageW(message, window, first, last, how) != FALSE;
+    return wasThere ? TRUE : FALSE;
+}
+
 struct Import
 {
     const char* name;
@@ -112,13 +135,17 @@ const auto& Imports()
         Import{"SafeArrayCreateVector", Address(Led<Kind::Array, &SafeArrayCreateVector, nullptr>::Call)},
         Import{"CoCreateInstance", Address(Led<Kind::Create, &CoCreateInstance, REGDB_E_CLASSNOTREG>::Call)},
         Import{"CLSIDFromProgID", Address(Led<Kind::Create, &CLSIDFromProgID, CO_E_CLASSSTRING>::Call)},
+        Import{"CreateErrorInfo", Address(Led<Kind::Create, &CreateErrorInfo, E_OUTOFMEMORY>::Call)},
+        Import{"LoadTypeLibEx", Address(Led<Kind::Create, &LoadTypeLibEx, TYPE_E_CANTLOADLIBRARY>::Call)},
         Import{"RegOpenKeyExW", Address(Led<Kind::ReadSetting, &RegOpenKeyExW, ERROR_ACCESS_DENIED>::Call)},
         Import{"RegGetValueW", Address(Led<Kind::ReadSetting, &RegGetValueW, ERROR_ACCESS_DENIED>::Call)},
         Import{"RegSetValueExW", Address(Led<Kind::WriteSetting, &RegSetValueExW, ERROR_ACCESS_DENIED>::Call)},
         Import{"CreateWindowExW", Address(Led<Kind::Window, &CreateWindowExW, nullptr>::Call)},
         Import{"DialogBoxIndirectParamW", Address(Led<Kind::Window, &DialogBoxIndirectParamW, -1>::Call)},
         Import{"MessageBoxW", Address(Led<Kind::Window, &MessageBoxW, 0>::Call)},
+        Import{"GetOpenFileNameW", Address(Led<Kind::Window, &GetOpenFileNameW, FALSE>::Call)},
         Import{"RegisterClassExW", Address(Led<Kind::Window, &RegisterClassExW, 0>::Call)},
+        Import{"RedrawWindow", Address(Led<Kind::Draw, &RedrawWindow, FALSE>::Call)},
         Import{"CreateFontW", Address(Led<Kind::Font, &CreateFontW, nullptr>::Call)},
         Import{"GetDC", Address(Led<Kind::Picture, &GetDC, nullptr>::Call)},
         Import{"CreateCompatibleDC", Address(Led<Kind::Picture, &CreateCompatibleDC, nullptr>::Call)},
@@ -126,10 +153,13 @@ const auto& Imports()
         Import{"LoadImageW", Address(Led<Kind::Picture, &LoadImageW, nullptr>::Call)},
         Import{"ImageList_Create", Address(Led<Kind::Picture, &ImageList_Create, nullptr>::Call)},
         Import{"SetTimer", Address(Led<Kind::Timer, &SetTimer, 0>::Call)},
-        Import{"PeekMessageW", Address(Led<Kind::Message, &PeekMessageW, FALSE>::Call)},
+        Import{"PeekMessageW", Address(&Peek)},
         Import{"PostMessageW", Address(Led<Kind::Message, &PostMessageW, FALSE, ERROR_NOT_ENOUGH_QUOTA>::Call)},
         Import{"CreateFileW", Address(Led<Kind::OpenFile, &CreateFileW, -1, ERROR_ACCESS_DENIED>::Call)},
         Import{"_wfopen", Address(Led<Kind::OpenFile, &_wfopen, nullptr>::Call)},
+        Import{"_wopen", Address(&Open<wchar_t, &_wopen>)},
+        Import{"_open", Address(&Open<char, &_open>)},
+        Import{"_wfindfirst64", Address(Led<Kind::OpenFile, &_wfindfirst64, -1>::Call)},
         Import{"ReadFile", Address(Led<Kind::ReadFile, &ReadFile, FALSE, ERROR_READ_FAULT>::Call)},
         Import{"_read", Address(Led<Kind::ReadFile, &_read, -1>::Call)},
         Import{"WriteFile", Address(Led<Kind::WriteFile, &WriteFile, FALSE, ERROR_DISK_FULL>::Call)},

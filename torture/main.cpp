@@ -2,9 +2,9 @@
 // tormentor --sum [--every N] [--sample KIND=N,...] RESULTS...
 //
 // Plays the scenarios of the files again and again, each time with another call of the library's to the outside
-// failing, once and for good, and judges each time what has become of it. Behind each the scenario of `--next` is
-// played, with nothing failing any more. Exit code 0 when nothing was found, 1 when something was, 2 when the scenarios
-// cannot be played.
+// failing, once and for good, and judges each time what has become of it. Behind each one of the scenarios of `--next`
+// is played, by turns, with nothing failing any more. Exit code 0 when nothing was found, 1 when something was, 2 when
+// the scenarios cannot be played.
 //
 //   --every N             only each N-th failure of each kind
 //   --sample KIND=N,...   of these kinds only each N-th of them
@@ -168,7 +168,7 @@ public:
             {
                 if (scenario.title.find(m_options.scenario) != std::string::npos)
                 {
-                    Play(scenario, next.front());
+                    Play(scenario, next);
                 }
             }
         }
@@ -176,7 +176,7 @@ public:
     }
 
 private:
-    void Play(const player::Scenario& scenario, const player::Scenario& next)
+    void Play(const player::Scenario& scenario, const std::vector<player::Scenario>& next)
     {
         const auto start = std::chrono::steady_clock::now();
         Patience::Renew();

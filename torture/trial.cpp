@@ -111,8 +111,8 @@ void AddRow(const norda::Snapshot& all, const norda::RowId& row, norda::Snapshot
 
 } // namespace
 
-Trial::Trial(const player::Scenario& scenario, const player::Scenario& next, const fs::path& model, fs::path folder,
-             bool tells)
+Trial::Trial(const player::Scenario& scenario, const std::vector<player::Scenario>& next, const fs::path& model,
+             fs::path folder, bool tells)
     : m_scenario(scenario)
     , m_next(next)
     , m_model(model)
@@ -132,15 +132,16 @@ std::unique_ptr<player::Run> Trial::MakeRun(const fs::path& folder, bool lenient
 const Unhindered& Trial::PlayUnhindered()
 {
     // What is made once, when it is first needed, is not left behind by the call that needed it.
-    for (int time = 1; time <= 2; ++time)
+    for (std::size_t time = 0; time < std::max<std::size_t>(m_next.size(), 2) && m_unhindered.differences.empty();
+         ++time)
     {
-        LookAtUnhindered();
+        LookAtUnhindered(time);
         m_unhindered.blocks = Seen().blocks;
     }
     return m_unhindered;
 }
 
-void Trial::LookAtUnhindered()
+void Trial::LookAtUnhindered(std::size_t time)
 {
     m_unhindered = {};
     Begin({});
@@ -167,7 +168,7 @@ void Trial::LookAtUnhindered()
     {
         m_unhindered.differences.push_back(place.Text() + ": " + what);
     }
-    PlayNext(*run, m_unhindered.differences);
+    PlayNext(*run, time, m_unhindered.differences);
 }
 
 // Again when something is left behind that only this failure needs, and that is made once, and when the call did not
@@ -217,7 +218,7 @@ Verdict Trial::PlayOnce(const Failure& failure)
     }
     JudgeAnswers(*run, stored, findings);
     JudgeStored(*run, failure, stored, findings);
-    PlayNext(*run, findings);
+    PlayNext(*run, failure.number, findings);
     run.reset();
     verdict.seen = Seen();
     return verdict;
@@ -313,12 +314,13 @@ void Trial::JudgeStored(player::Run& run, const Failure& failure, const Stored& 
     }
 }
 
-void Trial::PlayNext(player::Run& run, std::vector<std::string>& findings) const
+void Trial::PlayNext(player::Run& run, std::size_t turn, std::vector<std::string>& findings) const
 {
+    const auto& next = m_next.at(turn % m_next.size());
     run.FailNoMore();
     const auto first = run.Differences().size();
-    PlayLines(run, m_next, true);
-    run.Finish(m_next.place);
+    PlayLines(run, next, true);
+    run.Finish(next.place);
     if (const auto& all = run.Differences(); all.size() > first)
     {
         findings.push_back("the next call does not work; " + all[first].place.Text() + ": " + all[first].what);

@@ -48,27 +48,28 @@ struct Verdict
 class Trial
 {
 public:
-    // `next`: the scenario that is played behind each, with nothing failing any more. Both outlive the trial.
+    // `next`: the scenarios one of which is played behind each, by turns, with nothing failing any more. Both outlive
+    // the trial.
     // `tells`: it is told what happens.
-    Trial(const player::Scenario& scenario, const player::Scenario& next, const std::filesystem::path& model,
-          std::filesystem::path folder, bool tells);
+    Trial(const player::Scenario& scenario, const std::vector<player::Scenario>& next,
+          const std::filesystem::path& model, std::filesystem::path folder, bool tells);
 
     // Must be first.
     [[nodiscard]] const Unhindered& PlayUnhindered();
     [[nodiscard]] Verdict Play(const Failure& failure);
 
 private:
-    void LookAtUnhindered();
+    void LookAtUnhindered(std::size_t time);
     [[nodiscard]] Verdict PlayOnce(const Failure& failure);
     [[nodiscard]] Stored LookAtStored(const norda::Snapshot& now) const;
     void JudgeAnswers(player::Run& run, const Stored& stored, std::vector<std::string>& findings) const;
     void JudgeStored(player::Run& run, const Failure& failure, const Stored& stored,
                      std::vector<std::string>& findings) const;
-    void PlayNext(player::Run& run, std::vector<std::string>& findings) const;
+    void PlayNext(player::Run& run, std::size_t turn, std::vector<std::string>& findings) const;
     [[nodiscard]] std::unique_ptr<player::Run> MakeRun(const std::filesystem::path& folder, bool lenient);
 
     const player::Scenario& m_scenario;
-    const player::Scenario& m_next;
+    const std::vector<player::Scenario>& m_next;
     const std::filesystem::path& m_model;
     std::filesystem::path m_folder;
     player::Narrator m_narrator;

@@ -13,7 +13,8 @@
 #   make simulate SESSIONS=20000 SEED=1
 #                      simulated prescribing sessions against all that can go wrong in one
 #   make torture [EVERY=17]
-#                      each call of the library to the outside fails in turn, once and for good (or every 17th)
+#                      each call of the library to the outside fails in turn, once and for good (or every 17th),
+#                      natively and through the x64 DLL
 #   make fuzz SECONDS=60
 #                      machines look for inputs that break the library, so long for each kind of input
 #   make engines       whether both XML engines make the same of thousands of texts, good and bad

@@ -18,8 +18,8 @@
 //                         program that is started with the same words says so and goes on; the exit code is 0 when all
 //                         have been played
 //   --sum                 tells the table of what others have written
+#include "player/apart.h"
 #include "player/scenario.h"
-#include "player/target.h"
 #include "simulator/norda/practice.h"
 #include "torture/results.h"
 #include "torture/trial.h"

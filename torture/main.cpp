@@ -20,6 +20,7 @@
 //   --sum                 tells the table of what others have written
 #include "player/apart.h"
 #include "player/scenario.h"
+#include "player/written.h"
 #include "simulator/norda/practice.h"
 #include "torture/results.h"
 #include "torture/trial.h"
@@ -201,7 +202,7 @@ private:
                 const auto verdict = trial.Play(failure);
                 for (const auto& finding : verdict.findings)
                 {
-                    m_results.Find(name + ": " + finding);
+                    m_results.Find(player::Joined({name, finding}, ": "));
                 }
                 m_results.Played(verdict.seen.failedIn, failure.kind, verdict.seen.failed);
             }

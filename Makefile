@@ -4,7 +4,7 @@
 #   make run-native    the same through the native build
 #   make norda         the simulated host, for a person at the console
 #   make lint          checks layout and code
-#   make test          native tests with sanitizers, then the tests of the x64 DLL under Wine
+#   make test          native tests with sanitizers, and the tests of the x64 DLL under Wine
 #   make test-win32    the tests of the x86 DLL under Wine
 #   make dll           the DLLs for 64-bit and 32-bit hosts
 #   make package [SIGN_WITH=FILE.p12]
@@ -45,8 +45,7 @@ lint:
 
 test:
 	@tools/setup test
-	@tools/test native
-	@tools/test win64
+	@tools/test win64,native
 
 test-win32:
 	@tools/setup win32

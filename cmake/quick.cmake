@@ -7,28 +7,70 @@
 set(VELLUMO_PRECOMPILED
   <algorithm> <array> <cstdint> <functional> <map> <memory> <optional> <string> <string_view> <utility> <vector>)
 
+# What is the same for all of them, so that they can share the header.
+if(WIN32)
+  set(VELLUMO_QUICK -O0 -g0 -fno-stack-protector)
+else()
+  set(VELLUMO_QUICK -O0)
+endif()
+
 add_library(vellumo_precompiled OBJECT ${CMAKE_CURRENT_LIST_DIR}/precompiled.cpp)
-target_compile_options(vellumo_precompiled PRIVATE -O0)
+target_compile_options(vellumo_precompiled PRIVATE ${VELLUMO_QUICK})
 target_precompile_headers(vellumo_precompiled PRIVATE ${VELLUMO_PRECOMPILED})
 
 function(vellumo_quick)
   foreach(target IN LISTS ARGN)
-    target_compile_options(${target} PRIVATE -O0)
+    target_compile_options(${target} PRIVATE ${VELLUMO_QUICK})
     target_precompile_headers(${target} REUSE_FROM vellumo_precompiled)
+    get_target_property(type ${target} TYPE)
+    if(WIN32 AND type STREQUAL "EXECUTABLE")
+      target_link_options(${target} PRIVATE -wrapper ${PROJECT_SOURCE_DIR}/tools/lld-of-mingw)
+    endif()
   endforeach()
 endfunction()
 
 # All targets made below `folder`; called when they exist.
-function(vellumo_quick_folder folder)
+function(vellumo_targets_below out folder)
+  set(found)
   get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
   foreach(target IN LISTS targets)
     get_target_property(type ${target} TYPE)
     if(type MATCHES "STATIC_LIBRARY|EXECUTABLE")
-      vellumo_quick(${target})
+      list(APPEND found ${target})
     endif()
   endforeach()
   get_property(folders DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)
   foreach(below IN LISTS folders)
-    vellumo_quick_folder(${below})
+    vellumo_targets_below(more ${below})
+    list(APPEND found ${more})
   endforeach()
+  set(${out} ${found} PARENT_SCOPE)
+endfunction()
+
+function(vellumo_quick_folder folder)
+  vellumo_targets_below(targets ${folder})
+  vellumo_quick(${targets})
+endfunction()
+
+# With sanitizers, what is not the library's is not asked at each access whether a pointer is null, aligned and of its
+# type, which is a third of its compile; the address sanitizer stops at what comes of such accesses. All else is asked,
+# and the library is asked everything.
+function(vellumo_asked_less folder)
+  vellumo_targets_below(targets ${folder})
+  foreach(target IN LISTS targets)
+    target_compile_options(${target} PRIVATE -fno-sanitize=null,alignment,vptr)
+  endforeach()
+endfunction()
+
+# Of a function that several objects have, such as an inline one of a header, the linker takes the first: the rooms come
+# before the program's own objects, so that it is the library's, which is asked everything.
+function(vellumo_link_first target)
+  foreach(room IN LISTS ARGN)
+    vellumo_room_target(name ${room})
+    list(APPEND archives $<TARGET_FILE:${name}>)
+    list(APPEND names ${name})
+  endforeach()
+  target_link_options(${target} PRIVATE -Wl,--whole-archive ${archives} -Wl,--no-whole-archive)
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${archives})
+  add_dependencies(${target} ${names})
 endfunction()

@@ -6,6 +6,7 @@
 #   make lint          checks layout and code
 #   make test          native tests with sanitizers, and the tests of the x64 DLL under Wine
 #   make test-win32    the tests of the x86 DLL under Wine
+#   make test-all      both, in less time than one after the other
 #   make dll           the DLLs for 64-bit and 32-bit hosts
 #   make package [SIGN_WITH=FILE.p12]
 #                      installer, SDK and symbols, in build/package
@@ -22,7 +23,7 @@
 #   make gallery       every window in every state that matters, as pictures on one page: build/gallery/index.html
 #   make clean         removes what was built
 
-.PHONY: run run-native norda lint test test-win32 dll package test-package simulate torture fuzz engines bench gallery clean
+.PHONY: run run-native norda lint test test-win32 test-all dll package test-package simulate torture fuzz engines bench gallery clean
 .DEFAULT_GOAL := run
 MAKEFLAGS += --no-print-directory
 
@@ -50,6 +51,11 @@ test:
 test-win32:
 	@tools/setup win32
 	@tools/test win32
+
+test-all:
+	@tools/setup test
+	@tools/setup win32
+	@tools/test win64,win32,native
 
 dll:
 	@tools/setup

@@ -11,6 +11,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -66,6 +67,43 @@ void GivenBack(void* block)
         --Seen().blocks;
     }
 }
+
+// Handles are told from addresses, since both may be small numbers.
+void* Marked(void* handle)
+{
+    return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(handle) | std::uintptr_t(1) << 63);
+}
+
+// An object of the system's that is the DLL's to delete.
+template <Kind kind, auto function>
+struct Made;
+
+template <Kind kind, class Result, class... Arguments, Result(WINAPI* function)(Arguments...)>
+struct Made<kind, function>
+{
+    static Result WINAPI Call(Arguments... arguments)
+    {
+        const auto made = Led<kind, function, nullptr>::Call(arguments...);
+        if (made != nullptr)
+        {
+            Taken(Marked(made));
+        }
+        return made;
+    }
+};
+
+template <auto function>
+struct Deleted;
+
+template <class Object, BOOL(WINAPI* function)(Object)>
+struct Deleted<function>
+{
+    static BOOL WINAPI Call(Object object)
+    {
+        GivenBack(Marked(object));
+        return function(object);
+    }
+};
 
 void* Malloc(std::size_t size)
 {
@@ -146,12 +184,15 @@ const auto& Imports()
         Import{"GetOpenFileNameW", Address(Led<Kind::Window, &GetOpenFileNameW, FALSE>::Call)},
         Import{"RegisterClassExW", Address(Led<Kind::Window, &RegisterClassExW, 0>::Call)},
         Import{"RedrawWindow", Address(Led<Kind::Draw, &RedrawWindow, FALSE>::Call)},
-        Import{"CreateFontW", Address(Led<Kind::Font, &CreateFontW, nullptr>::Call)},
+        Import{"CreateFontW", Address(Made<Kind::Font, &CreateFontW>::Call)},
         Import{"GetDC", Address(Led<Kind::Picture, &GetDC, nullptr>::Call)},
-        Import{"CreateCompatibleDC", Address(Led<Kind::Picture, &CreateCompatibleDC, nullptr>::Call)},
-        Import{"CreateCompatibleBitmap", Address(Led<Kind::Picture, &CreateCompatibleBitmap, nullptr>::Call)},
+        Import{"CreateCompatibleDC", Address(Made<Kind::Picture, &CreateCompatibleDC>::Call)},
+        Import{"CreateCompatibleBitmap", Address(Made<Kind::Picture, &CreateCompatibleBitmap>::Call)},
         Import{"LoadImageW", Address(Led<Kind::Picture, &LoadImageW, nullptr>::Call)},
         Import{"ImageList_Create", Address(Led<Kind::Picture, &ImageList_Create, nullptr>::Call)},
+        Import{"DeleteObject", Address(Deleted<&DeleteObject>::Call)},
+        Import{"DeleteDC", Address(Deleted<&DeleteDC>::Call)},
+
         Import{"SetTimer", Address(Led<Kind::Timer, &SetTimer, 0>::Call)},
         Import{"PeekMessageW", Address(&Peek)},
         Import{"PostMessageW", Address(Led<Kind::Message, &PostMessageW, FALSE, ERROR_NOT_ENOUGH_QUOTA>::Call)},

@@ -30,18 +30,22 @@ private:
     // first one, so that it is nobody's loss later.
     void Load(const norda::Outside& outside)
     {
-        if (!m_isLoaded)
+        if (!isLoaded)
         {
             const auto first = norda::CreateComProvider(outside);
             host::PassOver([&] { static_cast<void>(first->VerificaPrescrizione({norda::Passing::ByValue, 1}, 1)); });
             static_cast<void>(first->Release());
-            torture::LeadImports(GetModuleHandleW(L"Vellumo.dll"));
-            m_isLoaded = true;
+            // Kept from here on: each time that it is loaded, the compiler's library for threads takes one of the 1,088
+            // thread-local indexes of a process, and does not give it back when it is unloaded.
+            HMODULE library = nullptr;
+            GetModuleHandleExW(0, L"Vellumo.dll", &library);
+            torture::LeadImports(library);
+            isLoaded = true;
         }
     }
 
     std::unique_ptr<torture::TorturedOutside> m_outside;
-    bool m_isLoaded = false;
+    static inline bool isLoaded = false;
 };
 
 } // namespace

@@ -35,7 +35,7 @@ Parameter Given(Run& run, std::size_t& next)
     }
     else
     {
-        return run.Session();
+        return run.GetStage().Host().session;
     }
 }
 
@@ -51,8 +51,8 @@ std::string Returned(Run&, std::int32_t value)
 
 std::string Returned(Run& run, std::shared_ptr<norda::PrescriptionSession> session)
 {
-    run.Session() = std::move(session);
-    return run.Session() ? "session" : "nothing";
+    run.GetStage().Host().session = std::move(session);
+    return run.GetStage().Host().session ? "session" : "nothing";
 }
 
 template <class Result, class... Parameters>
@@ -60,7 +60,7 @@ Result Call(Run& run, Result (ProviderClient::*call)(Parameters...))
 {
     [[maybe_unused]] std::size_t next = 0;
     const std::tuple<Parameters...> given{Given<Parameters>(run, next)...};
-    return std::apply([&](auto&... each) { return (run.GetStage().Provider().*call)(each...); }, given);
+    return std::apply([&](auto&... each) { return (run.GetStage().Host().Provider().*call)(each...); }, given);
 }
 
 template <auto call>
@@ -87,7 +87,7 @@ void PassPatient(Run& run, const Node& node)
 
 void PassCertificate(Run& run, const Node& node)
 {
-    run.Current().arguments.push_back({Passing::ByValue, {}, run.GetStage().LoadCertificate(node.Number("N"))});
+    run.Current().arguments.push_back({Passing::ByValue, {}, run.GetStage().Host().LoadCertificate(node.Number("N"))});
 }
 
 void PassReference(Run& run, const Node& node)

@@ -51,13 +51,13 @@ void LookAtPath(Run& run, const Node& node)
 // The session as the host has it.
 void LookAtSession(Run& run, const Node& node)
 {
-    const auto session = run.Session();
+    const auto session = run.GetStage().Host().session;
     if (!session)
     {
         throw Differs("the host has no session");
     }
     const auto& what = node.choice;
-    const auto options = [&] { return run.GetStage().Provider().OptionsOf(*session); };
+    const auto options = [&] { return run.GetStage().Host().Provider().OptionsOf(*session); };
     Expect(what, node.Text("VALUE"),
            what == "SenzaSISS"     ? BooleanText(session->SenzaSISS())
            : what == "DaValidare"  ? BooleanText(session->DaValidare())
@@ -67,7 +67,7 @@ void LookAtSession(Run& run, const Node& node)
 
 void LookAtResponses(Run& run, const Node& node)
 {
-    const auto session = run.Session();
+    const auto session = run.GetStage().Host().session;
     const auto kind = node.Has("drugs") ? host::kindDrugs : host::kindTests;
     Expect("the session holds", node.Text("N"), session ? std::to_string(session->ResponseCount(kind)) : "no session");
 }
@@ -274,7 +274,7 @@ const Group checkStatements = {
          [](Run& run, const Node& node)
          {
              Expect("statements with " + Quoted(node.Text("PART")), node.Text("N"),
-                    std::to_string(run.GetStage().CountStatements(node.Text("PART"))));
+                    std::to_string(run.GetStage().Host().CountStatements(node.Text("PART"))));
          }},
         {"", "log folders N", "how many folders the exchange log has",
          [](Run& run, const Node& node)

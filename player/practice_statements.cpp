@@ -43,7 +43,7 @@ void LogOn(Run& run, const Node& node)
     {
         throw Differs("the practice has no user " + node.Text("NAME"));
     }
-    run.GetStage().LogOn(user ? std::optional(user->id) : std::nullopt);
+    run.GetStage().Host().LogOn(user ? std::optional(user->id) : std::nullopt);
 }
 
 void SetSetting(Run& run, const Node& node)
@@ -94,14 +94,14 @@ void SetSaveHabit(Run& run, const Node& node)
 {
     const auto habit = std::make_shared<norda::SaveHabit>();
     habit->refuses = node.Keyword() == "refuse";
-    auto& objects = run.GetStage().Objects();
+    auto& objects = run.GetStage().Host().Objects();
     if (node.Has("certificate"))
     {
         objects.SetCertificateHabit(habit);
     }
     else if (node.Has("prescription"))
     {
-        run.GetStage().Prescriptions().SetHabit(habit);
+        run.GetStage().Host().Prescriptions().SetHabit(habit);
     }
     else
     {
@@ -115,12 +115,13 @@ void SetSaveHabit(Run& run, const Node& node)
 
 void LimitSession(Run& run, const Node& node)
 {
-    if (!run.Session())
+    if (!run.GetStage().Host().session)
     {
         throw Differs("no session is open");
     }
     const auto count = static_cast<std::size_t>(node.Number("N"));
-    const auto met = node.Has("keeping") ? run.Session()->KeepAtMost(count) : run.Session()->GiveAtMost(count);
+    const auto met = node.Has("keeping") ? run.GetStage().Host().session->KeepAtMost(count)
+                                         : run.GetStage().Host().session->GiveAtMost(count);
     run.MustHaveEffect(node, "no more were asked of it", [met] { return *met; });
 }
 
@@ -135,9 +136,10 @@ void FailStatement(Run& run, const Node& node)
     }};
     const auto* const kind =
         std::find_if(kinds.begin(), kinds.end(), [&](const auto& each) { return node.choice == each.first; });
-    const auto fault = run.GetStage().AddFault({node.Text("PART"), node.Has("N") ? node.Count("N") : 0,
-                                                node.Has("TEXT") ? node.Text("TEXT") : "Errore provocato del database.",
-                                                kind != kinds.end() ? kind->second : norda::ServerFault::Plain});
+    const auto fault =
+        run.GetStage().Host().AddFault({node.Text("PART"), node.Has("N") ? node.Count("N") : 0,
+                                        node.Has("TEXT") ? node.Text("TEXT") : "Errore provocato del database.",
+                                        kind != kinds.end() ? kind->second : norda::ServerFault::Plain});
     run.MustHaveEffect(node, "the library ran no such statement, so that none failed",
                        [fault] { return fault->fired; });
 }
@@ -151,15 +153,15 @@ const Group practiceStatements = {
         {"", "user NAME", "who is logged on: `bianchi` and `verdi` are doctors, `segreteria` is staff; or `nobody`",
          LogOn},
         {"", "studio N", "the practice's number that the host hands over",
-         [](Run& run, const Node& node) { run.GetStage().SetStudio(node.Number("N")); }},
+         [](Run& run, const Node& node) { run.GetStage().Host().SetStudio(node.Number("N")); }},
         {"", "host strict",
          "it behaves as real hosts, ADO and SQL Server do wherever the library can notice; `--strict` makes it so for "
          "any file",
-         [](Run& run, const Node&) { run.GetStage().BecomeStrict(); }},
+         [](Run& run, const Node&) { run.GetStage().Host().BecomeStrict(); }},
         {"", "host gives no Connection/LockSrv/Utils", "the host does not hand it over",
-         [](Run& run, const Node& node) { run.GetStage().Withhold(node.choice); }},
+         [](Run& run, const Node& node) { run.GetStage().Host().Withhold(node.choice); }},
         {"", "host answers 0 without a row", "its look-ups do, instead of Null",
-         [](Run& run, const Node&) { run.GetStage().AnswerZeroWithoutRow(); }},
+         [](Run& run, const Node&) { run.GetStage().Host().Utils().AnswerZeroWithoutRow(); }},
         {"", "setting NAME missing", "a setting of the practice, such as `CCEAbilitaLog True`", SetSetting},
         {"", "setting NAME VALUE", "", SetSetting},
         {"", "sql N times STATEMENT…", "changes the database; `{n}` counts the times", RunSql},
@@ -195,7 +197,8 @@ const Group practiceStatements = {
         {"", "pause N ms", "waits",
          [](Run&, const Node& node) { std::this_thread::sleep_for(std::chrono::milliseconds(node.Number("N"))); }},
         {"", "statements take N ms", "from now on each statement of the library waits that long, as on a busy server",
-         [](Run& run, const Node& node) { run.GetStage().SetPace(std::chrono::milliseconds(node.Number("N"))); }},
+         [](Run& run, const Node& node)
+         { run.GetStage().Host().SetPace(std::chrono::milliseconds(node.Number("N"))); }},
         {"", "generated list 'PATH' of N citizens", "a made-up patient list below the practice's folder",
          [](Run& run, const Node& node) { norda::WritePatientList(PracticePath(run, node), node.Count("N")); }},
         {"", "generated tables of N rows", "made-up regional tables",

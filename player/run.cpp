@@ -43,18 +43,18 @@ Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder
 {
     if (m_options.strict)
     {
-        m_stage->BecomeStrict();
+        m_stage->Host().BecomeStrict();
     }
-    m_stage->Rename(m_options.renamed);
+    m_stage->Host().Rename(m_options.renamed);
     m_operator.emplace(*this, Node(), false); // no window is expected
     m_stage->Network().onCall = [this](const std::string& requestXml) { OnRequest(requestXml); };
     m_stage->Network().onReply = [this](const std::string& reply) { m_narrator.Received(reply); };
-    m_stage->SetStatementSeen([this] { OnStatement(); });
+    m_stage->Host().SetStatementSeen([this] { OnStatement(); });
     if (m_options.failingStatement != 0)
     {
         // The strict host's server takes the whole transaction back, and what follows would be stored by itself.
-        m_stage->AddFault({"", m_options.failingStatement, "Errore provocato del database.",
-                           m_options.strict ? norda::ServerFault::Deadlock : norda::ServerFault::Plain});
+        m_stage->Host().AddFault({"", m_options.failingStatement, "Errore provocato del database.",
+                                  m_options.strict ? norda::ServerFault::Deadlock : norda::ServerFault::Plain});
     }
 }
 
@@ -185,7 +185,7 @@ void Run::CallMeanwhile(const Node& line)
 {
     const auto outer = std::exchange(m_current, {});
     TakeArguments(line.parts.front());
-    m_stage->HandOver();
+    m_stage->Host().HandOver();
     Make(line.parts.front());
     const auto [returned, gestito, fault] = std::exchange(m_current, outer).outcome;
     ExpectFault(line.Has("faults") ? std::optional(line.Text("PART")) : std::nullopt, fault,
@@ -251,7 +251,7 @@ void Run::CreateProvider(const std::optional<std::string>& fault)
     std::optional<std::string> seen;
     try
     {
-        static_cast<void>(m_stage->Provider());
+        static_cast<void>(m_stage->Host().Provider());
     }
     catch (const host::Fault& thrown)
     {
@@ -262,8 +262,7 @@ void Run::CreateProvider(const std::optional<std::string>& fault)
 
 void Run::LetGo(const Place& place)
 {
-    m_session.reset();
-    if (!m_stage->ReleaseProvider())
+    if (!m_stage->Host().ReleaseProvider())
     {
         Report(place, "the library could not be unloaded after the provider was released: something still holds it");
     }
@@ -277,7 +276,7 @@ void Run::Finish(const Place& place)
     {
         look();
     }
-    if (const auto count = m_stage->SecondConnections(); count != 0)
+    if (const auto count = m_stage->Host().SecondConnections(); count != 0)
     {
         Report(place, "the library ran " + std::to_string(count) +
                           " statements while a result was open, each over a connection that ADO opened for it");
@@ -391,8 +390,8 @@ void Run::CallsOfTimer()
 // Where nothing else lets the target look at a window that is at work, a statement of its job does.
 void Run::OnStatement()
 {
-    m_statementsAfter.resize(m_stage->Network().Exchanges().size(), m_stage->Statements().size());
-    if (m_stage->Statements().size() == m_options.dyingStatement)
+    m_statementsAfter.resize(m_stage->Network().Exchanges().size(), m_stage->Host().Statements().size());
+    if (m_stage->Host().Statements().size() == m_options.dyingStatement)
     {
         EndProcess(died);
     }

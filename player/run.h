@@ -80,8 +80,6 @@ public:
     [[nodiscard]] CallInProgress& Current() noexcept { return m_current; }
     // The window at which the operator is.
     [[nodiscard]] screen::Window& TheWindow() noexcept { return *m_window; }
-    // The session that the host keeps; null before the first is opened.
-    [[nodiscard]] std::shared_ptr<norda::PrescriptionSession>& Session() noexcept { return m_session; }
     // What the wait window named for each request.
     [[nodiscard]] const std::vector<std::string>& ShownAs() const noexcept { return m_shownAs; }
     void Tell(const std::string& text) { m_narrator.Say(text); }
@@ -113,7 +111,7 @@ public:
     void FailNoMore() noexcept
     {
         m_options.lenient = false;
-        m_stage->FailNoMore();
+        m_stage->Host().FailNoMore();
     }
 
     // What has changed since before the first call.
@@ -124,7 +122,10 @@ public:
     // The library's first statement after each reply of SISS that was followed by one.
     [[nodiscard]] const std::vector<std::size_t>& StatementsAfterReplies() const noexcept { return m_statementsAfter; }
     // Whether the failing statement of a sweep has been reached.
-    [[nodiscard]] bool HasFailed() const noexcept { return m_stage->Statements().size() >= m_options.failingStatement; }
+    [[nodiscard]] bool HasFailed() const noexcept
+    {
+        return m_stage->Host().Statements().size() >= m_options.failingStatement;
+    }
 
 private:
     void OnScreen(screen::Window& window) noexcept override;
@@ -153,7 +154,6 @@ private:
     std::optional<ScriptedOperator> m_operator; // of the last call
     bool m_answersByDefault = false;
     std::unique_ptr<Stage> m_stage;
-    std::shared_ptr<norda::PrescriptionSession> m_session;
     std::optional<norda::Snapshot> m_before;
     Opened m_opened;
     CallInProgress m_current;

@@ -280,7 +280,7 @@ void Runner::EndAfterEachReply(const norda::Snapshot& before, const norda::Snaps
         }
         Run again({}, m_folder / "practice", {.screenshots = {}, .server = m_options.database, .snapshots = true},
                   m_narrator);
-        static_cast<void>(again.GetStage().Provider().IsPersonaleStudio());
+        static_cast<void>(again.GetStage().Host().Provider().IsPersonaleStudio());
         if (const auto lost = FindLostCode(exchanges, replies, {before, after, again.Now()}))
         {
             Differ(m_scenario->place, when + *lost);

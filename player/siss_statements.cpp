@@ -58,15 +58,9 @@ siss::Detail EntryOf(const Node& entry)
             entry.Text("VALUE"), entry.Text("FIELDCODE"), entry.Text("FIELDTEXT")};
 }
 
-// Where the entries of a negative outcome go is not where those of a proper reply go.
 void AddEntry(Run& run, const Node& node)
 {
-    auto& behaviour = run.Open().reply;
-    auto* const refusal = std::get_if<siss::Refusal>(&behaviour.reply);
-    const bool warns = node.Keyword() == "warning";
-    auto& entries = refusal == nullptr ? (warns ? behaviour.warnings : behaviour.exceptions)
-                                       : (warns ? refusal->warnings : refusal->exceptions);
-    entries.push_back(EntryOf(node.parts.front()));
+    run.Open().reply.Add(node.Keyword() == "warning", EntryOf(node.parts.front()));
 }
 
 void Answer(Run& run, const Node& node)
@@ -169,7 +163,7 @@ const Group sissStatements = {
         {"", "card inserted/missing", "the operator's card",
          [](Run& run, const Node& node) { Network(run).SetOperatorCard(node.Has("inserted")); }},
         {"", "bridge missing", "the bridge is not registered",
-         [](Run& run, const Node&) { run.GetStage().RemoveBridge(); }},
+         [](Run& run, const Node&) { run.GetStage().Host().RemoveBridge(); }},
         {"", "reply <which> <reply> [after M ms]",
          "how a call of the scenario is answered; `after` delays it. The last such line for a call counts", Answer},
         {"reply", "exception <entry>", "an entry of the reply's list", AddEntry},

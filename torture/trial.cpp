@@ -207,7 +207,7 @@ Verdict Trial::PlayOnce(const Failure& failure)
         {
             findings.emplace_back("a transaction is open");
         }
-        run->GetStage().RollBack();
+        run->GetStage().Host().RollBack();
         Seen().transactions = 0;
     }
     const auto now = run->Now();

@@ -109,11 +109,39 @@ std::shared_ptr<Database> Practice::Open() const
     return database;
 }
 
-void Practice::ResetServer() const
+std::shared_ptr<Database> Practice::OpenFast() const
+{
+    auto database = Open();
+    for (const std::string name : {"main", "Norda"})
+    {
+        if (!m_server)
+        {
+            database->Execute("PRAGMA " + name + ".synchronous = OFF");
+        }
+    }
+    return database;
+}
+
+// Folder by folder: the standard library for Windows cannot copy a tree.
+void Practice::CopyFrom(const fs::path& model) const
 {
     if (m_server)
     {
         m_server->Reset();
+    }
+    fs::remove_all(m_folder);
+    fs::create_directories(m_folder);
+    for (const auto& entry : fs::recursive_directory_iterator(model))
+    {
+        const auto copy = m_folder / entry.path().lexically_relative(model);
+        if (entry.is_directory())
+        {
+            fs::create_directories(copy);
+        }
+        else
+        {
+            fs::copy_file(entry.path(), copy);
+        }
     }
 }
 

@@ -45,13 +45,16 @@ public:
     [[nodiscard]] bool Exists() const;
     // Makes databases and folders new from the seed; what was there is replaced.
     void Create() const;
-    // A server has only one of each database: what scenarios did to it is taken back before the next.
-    void ResetServer() const;
+    // Made new as another one, which nobody has worked with since it was created. A server has only one of each
+    // database: what was done to it is taken back.
+    void CopyFrom(const std::filesystem::path& model) const;
     void RemoveServer() const;
     // Tells the installation where the host program and the SISS client are.
     void Register(Installation& machine) const;
 
     [[nodiscard]] std::shared_ptr<Database> Open() const;
+    // Of a practice that need not outlive a power failure: waiting for the disk takes most of the time.
+    [[nodiscard]] std::shared_ptr<Database> OpenFast() const;
 
     [[nodiscard]] const std::filesystem::path& Folder() const noexcept { return m_folder; }
     [[nodiscard]] std::filesystem::path HostFolder() const { return m_folder / "Norda"; }

@@ -97,6 +97,15 @@ struct Behaviour
     std::vector<Detail> warnings;
     std::vector<Detail> exceptions;
     int delayMilliseconds = 0;
+
+    // The entries of a negative outcome go where those of a proper reply do not.
+    void Add(bool isWarning, const Detail& entry)
+    {
+        auto* const refusal = std::get_if<Refusal>(&reply);
+        auto& ofWarnings = refusal != nullptr ? refusal->warnings : warnings;
+        auto& ofExceptions = refusal != nullptr ? refusal->exceptions : exceptions;
+        (isWarning ? ofWarnings : ofExceptions).push_back(entry);
+    }
 };
 
 } // namespace vellumo::siss

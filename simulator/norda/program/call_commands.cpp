@@ -44,13 +44,12 @@ Parameter HandedOver(Desk& desk, const Given& given, std::size_t& next, bool& ge
             return {};
         }
         const auto number = host::Value(given[next++]).ToInteger();
-        return of == Of::Certificate
-                   ? Argument{Passing::ByValue, {}, desk.Objects().LoadCertificate(desk.TheDatabase(), number)}
-                   : Argument{Passing::ByValue, number};
+        return of == Of::Certificate ? Argument{Passing::ByValue, {}, desk.Host().LoadCertificate(number)}
+                                     : Argument{Passing::ByValue, number};
     }
     else
     {
-        return desk.session;
+        return desk.Host().session;
     }
 }
 
@@ -66,7 +65,7 @@ std::string Told(Desk&, std::int32_t value)
 
 std::string Told(Desk& desk, const std::shared_ptr<PrescriptionSession>& opened)
 {
-    desk.session = opened;
+    desk.Host().session = opened;
     if (!opened)
     {
         return "nessuna sessione";
@@ -75,7 +74,7 @@ std::string Told(Desk& desk, const std::shared_ptr<PrescriptionSession>& opened)
         "una sessione, SenzaSISS " + InWords(opened->SenzaSISS()) + ", DaValidare " + InWords(opened->DaValidare());
     if (opened->KeptOptions())
     {
-        const auto options = desk.Provider().OptionsOf(*opened);
+        const auto options = desk.Host().Provider().OptionsOf(*opened);
         text += ", TipoRicetta " + std::to_string(options.TipoRicetta) + ", ModalitaStampa " +
                 std::to_string(options.ModalitaStampa);
     }
@@ -92,7 +91,7 @@ void Make(Desk& desk, const Given& given, Result (ProviderClient::*call)(Paramet
     [[maybe_unused]] std::size_t next = 0;
     bool gestito = false;
     std::tuple<Held<Parameters>...> handed{HandedOver<Held<Parameters>, of>(desk, given, next, gestito)...};
-    const auto result = std::apply([&](auto&... each) { return (desk.Provider().*call)(each...); }, handed);
+    const auto result = std::apply([&](auto&... each) { return (desk.Host().Provider().*call)(each...); }, handed);
     desk.Out() << "Risposta: " << Told(desk, result)
                << ((std::is_same_v<Parameters, bool&> || ...) ? ", Gestito " + InWords(gestito) : "") << '\n';
 }

@@ -11,24 +11,16 @@ namespace vellumo::norda
 
 Desk::Desk(const Practice& practice, Workstation& workstation, std::istream& in, std::ostream& out)
     : m_practice(practice)
-    , m_workstation(workstation)
     , m_in(in)
     , m_out(out)
-    , m_database(practice.Open())
-    , m_utils(std::make_shared<HostUtils>(m_database))
-    , m_user(FindUser(*m_database, "bianchi").value_or(User()))
+    , m_host(workstation, practice.Open(), m_network, 0)
 {
-    m_network.People().LoadSeed();
-    m_practice.Register(m_workstation.Machine());
-}
-
-Desk::~Desk()
-{
-    session.reset(); // it holds objects of the library
-    if (m_provider)
+    if (const auto user = FindUser(*m_host.TheDatabase(), "bianchi"))
     {
-        static_cast<void>(m_provider->Release());
+        LogOn(*user);
     }
+    m_network.People().LoadSeed();
+    m_practice.Register(workstation.Machine());
 }
 
 std::string Desk::ReadLine(const std::string& prompt)
@@ -46,29 +38,13 @@ bool Desk::IsAtEnd() const
 
 void Desk::Print(const std::string& sql, const host::Parameters& parameters)
 {
-    PrintTable(m_out, *m_utils->OpenRecordset(sql, parameters));
+    PrintTable(m_out, *m_host.Utils().OpenRecordset(sql, parameters));
 }
 
 void Desk::LogOn(const User& user)
 {
     m_user = user;
-    if (m_provider)
-    {
-        m_provider->SetLockSrv(std::make_shared<HostLockSrv>(m_user.id));
-    }
-}
-
-ProviderClient& Desk::Provider()
-{
-    if (!m_provider)
-    {
-        m_provider = m_workstation.CreateProvider({&m_network, &m_objects, &m_prescriptions});
-        m_provider->SetConnection(m_database);
-        m_provider->SetUtils(m_utils);
-        m_provider->SetStudio(Practice::studio);
-        m_provider->SetLockSrv(std::make_shared<HostLockSrv>(m_user.id));
-    }
-    return *m_provider;
+    m_host.LogOn(user.id);
 }
 
 void Desk::Answer(std::size_t call, const siss::Behaviour& reply)
@@ -78,13 +54,9 @@ void Desk::Answer(std::size_t call, const siss::Behaviour& reply)
     m_network.Behave(m_call, m_reply);
 }
 
-// The entries of a negative outcome do not stand where those of a proper reply do.
 void Desk::AddToAnswer(bool isWarning, const siss::Detail& entry)
 {
-    auto* const refusal = std::get_if<siss::Refusal>(&m_reply.reply);
-    auto& warnings = refusal != nullptr ? refusal->warnings : m_reply.warnings;
-    auto& exceptions = refusal != nullptr ? refusal->exceptions : m_reply.exceptions;
-    (isWarning ? warnings : exceptions).push_back(entry);
+    m_reply.Add(isWarning, entry);
     m_network.Behave(m_call, m_reply);
 }
 

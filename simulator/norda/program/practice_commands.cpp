@@ -37,7 +37,7 @@ std::vector<std::filesystem::path> Entries(const std::filesystem::path& folder)
 
 void ListUsers(Desk& desk, const Given&)
 {
-    for (const auto& user : Users(*desk.TheDatabase()))
+    for (const auto& user : Users(*desk.Host().TheDatabase()))
     {
         desk.Out() << "  " << user.logOn << "  " << user.fullName
                    << (user.isDoctor ? ", medico\n" : ", personale di studio\n");
@@ -46,7 +46,7 @@ void ListUsers(Desk& desk, const Given&)
 
 void LogOn(Desk& desk, const Given& given)
 {
-    const auto user = FindUser(*desk.TheDatabase(), given[0]);
+    const auto user = FindUser(*desk.Host().TheDatabase(), given[0]);
     if (!user)
     {
         throw host::Fault("L'utente \"" + given[0] + "\" non esiste; \"utenti\" li elenca.");
@@ -66,13 +66,13 @@ void ShowPatient(Desk& desk, const Given& given)
 {
     const auto id = host::Value(given[0]).ToInteger();
     host::HostServices services;
-    services.connection = desk.TheDatabase();
-    const auto record = desk.Objects().CreateRecord(host::RecordKind::Patient, services);
+    services.connection = desk.Host().TheDatabase();
+    const auto record = desk.Host().Objects().CreateRecord(host::RecordKind::Patient, services);
     if (!record->Load(id))
     {
         throw host::Fault("Il paziente " + given[0] + " non esiste.");
     }
-    const auto rows = desk.Utils().OpenRecordset("SELECT * FROM Paziente WHERE IDPaziente = {0}", {id});
+    const auto rows = desk.Host().Utils().OpenRecordset("SELECT * FROM Paziente WHERE IDPaziente = {0}", {id});
     for (std::size_t i = 0; i < rows->ColumnCount(); ++i)
     {
         desk.Out() << "  " << rows->ColumnName(i) << ": " << ShownText(record->Get(rows->ColumnName(i))) << '\n';
@@ -102,10 +102,10 @@ void ListPrescriptions(Desk& desk, const Given& given)
 
 void SetSetting(Desk& desk, const Given& given)
 {
-    const auto key = desk.Utils().FindKey("ImpostazioneStudio", "IDImpostazioneStudio", "IDStudio = {0} AND Nome = {1}",
-                                          {Practice::studio, given[0]});
-    desk.Utils().WriteRow("ImpostazioneStudio", "IDImpostazioneStudio", key,
-                          {{"IDStudio", Practice::studio}, {"Nome", given[0]}, {"Valore", given[1]}});
+    const auto key = desk.Host().Utils().FindKey("ImpostazioneStudio", "IDImpostazioneStudio",
+                                                 "IDStudio = {0} AND Nome = {1}", {Practice::studio, given[0]});
+    desk.Host().Utils().WriteRow("ImpostazioneStudio", "IDImpostazioneStudio", key,
+                                 {{"IDStudio", Practice::studio}, {"Nome", given[0]}, {"Valore", given[1]}});
     desk.Out() << given[0] << " è ora " << given[1] << ".\n";
 }
 
@@ -147,7 +147,7 @@ void RunSql(Desk& desk, const Given& given)
         desk.Print(given[0]);
         return;
     }
-    desk.TheDatabase()->Execute(given[0]);
+    desk.Host().TheDatabase()->Execute(given[0]);
     desk.Out() << "Fatto.\n";
 }
 

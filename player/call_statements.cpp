@@ -96,6 +96,11 @@ void PassReference(Run& run, const Node& node)
     run.Current().arguments.back().passing = Passing::ByReference;
 }
 
+void CallMeanwhile(Run& run, const Node& node)
+{
+    run.CallMeanwhile(node);
+}
+
 void LookAtBox(Run& run, const Node& node)
 {
     const auto& box = run.TheWindow();
@@ -121,8 +126,7 @@ const Group callStatements = {
         {"", "create provider [faults 'PART']",
          "makes the provider now; otherwise the first call does. The session that the host kept is gone. With `faults` "
          "it must not succeed, with an error whose text contains PART",
-         [](Run& run, const Node& node)
-         { run.CreateProvider(node.Has("faults") ? std::optional(node.Text("PART")) : std::nullopt); }},
+         [](Run& run, const Node& node) { run.CreateProvider(node); }},
         {"", "call <operation>", "the host calls the library. Below it stand its windows in order, then its result",
          [](Run& run, const Node& node) { run.Call(node); }},
         {"call", "box 'TITLE' critical/exclamation/information/plain BUTTONS [default BUTTON]",
@@ -138,8 +142,8 @@ const Group callStatements = {
         {"call", "meanwhile request N <operation> returns VALUE",
          "while request N is on its way a timer of the host's hands everything over anew and calls the library, which "
          "returns or faults at once",
-         nothing},
-        {"call", "meanwhile request N <operation> faults ['PART']", "", nothing},
+         CallMeanwhile},
+        {"call", "meanwhile request N <operation> faults ['PART']", "", CallMeanwhile},
         {"", "operator answers by default",
          "in all calls from here on, windows and boxes that no line expects next are answered by their default button; "
          "one that keeps coming back is closed by its frame. So begins a scenario made from a log",

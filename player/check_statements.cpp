@@ -36,16 +36,16 @@ void LookAtText(Run& run, const Node& node)
            run.GetStage().Network().Exchanges().at(run.Open().request).request);
 }
 
-// What is there, so that a text is not taken for nothing.
-std::string Shown(const std::optional<std::string>& text)
+// Of a text that may be missing, which is not one that says "nothing".
+void ExpectText(const std::string& what, const Node& node, const std::optional<std::string>& seen)
 {
-    return text ? Quoted(*text) : "nothing";
+    const auto shown = [](const auto& text) { return text ? Quoted(*text) : "nothing"; };
+    Expect(what, shown(node.TextUnlessMissing("TEXT")), shown(seen));
 }
 
 void LookAtPath(Run& run, const Node& node)
 {
-    const auto expected = node.Has("missing") ? std::nullopt : std::optional(node.Text("TEXT"));
-    Expect(node.Text("PATH"), Shown(expected), Shown(run.Open().requestBody.TextAt(node.Text("PATH"))));
+    ExpectText(node.Text("PATH"), node, run.Open().requestBody.TextAt(node.Text("PATH")));
 }
 
 // The session as the host has it.
@@ -235,9 +235,7 @@ void LookAtTraces(Run& run, const Node& node)
 
 void LookAtRegistry(Run& run, const Node& node)
 {
-    const auto expected = node.Has("missing") ? std::nullopt : std::optional(node.Text("TEXT"));
-    const auto seen = run.GetStage().Machine().MachineText(node.Text("KEY"), node.Text("NAME"));
-    Expect(node.Text("NAME"), Shown(expected), Shown(seen));
+    ExpectText(node.Text("NAME"), node, run.GetStage().Machine().MachineText(node.Text("KEY"), node.Text("NAME")));
 }
 
 } // namespace

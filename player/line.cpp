@@ -16,62 +16,47 @@ namespace vellumo::player
 namespace
 {
 
-// What stands behind "{today" at the beginning of `text` up to "}": "+31 siss"; nothing when it is none of that.
-struct Today
+// "today", "today-31", "today+5 siss" or "today shown" as a date; empty when it is none of that.
+std::optional<std::string> DateOf(const Place& place, std::string_view written)
 {
-    std::int32_t days = 0;
-    std::string_view form;
-    std::size_t length = 0; // of all of it
-};
-
-std::optional<Today> ReadToday(const Place& place, std::string_view text)
-{
-    constexpr std::string_view opening = "{today";
-    const auto close = text.find('}');
-    if (!text.starts_with(opening) || close == std::string_view::npos)
+    constexpr std::string_view today = "today";
+    constexpr std::int32_t most = 1'000'000; // more than two thousand years
+    const auto blank = std::min(written.find(' '), written.size());
+    const auto form = written.substr(blank);
+    if (!written.starts_with(today) || !(form.empty() || form == " siss" || form == " shown"))
     {
         return std::nullopt;
     }
-    Today today{0, text.substr(opening.size(), close - opening.size()), close + 1};
-    if (today.form.starts_with('+') || today.form.starts_with('-'))
+    std::int32_t days = 0;
+    if (const auto shift = written.substr(today.size(), blank - today.size()); !shift.empty())
     {
-        const char* const end = today.form.data() + today.form.size();
-        const auto read = std::from_chars(today.form.data() + (today.form.front() == '+' ? 1 : 0), end, today.days);
-        constexpr std::int32_t most = 1'000'000; // more than two thousand years
-        if (read.ec == std::errc::result_out_of_range || today.days > most || today.days < -most)
+        const char* const end = shift.data() + shift.size();
+        const auto read = std::from_chars(shift.data() + (shift.front() == '+' ? 1 : 0), end, days);
+        if (read.ptr != end || read.ec == std::errc::invalid_argument || host::IsDigit(shift.front()))
+        {
+            return std::nullopt;
+        }
+        if (read.ec == std::errc::result_out_of_range || days > most || days < -most)
         {
             throw SyntaxError(place, "there is no such day");
         }
-        today.form.remove_prefix(read.ec == std::errc() ? static_cast<std::size_t>(read.ptr - today.form.data()) : 0);
     }
-    const bool isForm = today.form.empty() || today.form == " siss" || today.form == " shown";
-    return isForm ? std::optional(today) : std::nullopt;
+    const auto date = host::Date::FromOle(host::SystemClock().Now().DayNumber() + days);
+    return form == " siss" ? date.ToSissText() : form == " shown" ? date.ToDayText() : norda::ValueText(date);
 }
 
-// "{today}", "{today-31}", "{today+5 siss}", "{today shown}"
+// With dates for what stands in braces.
 std::string WithDates(const Place& place, std::string_view text)
 {
     std::string dated;
-    while (!text.empty())
+    for (auto open = text.find('{'); open != std::string_view::npos; open = text.find('{'))
     {
-        const auto brace = std::min(text.find('{'), text.size());
-        dated += text.substr(0, brace);
-        text.remove_prefix(brace);
-        const auto today = ReadToday(place, text);
-        if (today)
-        {
-            const auto date = host::Date::FromOle(host::SystemClock().Now().DayNumber() + today->days);
-            dated += today->form == " siss"    ? date.ToSissText()
-                     : today->form == " shown" ? date.ToDayText()
-                                               : norda::ValueText(date);
-        }
-        else
-        {
-            dated += text.substr(0, 1);
-        }
-        text.remove_prefix(std::min(today ? today->length : 1, text.size()));
+        const auto close = std::min(text.find('}', open), text.size());
+        const auto date = close < text.size() ? DateOf(place, text.substr(open + 1, close - open - 1)) : std::nullopt;
+        dated += date ? std::string(text.substr(0, open)) + *date : text.substr(0, open + 1);
+        text.remove_prefix(date ? close + 1 : open + 1);
     }
-    return dated;
+    return dated.append(text);
 }
 
 // The text in the quotes that open there; steps behind them.

@@ -40,6 +40,11 @@ std::optional<Arguments> ReadArguments(const std::vector<std::string>& words)
     const std::map<std::string, fs::path*> paths = {{"--screenshots", &arguments.options.screenshots},
                                                     {"--keep", &arguments.options.keep},
                                                     {"--statements", &arguments.document}};
+    const std::map<std::string, bool*> flags = {{"--tell", &arguments.options.tell},
+                                                {"--strict", &arguments.options.strict},
+                                                {"--renamed", &arguments.options.renamed},
+                                                {"--outcomes", &arguments.options.outcomes},
+                                                {"--facts", &arguments.facts}};
     for (std::size_t i = 0; i < words.size(); ++i)
     {
         const auto path = paths.find(words[i]);
@@ -47,25 +52,9 @@ std::optional<Arguments> ReadArguments(const std::vector<std::string>& words)
         {
             *path->second = fs::u8path(words[++i]);
         }
-        else if (words[i] == "--tell")
+        else if (const auto flag = flags.find(words[i]); flag != flags.end())
         {
-            arguments.options.tell = true;
-        }
-        else if (words[i] == "--strict")
-        {
-            arguments.options.strict = true;
-        }
-        else if (words[i] == "--renamed")
-        {
-            arguments.options.renamed = true;
-        }
-        else if (words[i] == "--outcomes")
-        {
-            arguments.options.outcomes = true;
-        }
-        else if (words[i] == "--facts")
-        {
-            arguments.facts = true;
+            *flag->second = true;
         }
         else if (words[i] == "--database" && i + 1 < words.size())
         {
@@ -109,8 +98,7 @@ int main(int count, char** words)
     if (!arguments)
     {
         std::cerr << "usage: scenario [--tell] [--outcomes] [--strict] [--renamed] [--screenshots DIR] [--keep DIR] "
-                     "[--database "
-                     "CONNECTION] FILE...\n"
+                     "[--database CONNECTION] FILE...\n"
                      "       scenario --facts [--database CONNECTION]\n"
                      "       scenario --statements DOCUMENT\n"
                      "docs/scenarios.md tells how a scenario is written.\n";

@@ -6,8 +6,8 @@
 #include "simulator/norda/generated_data.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
+#include <map>
 #include <thread>
 #include <utility>
 
@@ -81,7 +81,7 @@ void SetRegistryText(Run& run, const Node& node)
 {
     const auto key = node.Text("KEY");
     const auto name = node.Text("NAME");
-    const auto text = node.Has("missing") ? std::nullopt : std::optional(node.Text("TEXT"));
+    const auto text = node.TextUnlessMissing("TEXT");
     if (node.Has("machine") && !text && !run.GetStage().Machine().MachineText(key, name))
     {
         run.HasNoEffect(node, nothingThere);
@@ -127,19 +127,13 @@ void LimitSession(Run& run, const Node& node)
 
 void FailStatement(Run& run, const Node& node)
 {
-    constexpr std::array<std::pair<const char*, norda::ServerFault>, 5> kinds = {{
-        {"deadlock", norda::ServerFault::Deadlock},
-        {"doomed", norda::ServerFault::Doomed},
-        {"timeout", norda::ServerFault::Timeout},
-        {"lost", norda::ServerFault::Lost},
-        {"reported", norda::ServerFault::Reported},
-    }};
-    const auto* const kind =
-        std::find_if(kinds.begin(), kinds.end(), [&](const auto& each) { return node.choice == each.first; });
-    const auto fault =
-        run.GetStage().Host().AddFault({node.Text("PART"), node.Has("N") ? node.Count("N") : 0,
-                                        node.Has("TEXT") ? node.Text("TEXT") : "Errore provocato del database.",
-                                        kind != kinds.end() ? kind->second : norda::ServerFault::Plain});
+    static const std::map<std::string, norda::ServerFault> kinds = {
+        {"", norda::ServerFault::Plain},        {"deadlock", norda::ServerFault::Deadlock},
+        {"doomed", norda::ServerFault::Doomed}, {"timeout", norda::ServerFault::Timeout},
+        {"lost", norda::ServerFault::Lost},     {"reported", norda::ServerFault::Reported}};
+    const auto fault = run.GetStage().Host().AddFault(
+        {node.Text("PART"), node.Has("N") ? node.Count("N") : 0,
+         node.Has("TEXT") ? node.Text("TEXT") : "Errore provocato del database.", kinds.at(node.choice)});
     run.MustHaveEffect(node, "the library ran no such statement, so that none failed",
                        [fault] { return fault->fired; });
 }

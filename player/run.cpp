@@ -15,17 +15,32 @@ namespace vellumo::player
 namespace
 {
 
-// `expected`: part of the fault's text; empty: there must be none.
-void ExpectFault(const std::optional<std::string>& expected, const std::optional<std::string>& seen,
-                 const std::string& otherwise)
+// What the work faults with.
+template <class Work>
+std::optional<std::string> FaultOf(const Work& work)
 {
-    if (expected.has_value() != seen.has_value())
+    try
+    {
+        work();
+        return std::nullopt;
+    }
+    catch (const host::Fault& fault)
+    {
+        return fault.Description();
+    }
+}
+
+// The line says part of the fault's text; where it does not, or there is none, there must be no fault.
+void ExpectFault(const Node* line, const std::optional<std::string>& seen, const std::string& otherwise)
+{
+    const bool isExpected = line != nullptr && line->Has("faults");
+    if (isExpected != seen.has_value())
     {
         throw Differs(seen ? "there was a fault: " + Quoted(*seen) : "there was no fault: " + otherwise);
     }
-    if (seen && seen->find(*expected) == std::string::npos)
+    if (seen && seen->find(line->Text("PART")) == std::string::npos)
     {
-        Expect("fault", *expected, *seen);
+        Expect("fault", line->Text("PART"), *seen);
     }
 }
 
@@ -85,18 +100,6 @@ void Run::PlayBelow(const Node& node)
     }
 }
 
-void Run::MustHaveEffect(const Node& line, const std::string& otherwise, const std::function<bool()>& hadEffect)
-{
-    m_atEnd.push_back(
-        [this, &line, otherwise, hadEffect]
-        {
-            if (!hadEffect())
-            {
-                HasNoEffect(line, otherwise);
-            }
-        });
-}
-
 std::int32_t Run::PatientId(const std::string& codiceFiscale)
 {
     auto& database = m_stage->Database();
@@ -154,21 +157,18 @@ void Run::Call(const Node& call)
     m_narrator.CallBegins(std::string(operation.Keyword()), m_narrator.IsHeard() ? Describe(operation) : "");
     const auto before = m_narrator.IsHeard() ? Now() : norda::Snapshot();
     const bool lenient = m_options.lenient || m_options.failingStatement != 0;
-    for (const auto& line : call.below)
-    {
-        if (line.Keyword() == "meanwhile")
-        {
-            m_timer.push_back(&line);
-        }
-    }
+    const auto requests = m_shownAs.size();
+    m_call = &call;
     m_operator.emplace(*this, call, lenient, m_answersByDefault);
     Make(operation);
     m_operator->End();
-    for (const auto* const line : std::exchange(m_timer, {}))
+    m_call = nullptr;
+    for (const auto& line : call.below)
     {
-        if (!lenient)
+        const bool isOfTimer = line.Keyword() == "meanwhile";
+        if (isOfTimer && !lenient && (line.Count("N") <= requests || line.Count("N") > m_shownAs.size()))
         {
-            Report(line->place, "request " + line->Text("N") + " did not come");
+            Report(line.place, "request " + line.Text("N") + " did not come");
         }
     }
     m_narrator.CallEnds(m_current.outcome,
@@ -188,8 +188,7 @@ void Run::CallMeanwhile(const Node& line)
     m_stage->Host().HandOver();
     Make(line.parts.front());
     const auto [returned, gestito, fault] = std::exchange(m_current, outer).outcome;
-    ExpectFault(line.Has("faults") ? std::optional(line.Text("PART")) : std::nullopt, fault,
-                "the call returned " + returned);
+    ExpectFault(&line, fault, "the call returned " + returned);
     if (!fault)
     {
         Expect("returned value", line.Text("VALUE"), returned);
@@ -206,22 +205,16 @@ void Run::TakeArguments(const Node& operation)
 
 void Run::Make(const Node& operation)
 {
-    try
+    if (const auto fault = FaultOf([&] { operation.Perform(*this); }))
     {
-        operation.Perform(*this);
-    }
-    catch (const host::Fault& fault)
-    {
-        m_current.outcome = {"", std::nullopt, fault.Description()};
+        m_current.outcome = {"", std::nullopt, fault};
     }
 }
 
 void Run::Compare(const Node& call)
 {
     const auto& [returned, gestito, fault] = m_current.outcome;
-    const auto* const faults = FindLine(call.below, "faults");
-    ExpectFault(faults == nullptr ? std::nullopt : std::optional(faults->Text("PART")), fault,
-                "the call returned " + returned);
+    ExpectFault(FindLine(call.below, "faults"), fault, "the call returned " + returned);
     if (fault)
     {
         return;
@@ -244,20 +237,11 @@ void Run::Compare(const Node& call)
     }
 }
 
-void Run::CreateProvider(const std::optional<std::string>& fault)
+void Run::CreateProvider(const Node& line)
 {
     Remember();
-    LetGo(m_place); // as when the host's program starts anew
-    std::optional<std::string> seen;
-    try
-    {
-        static_cast<void>(m_stage->Host().Provider());
-    }
-    catch (const host::Fault& thrown)
-    {
-        seen = thrown.Description();
-    }
-    ExpectFault(fault, seen, "the provider was created");
+    LetGo(line.place); // as when the host's program starts anew
+    ExpectFault(&line, FaultOf([this] { static_cast<void>(m_stage->Host().Provider()); }), "the provider was created");
 }
 
 void Run::LetGo(const Place& place)
@@ -272,9 +256,12 @@ void Run::Finish(const Place& place)
 {
     m_narrator.Logged(m_stage->Practice().LogFolder());
     LetGo(place);
-    for (const auto& look : m_atEnd)
+    for (const auto& [line, hadEffect] : m_mustHaveEffect)
     {
-        look();
+        if (!hadEffect())
+        {
+            m_withoutEffect.push_back(line);
+        }
     }
     if (const auto count = m_stage->Host().SecondConnections(); count != 0)
     {
@@ -364,25 +351,15 @@ void Run::OnRequest(const std::string& requestXml)
 {
     m_shownAs.push_back(LookAtWaitWindow());
     m_narrator.Sent(requestXml, m_shownAs.back());
-    CallsOfTimer();
-}
-
-// This is inside a call of the library: nothing may leave it.
-void Run::CallsOfTimer()
-{
-    const auto due = [&](const Node* line) { return line->Count("N") == m_shownAs.size(); };
-    for (auto line = std::find_if(m_timer.begin(), m_timer.end(), due); line != m_timer.end();
-         line = std::find_if(m_timer.begin(), m_timer.end(), due))
+    if (m_call == nullptr)
     {
-        const Node& second = **line;
-        m_timer.erase(line);
-        try
+        return;
+    }
+    for (const auto& line : m_call->below)
+    {
+        if (line.Keyword() == "meanwhile" && line.Count("N") == m_shownAs.size())
         {
-            CallMeanwhile(second);
-        }
-        catch (const Differs& difference)
-        {
-            Report(second.place, difference.what());
+            Play(line); // nothing leaves it: this is inside a call of the library
         }
     }
 }

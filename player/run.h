@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vellumo::player
@@ -88,11 +89,14 @@ public:
     void AnswerByDefault() noexcept { m_answersByDefault = true; }
     // A second call, from a timer of the host's, which hands everything over anew before it.
     void CallMeanwhile(const Node& line);
-    // Creates the provider now; `fault` empty: it must succeed.
-    void CreateProvider(const std::optional<std::string>& fault);
+    // Creates the provider now, which fails when the line says so.
+    void CreateProvider(const Node& line);
     // The line changes nothing, now or at the end of the scenario.
     void HasNoEffect(const Node& line, const std::string& why) { m_withoutEffect.push_back({line.place, why}); }
-    void MustHaveEffect(const Node& line, const std::string& otherwise, const std::function<bool()>& hadEffect);
+    void MustHaveEffect(const Node& line, const std::string& otherwise, std::function<bool()> hadEffect)
+    {
+        m_mustHaveEffect.push_back({{line.place, otherwise}, std::move(hadEffect)});
+    }
     // 0 when nobody has it.
     [[nodiscard]] std::int32_t PatientId(const std::string& codiceFiscale);
 
@@ -131,7 +135,6 @@ private:
     void OnScreen(screen::Window& window) noexcept override;
     void OnBusy(screen::Window& window) noexcept override;
     void OnRequest(const std::string& requestXml);
-    void CallsOfTimer();
     void OnStatement();
     [[nodiscard]] std::string LookAtWaitWindow();
     void TakeArguments(const Node& operation);
@@ -150,15 +153,15 @@ private:
     Narrator& m_narrator;
     std::vector<Difference> m_differences;
     std::vector<Difference> m_withoutEffect;
-    std::vector<std::function<void()>> m_atEnd;
-    std::optional<ScriptedOperator> m_operator; // of the last call
+    std::vector<std::pair<Difference, std::function<bool()>>> m_mustHaveEffect; // looked at in the end
+    std::optional<ScriptedOperator> m_operator;                                 // of the last call
     bool m_answersByDefault = false;
     std::unique_ptr<Stage> m_stage;
     std::optional<norda::Snapshot> m_before;
     Opened m_opened;
     CallInProgress m_current;
     std::vector<Outcome> m_outcomes;
-    std::vector<const Node*> m_timer; // second calls that wait for their request
+    const Node* m_call = nullptr; // being made
     screen::Window* m_window = nullptr;
     Place m_place; // of the line being played
     std::vector<std::string> m_shownAs;

@@ -6,7 +6,7 @@
 #include "player/written.h"
 #include "simulator/norda/whole_patients.h"
 
-#include <algorithm>
+#include <numeric>
 #include <random>
 
 namespace vellumo::player
@@ -16,24 +16,25 @@ namespace
 
 namespace fs = std::filesystem;
 
-bool SweepsPatients(const Scenario& scenario)
+// What is stored between two moments, a row a line. The lines that something that fails leaves in the host's journal
+// are no part of that.
+std::string StoredBetween(const norda::Snapshot& before, const norda::Snapshot& after)
 {
-    return scenario.Find("sweep")->Has("patients");
-}
-
-// What is stored between two moments. The lines that something that fails leaves in the host's journal are no part of
-// that.
-std::vector<std::string> StoredBetween(const norda::Snapshot& before, const norda::Snapshot& after)
-{
-    std::vector<std::string> stored;
-    for (const auto& change : Compare(before, after))
+    std::string stored;
+    for (const auto& change : norda::Compare(before, after))
     {
-        if (!change.IsJournalLine())
-        {
-            stored.push_back(change.Text());
-        }
+        stored += change.IsJournalLine() ? "" : "\n    " + change.Text();
     }
     return stored;
+}
+
+// Nothing or all is to be stored.
+std::optional<std::string> FindHalfStored(const norda::Snapshot& before, const norda::Snapshot& after,
+                                          const norda::Snapshot& now)
+{
+    const auto stored = StoredBetween(before, now);
+    const bool isWhole = stored.empty() || stored == StoredBetween(before, after);
+    return isWhole ? std::nullopt : std::optional("this is stored:" + stored);
 }
 
 } // namespace
@@ -165,46 +166,74 @@ void Runner::RunScenario()
             m_differences.push_back(difference);
         }
     }
-    if (!m_differences.empty() || m_scenario->Find("sweep") == nullptr)
+    if (m_differences.empty() && m_scenario->Find("sweep") != nullptr)
     {
-        return;
-    }
-    const auto before = run->Before();
-    const auto after = run->Now();
-    const auto exchanges = run->GetStage().Network().Exchanges();
-    const auto statementsAfterReplies = run->StatementsAfterReplies();
-    run.reset();
-    if (m_scenario->Find("sweep")->Has("programs"))
-    {
-        EndAfterEachReply(before, after, exchanges, statementsAfterReplies);
-        return;
-    }
-    BreakAtEach("with a fault of statement ", before, after, &Runner::Fail);
-    constexpr bool isCheap = std::string_view(VELLUMO_TARGET) == "native"; // to make a process
-    if (isCheap && SweepsPatients(*m_scenario))
-    {
-        BreakAtEach("ended before statement ", before, after, &Runner::Die);
+        Sweep(std::move(run));
     }
 }
 
-void Runner::BreakAtEach(const std::string& how, const norda::Snapshot& before, const norda::Snapshot& after,
-                         std::optional<norda::Snapshot> (Runner::*play)(std::size_t statement))
+void Runner::Sweep(std::unique_ptr<Run> whole)
 {
-    const auto whole = StoredBetween(before, after);
-    std::size_t statement = 1;
-    for (auto now = (this->*play)(statement); now; now = (this->*play)(++statement))
+    const auto& sweep = *m_scenario->Find("sweep");
+    const auto before = whole->Before();
+    const auto after = whole->Now();
+    const auto exchanges = whole->GetStage().Network().Exchanges();
+    const auto afterReplies = whole->StatementsAfterReplies();
+    std::vector<std::size_t> all(whole->GetStage().Host().Statements().size());
+    std::iota(all.begin(), all.end(), 1);
+    whole.reset();
+    if (!sweep.Has("programs"))
     {
-        const auto when = how + std::to_string(statement) + ", ";
-        if (SweepsPatients(*m_scenario))
+        const auto judge = [&](const norda::Snapshot& now, std::size_t) {
+            return sweep.Has("patients") ? norda::FindBrokenPatient(before, after, now)
+                                         : FindHalfStored(before, after, now);
+        };
+        BreakAtEach(
+            "with a fault of statement ", all, [this](std::size_t each) { return Fail(each); }, judge);
+        constexpr bool isCheap = std::string_view(VELLUMO_TARGET) == "native"; // to make a process
+        if (isCheap && sweep.Has("patients"))
         {
-            if (const auto broken = norda::FindBrokenPatient(before, after, *now))
-            {
-                Differ(m_scenario->place, when + *broken);
-            }
+            BreakAtEach(
+                "ended before statement ", all, [this](std::size_t each) { return End(each, false); }, judge);
         }
-        else if (const auto stored = StoredBetween(before, *now); !stored.empty() && stored != whole)
+    }
+    else if (afterReplies.size() != exchanges.size())
+    {
+        Differ("there is no statement of the library after the last reply");
+    }
+    else if (!GivesCodes(exchanges))
+    {
+        Differ("SISS gives no code in this scenario");
+    }
+    else
+    {
+        BreakAtEach(
+            "ended after reply ", afterReplies, [this](std::size_t each) { return End(each, true); },
+            [&](const norda::Snapshot& now, std::size_t replies) {
+                return FindLostCode(exchanges, replies, {before, after, now});
+            });
+    }
+}
+
+void Runner::BreakAtEach(const std::string& how, const std::vector<std::size_t>& statements, const Play& play,
+                         const Judge& judge)
+{
+    if (statements.empty())
+    {
+        Differ("the library runs no statement here that could fail");
+    }
+    for (std::size_t number = 1; number <= statements.size(); ++number)
+    {
+        const auto when = how + std::to_string(number) + ", ";
+        const auto now = play(statements[number - 1]);
+        if (!now)
         {
-            Differ(m_scenario->place, when + "this is stored:\n    " + Joined(stored, "\n    "));
+            Differ(when + "the scenario did not come to it");
+            return;
+        }
+        if (const auto wrong = judge(*now, number))
+        {
+            Differ(when + *wrong);
         }
     }
 }
@@ -212,39 +241,18 @@ void Runner::BreakAtEach(const std::string& how, const norda::Snapshot& before, 
 std::optional<norda::Snapshot> Runner::Fail(std::size_t statement)
 {
     const auto run = Once(statement);
-    if (!run->HasFailed())
+    for (const auto& [place, what] : run->Differences())
     {
-        if (statement == 1)
+        // Where an import ends early, the windows of its end do not come.
+        if (!m_scenario->Find("sweep")->Has("patients"))
         {
-            Differ(m_scenario->place, "the library runs no statement here that could fail");
-        }
-        return std::nullopt;
-    }
-    if (!SweepsPatients(*m_scenario)) // where an import ends early, the windows of its end do not come
-    {
-        for (const auto& [place, what] : run->Differences())
-        {
-            Differ(place, "with a fault of statement " + std::to_string(statement) + ", " + what);
+            m_differences.push_back({place, "with a fault of statement " + std::to_string(statement) + ", " + what});
         }
     }
-    return run->Now();
+    return run->HasFailed() ? std::optional(run->Now()) : std::nullopt;
 }
 
-std::optional<norda::Snapshot> Runner::Die(std::size_t statement)
-{
-    const int code = EndAt(statement);
-    if (code == Run::died)
-    {
-        return norda::TakeSnapshot(*norda::Practice(m_folder / "practice", m_options.database).Open());
-    }
-    if (code != 0)
-    {
-        Differ(m_scenario->place, "the process did not come to statement " + std::to_string(statement));
-    }
-    return std::nullopt;
-}
-
-int Runner::EndAt(std::size_t statement)
+std::optional<norda::Snapshot> Runner::End(std::size_t statement, bool startsAgain)
 {
     const std::vector<std::string> words = {"--keep",
                                             m_folder.string(),
@@ -254,38 +262,16 @@ int Runner::EndAt(std::size_t statement)
                                             std::to_string(m_scenario->place.line),
                                             std::to_string(statement),
                                             m_scenario->place.file};
-    return DoApart(words, [&] { static_cast<void>(Once(0, statement)); });
-}
-
-void Runner::EndAfterEachReply(const norda::Snapshot& before, const norda::Snapshot& after,
-                               const std::vector<siss::Exchange>& exchanges,
-                               const std::vector<std::size_t>& statementsAfterReplies)
-{
-    if (statementsAfterReplies.size() != exchanges.size())
+    if (DoApart(words, [&] { static_cast<void>(Once(0, statement)); }) != Run::died)
     {
-        Differ(m_scenario->place, "there is no statement of the library after the last reply");
-        return;
+        return std::nullopt;
     }
-    if (!GivesCodes(exchanges))
+    Run left({}, m_folder / "practice", {.screenshots = {}, .server = m_options.database}, m_narrator);
+    if (startsAgain)
     {
-        Differ(m_scenario->place, "SISS gives no code in this scenario");
+        static_cast<void>(left.GetStage().Host().Provider().IsPersonaleStudio());
     }
-    for (std::size_t replies = 1; replies <= exchanges.size(); ++replies)
-    {
-        const auto when = "ended after reply " + std::to_string(replies) + ", ";
-        if (EndAt(statementsAfterReplies[replies - 1]) != Run::died)
-        {
-            Differ(m_scenario->place, when + "the process did not come to it");
-            return;
-        }
-        Run again({}, m_folder / "practice", {.screenshots = {}, .server = m_options.database, .snapshots = true},
-                  m_narrator);
-        static_cast<void>(again.GetStage().Host().Provider().IsPersonaleStudio());
-        if (const auto lost = FindLostCode(exchanges, replies, {before, after, again.Now()}))
-        {
-            Differ(m_scenario->place, when + *lost);
-        }
-    }
+    return left.Now();
 }
 
 void Runner::SayDifferences(const std::string& title, const std::vector<Difference>& differences)

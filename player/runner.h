@@ -5,6 +5,7 @@
 #include "player/scenario.h"
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -43,20 +44,19 @@ private:
     void SetScreenshots(const std::string& folder);
     [[nodiscard]] std::unique_ptr<Run> Once(std::size_t failingStatement = 0, std::size_t dyingStatement = 0);
     void RunScenario();
-    // Again with something that breaks at the first statement of the library, at the second, and so on until none is
-    // left. `play` returns the database that the break has left, empty when there was none.
-    void BreakAtEach(const std::string& how, const norda::Snapshot& before, const norda::Snapshot& after,
-                     std::optional<norda::Snapshot> (Runner::*play)(std::size_t statement));
+    // Again and again, as the scenario says, each time with a break.
+    void Sweep(std::unique_ptr<Run> whole);
+    // `play` makes a break at a statement of the library and returns what is stored then, empty when it did not come to
+    // it; `judge` says what is wrong with that, by the number of the break.
+    using Play = std::function<std::optional<norda::Snapshot>(std::size_t statement)>;
+    using Judge = std::function<std::optional<std::string>(const norda::Snapshot& now, std::size_t number)>;
+    void BreakAtEach(const std::string& how, const std::vector<std::size_t>& statements, const Play& play,
+                     const Judge& judge);
+    // The statement fails.
     [[nodiscard]] std::optional<norda::Snapshot> Fail(std::size_t statement);
-    // The program ends before the statement, in a process of its own.
-    [[nodiscard]] std::optional<norda::Snapshot> Die(std::size_t statement);
-    // The exit code of the process that ended.
-    [[nodiscard]] int EndAt(std::size_t statement);
-    // The program ends after each reply of SISS, and is started again, which tells of the codes that it had.
-    void EndAfterEachReply(const norda::Snapshot& before, const norda::Snapshot& after,
-                           const std::vector<siss::Exchange>& exchanges,
-                           const std::vector<std::size_t>& statementsAfterReplies);
-    void Differ(const Place& place, const std::string& what) { m_differences.push_back({place, what}); }
+    // The program ends before it, in a process of its own. Where it is started again it tells of the codes that it had.
+    [[nodiscard]] std::optional<norda::Snapshot> End(std::size_t statement, bool startsAgain);
+    void Differ(const std::string& what) { m_differences.push_back({m_scenario->place, what}); }
     void SayDifferences(const std::string& title, const std::vector<Difference>& differences);
 
     Options m_options;

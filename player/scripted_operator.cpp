@@ -19,11 +19,6 @@ constexpr int patience = 20;
 // exemption that is assigned takes one, too.
 constexpr int mostDefaults = 10;
 
-bool IsWatched(const Node& expected)
-{
-    return expected.Keyword() == "watch";
-}
-
 bool Fits(const Node& expected, const screen::Window& window)
 {
     const auto kind = expected.Keyword() == "box"      ? screen::WindowKind::Box
@@ -52,37 +47,39 @@ ScriptedOperator::ScriptedOperator(Run& run, const Node& call, bool lenient, boo
     {
         if (line.Has("TITLE"))
         {
-            m_expected.push_back({&line, false, std::vector<bool>(line.below.size())});
+            auto& expected = line.Keyword() == "watch" ? m_watched : m_expected;
+            expected.push_back({&line, false, std::vector<bool>(line.below.size())});
         }
     }
 }
 
 void ScriptedOperator::End()
 {
-    for (const auto& [expected, appeared, met] : m_expected)
+    m_current = nullptr;
+    m_next = 0;
+    auto all = std::exchange(m_expected, {});
+    all.insert(all.end(), m_watched.begin(), m_watched.end());
+    m_watched.clear();
+    for (const auto& [expected, appeared, met] : m_lenient ? std::vector<Expected>() : all)
     {
         const auto what = (expected->Keyword() == "box" ? "the box " : "the window ") + Quoted(expected->Text("TITLE"));
-        if (!appeared && !m_lenient)
+        if (!appeared)
         {
             m_run.Report(expected->place, what + " did not appear");
         }
-        for (std::size_t line = 0; line < met.size(); ++line)
+        for (std::size_t line = 0; appeared && line < met.size(); ++line)
         {
-            if (appeared && !met[line] && !m_lenient)
+            if (!met[line])
             {
                 m_run.Report(expected->below[line].place, what + " was gone before this was so");
             }
         }
     }
-    m_expected.clear();
-    m_current = nullptr;
-    m_next = 0;
 }
 
 std::vector<ScriptedOperator::Expected>::iterator ScriptedOperator::NextExpected()
 {
-    return std::find_if(m_expected.begin() + static_cast<std::ptrdiff_t>(m_next), m_expected.end(),
-                        [](const Expected& each) { return !IsWatched(*each.line); });
+    return m_expected.begin() + static_cast<std::ptrdiff_t>(m_next);
 }
 
 bool ScriptedOperator::IsWorking(const screen::Window& window) const
@@ -96,7 +93,7 @@ void ScriptedOperator::Work(screen::Window& window)
     if (window.Id() != m_seenId)
     {
         m_seenId = window.Id();
-        m_run.OnWindow(window, m_known.insert(window.Id()).second);
+        m_run.OnWindow(window, m_windows.try_emplace(window.Id()).second);
     }
     const bool worked = window.Id() == m_currentId;
     if (IsWorking(window))
@@ -124,7 +121,7 @@ void ScriptedOperator::Work(screen::Window& window)
 
 bool ScriptedOperator::Advance(const screen::Window& window)
 {
-    const auto fits = [&](const Expected& each) { return !IsWatched(*each.line) && Fits(*each.line, window); };
+    const auto fits = [&](const Expected& each) { return Fits(*each.line, window); };
     const auto found = m_lenient ? std::find_if(NextExpected(), m_expected.end(), fits) : NextExpected();
     if (found == m_expected.end() || !fits(*found))
     {
@@ -168,10 +165,8 @@ void ScriptedOperator::Watch(screen::Window& window)
         return;
     }
     LookAtBar(window);
-    const auto found =
-        std::find_if(m_expected.begin(), m_expected.end(),
-                     [&](const Expected& each) { return IsWatched(*each.line) && Fits(*each.line, window); });
-    if (found == m_expected.end())
+    const auto found = std::ranges::find_if(m_watched, [&](const Expected& each) { return Fits(*each.line, window); });
+    if (found == m_watched.end())
     {
         if (!m_byDefault && !std::exchange(m_told, true))
         {
@@ -189,24 +184,25 @@ void ScriptedOperator::Watch(screen::Window& window)
 void ScriptedOperator::LookAtBar(const screen::Window& window)
 {
     const auto* const bar = window.All<ui::ProgressBar>().front();
-    if (window.Id() != m_watchedId)
+    if (window.Id() != m_bar.window)
     {
-        m_watchedId = window.Id();
-        m_milestones = 0;
-        m_last = bar->value;
+        m_bar = {window.Id(), 0, bar->value, {}};
     }
     // Each table begins anew; its first row is there a moment before its name.
     auto stage = StageOf(window);
-    if (stage == m_stage && bar->value < m_last && bar->value > 1 && !std::exchange(m_told, true))
+    if (stage == m_bar.stage && bar->value < m_bar.value && bar->value > 1 && !std::exchange(m_told, true))
     {
         m_run.Report(m_call, "the bar of " + Quoted(window.Title()) + " went back");
     }
-    m_last = bar->value;
-    m_stage = std::move(stage);
-    if (m_milestones == 0 || (m_milestones == 1 && bar->value >= bar->maximum / 2 && bar->value > 0) ||
-        (m_milestones == 2 && bar->value >= bar->maximum))
+    m_bar.value = bar->value;
+    m_bar.stage = std::move(stage);
+    constexpr int first = 0;
+    constexpr int last = 2;
+    const auto& seen = m_bar.milestones;
+    if (seen == first ||
+        (seen <= last && bar->value > 0 && bar->value >= bar->maximum * static_cast<float>(seen) / last))
     {
-        ++m_milestones;
+        ++m_bar.milestones;
         m_run.OnMilestone(window);
     }
 }
@@ -220,7 +216,7 @@ bool ScriptedOperator::OnlyTells(const screen::Window& window)
 
 void ScriptedOperator::Unexpected(screen::Window& window)
 {
-    if (!(m_lenient && OnlyTells(window)) && m_unexpected.insert(window.Id()).second)
+    if (!(m_lenient && OnlyTells(window)) && !std::exchange(m_windows[window.Id()].isUnexpected, true))
     {
         const auto next = NextExpected();
         const bool none = next == m_expected.end();
@@ -237,7 +233,7 @@ void ScriptedOperator::TakeDefault(screen::Window& window)
     const auto buttons = window.All<ui::Button>();
     const auto found = std::find_if(buttons.begin(), buttons.end(),
                                     [](const ui::Button* each) { return each->isDefault && each->enabled; });
-    if (found == buttons.end() || ++m_defaults[window.Id()] > mostDefaults)
+    if (found == buttons.end() || ++m_windows[window.Id()].defaults > mostDefaults)
     {
         Dismiss(window);
         return;

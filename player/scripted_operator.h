@@ -11,7 +11,6 @@
 
 #include <cstdint>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -43,6 +42,20 @@ private:
         std::vector<bool> met; // by the lines below it
     };
 
+    struct Known
+    {
+        bool isUnexpected = false; // and told to be
+        int defaults = 0;          // how often it got its default button
+    };
+    // As it was last seen.
+    struct Bar
+    {
+        std::uint64_t window = 0;
+        int milestones = 0;
+        float value = 0;
+        std::vector<std::string> stage;
+    };
+
     [[nodiscard]] bool IsWorking(const screen::Window& window) const;
     [[nodiscard]] std::vector<Expected>::iterator NextExpected();
     // Takes the next expected window that fits; false when none does.
@@ -57,21 +70,16 @@ private:
     Place m_call;
     bool m_lenient;
     bool m_byDefault;
-    std::map<std::uint64_t, int> m_defaults; // how often a window got its default
-    std::vector<Expected> m_expected;        // in order; watched ones may come at any time
-    std::size_t m_next = 0;                  // where to look for the next one
-    Expected* m_current = nullptr;           // being worked, or worked last
-    std::uint64_t m_currentId = 0;           // its window
-    std::uint64_t m_seenId = 0;              // window last looked at
-    std::set<std::uint64_t> m_known;
-    std::set<std::uint64_t> m_unexpected; // told already
+    std::vector<Expected> m_expected; // in order
+    std::vector<Expected> m_watched;  // may come at any time
+    std::size_t m_next = 0;           // where to look for the next one
+    Expected* m_current = nullptr;    // being worked, or worked last
+    std::uint64_t m_currentId = 0;    // its window
+    std::uint64_t m_seenId = 0;       // window last looked at
+    std::map<std::uint64_t, Known> m_windows;
     int m_patience = 0;
-
-    std::uint64_t m_watchedId = 0;
-    int m_milestones = 0;
-    double m_last = 0;
-    std::vector<std::string> m_stage; // as the bar was last seen
-    bool m_told = false;              // that it was not expected, or went back
+    Bar m_bar;
+    bool m_told = false; // that a bar was not expected, or went back
 };
 
 } // namespace vellumo::player

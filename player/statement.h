@@ -15,6 +15,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -74,6 +75,11 @@ struct Node
     [[nodiscard]] bool Has(const std::string& name) const { return values.count(name) != 0; }
     // "" when it was left out.
     [[nodiscard]] std::string Text(const std::string& name) const;
+    // Empty where it says that it is missing.
+    [[nodiscard]] std::optional<std::string> TextUnlessMissing(const std::string& name) const
+    {
+        return Has("missing") ? std::nullopt : std::optional(Text(name));
+    }
     [[nodiscard]] std::int32_t Number(const std::string& name) const { return std::stoi(Text(name)); }
     [[nodiscard]] std::size_t Count(const std::string& name) const;
     // The texts between "|".

@@ -13,24 +13,20 @@ namespace
 
 using Rows = std::set<norda::RowId>;
 
-void AddCodes(const std::string& reply, std::vector<std::string>& codes)
-{
-    for (const std::string_view element : {"<identificativoUnivoco>", "<protocolloINPS>"})
-    {
-        for (auto at = reply.find(element); at != std::string::npos; at = reply.find(element, at + 1))
-        {
-            const auto begin = at + element.size();
-            codes.push_back(reply.substr(begin, reply.find('<', begin) - begin));
-        }
-    }
-}
-
 std::vector<std::string> CodesOf(const std::vector<siss::Exchange>& exchanges, std::size_t replies)
 {
     std::vector<std::string> codes;
     for (std::size_t i = 0; i < replies; ++i)
     {
-        AddCodes(exchanges.at(i).reply, codes);
+        const auto& reply = exchanges.at(i).reply;
+        for (const std::string_view element : {"<identificativoUnivoco>", "<protocolloINPS>"})
+        {
+            for (auto at = reply.find(element); at != std::string::npos; at = reply.find(element, at))
+            {
+                at += element.size();
+                codes.push_back(reply.substr(at, reply.find('<', at) - at));
+            }
+        }
     }
     return codes;
 }

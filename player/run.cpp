@@ -51,10 +51,10 @@ std::filesystem::path FileBeside(const Node& node, const std::string& name)
     return std::filesystem::path(node.place.file).parent_path() / std::filesystem::u8path(name);
 }
 
-Run::Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator& narrator)
+Run::Run(norda::Practice practice, Options options, Narrator& narrator)
     : m_options(std::move(options))
     , m_narrator(narrator)
-    , m_stage(std::make_unique<Stage>(model, folder, m_options.server, *this))
+    , m_stage(std::make_unique<Stage>(std::move(practice), *this))
 {
     if (m_options.strict)
     {
@@ -388,6 +388,7 @@ void Run::TakeScreenshot(const std::string& title)
 {
     if (!m_options.screenshots.empty())
     {
+        std::filesystem::create_directories(m_options.screenshots);
         const auto number = std::to_string(++m_pictures + 100).substr(1);
         const auto file = m_options.screenshots / (number + '-' + FileName(title) + ".png");
         static_cast<void>(m_stage->Screen().TakePicture(file));

@@ -52,16 +52,15 @@ public:
 
     struct Options
     {
-        std::filesystem::path screenshots;  // empty: none are taken
+        std::filesystem::path screenshots;  // folder to save them in; empty: none are taken
         std::filesystem::path renamed = {}; // where a library is that knows its host by other names; empty: it does not
-        std::string server = {};            // the practice's databases are there
         bool strict = false;                // the host is from the beginning
         bool snapshots = false;             // the scenario compares the database
         bool lenient = false;               // something fails on purpose, so that a call may go otherwise
         std::size_t failingStatement = 0;   // of a sweep: the statement of the library that fails; 0: none
         std::size_t dyingStatement = 0;     // the statement before which the process ends; 0: none
     };
-    Run(const std::filesystem::path& model, const std::filesystem::path& folder, Options options, Narrator& narrator);
+    Run(norda::Practice practice, Options options, Narrator& narrator);
 
     // Does what the line says and reports what differs; True when nothing did.
     bool Play(const Node& node);
@@ -93,9 +92,9 @@ public:
     void CreateProvider(const Node& line);
     // The line changes nothing, now or at the end of the scenario.
     void HasNoEffect(const Node& line, const std::string& why) { m_withoutEffect.push_back({line.place, why}); }
-    void MustHaveEffect(const Node& line, const std::string& otherwise, std::function<bool()> hadEffect)
+    void MustHaveEffect(const Node& line, const std::string& otherwise, const std::function<bool()>& hadEffect)
     {
-        m_mustHaveEffect.push_back({{line.place, otherwise}, std::move(hadEffect)});
+        m_mustHaveEffect.push_back({{line.place, otherwise}, hadEffect});
     }
     // 0 when nobody has it.
     [[nodiscard]] std::int32_t PatientId(const std::string& codiceFiscale);

@@ -50,7 +50,7 @@ Runner::Runner(Options options, std::ostream& out)
     fs::create_directories(m_folder);
     if (m_options.apartLine == 0)
     {
-        norda::Practice(m_folder / "model", m_options.database).Create();
+        Model().Create();
     }
 }
 
@@ -59,7 +59,7 @@ Runner::~Runner()
     std::error_code ignored;
     if (m_options.keep.empty())
     {
-        host::PassOver([this] { norda::Practice(m_folder / "model", m_options.database).RemoveServer(); });
+        host::PassOver([this] { Model().RemoveServer(); });
         fs::remove_all(m_folder, ignored);
     }
 }
@@ -81,7 +81,9 @@ std::size_t Runner::RunFile(const fs::path& file)
             }
             continue;
         }
-        SetScreenshots(scenarios.size() > 1 ? FileName(scenario.title) : "");
+        m_screenshots = scenarios.size() == 1 || m_options.screenshots.empty()
+                            ? m_options.screenshots
+                            : m_options.screenshots / FileName(scenario.title);
         if (scenario.IsFor(VELLUMO_TARGET))
         {
             ++played;
@@ -108,15 +110,6 @@ std::size_t Runner::RunFile(const fs::path& file)
     return failed + (idle.empty() ? 0U : 1U);
 }
 
-void Runner::SetScreenshots(const std::string& folder)
-{
-    if (!m_options.screenshots.empty())
-    {
-        m_screenshots = m_options.screenshots / folder;
-        fs::create_directories(m_screenshots);
-    }
-}
-
 void Runner::Summary(std::size_t failed)
 {
     m_narrator.Summary(m_count, failed);
@@ -132,12 +125,12 @@ std::unique_ptr<Run> Runner::Once(std::size_t failingStatement, std::size_t dyin
     const bool whole = failingStatement == 0 && dyingStatement == 0;
     const Run::Options options{.screenshots = m_screenshots,
                                .renamed = m_options.renamed ? m_folder / "renamed" : fs::path(),
-                               .server = m_options.database,
                                .strict = m_options.strict,
                                .snapshots = compares,
                                .failingStatement = failingStatement,
                                .dyingStatement = dyingStatement};
-    auto run = std::make_unique<Run>(m_folder / "model", m_folder / "practice", options, m_narrator);
+    ThePractice().CopyFrom(Model().Folder());
+    auto run = std::make_unique<Run>(ThePractice(), options, m_narrator);
     for (const auto& node : m_scenario->nodes)
     {
         if (whole || node.group->role != Role::Check)
@@ -266,7 +259,7 @@ std::optional<norda::Snapshot> Runner::End(std::size_t statement, bool startsAga
     {
         return std::nullopt;
     }
-    Run left({}, m_folder / "practice", {.screenshots = {}, .server = m_options.database}, m_narrator);
+    Run left(ThePractice(), {}, m_narrator);
     if (startsAgain)
     {
         static_cast<void>(left.GetStage().Host().Provider().IsPersonaleStudio());

@@ -41,7 +41,12 @@ public:
     void Summary(std::size_t failed);
 
 private:
-    void SetScreenshots(const std::string& folder);
+    // As it is made once, and its copy in which a scenario is played.
+    [[nodiscard]] norda::Practice Model() const { return norda::Practice(m_folder / "model", m_options.database); }
+    [[nodiscard]] norda::Practice ThePractice() const
+    {
+        return norda::Practice(m_folder / "practice", m_options.database);
+    }
     [[nodiscard]] std::unique_ptr<Run> Once(std::size_t failingStatement = 0, std::size_t dyingStatement = 0);
     void RunScenario();
     // Again and again, as the scenario says, each time with a break.

@@ -60,7 +60,11 @@ void ScriptedOperator::End()
     auto all = std::exchange(m_expected, {});
     all.insert(all.end(), m_watched.begin(), m_watched.end());
     m_watched.clear();
-    for (const auto& [expected, appeared, met] : m_lenient ? std::vector<Expected>() : all)
+    if (m_lenient)
+    {
+        return;
+    }
+    for (const auto& [expected, appeared, met] : all)
     {
         const auto what = (expected->Keyword() == "box" ? "the box " : "the window ") + Quoted(expected->Text("TITLE"));
         if (!appeared)

@@ -6,9 +6,8 @@
 #include "simulator/norda/host_program.h"
 #include "simulator/siss/network.h"
 
-#include <filesystem>
 #include <memory>
-#include <string>
+#include <utility>
 
 namespace vellumo::player
 {
@@ -16,10 +15,16 @@ namespace vellumo::player
 class Stage
 {
 public:
-    // `model` is a practice as `Practice::Create` leaves it; a copy of it in `folder` is this stage's own. Without a
-    // model it is the practice that an earlier stage left there. `server`: as for `norda::Practice`.
-    Stage(const std::filesystem::path& model, const std::filesystem::path& folder, const std::string& server,
-          screen::Operator& anOperator);
+    // `practice` has databases and folders; the target keeps its own files there.
+    Stage(norda::Practice practice, screen::Operator& anOperator)
+        : m_practice(std::move(practice))
+        , m_target(MakeTarget(anOperator, m_practice.Folder()))
+        , m_own(m_practice.OpenFast())
+        , m_host(*m_target.workstation, m_practice.OpenFast(), m_network, 1)
+    {
+        m_network.People().LoadSeed();
+        m_practice.Register(Machine());
+    }
 
     [[nodiscard]] norda::Practice& Practice() noexcept { return m_practice; }
     [[nodiscard]] siss::Network& Network() noexcept { return m_network; }

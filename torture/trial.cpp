@@ -124,8 +124,10 @@ Trial::Trial(const player::Scenario& scenario, const std::vector<player::Scenari
 
 std::unique_ptr<player::Run> Trial::MakeRun(const fs::path& folder, bool lenient)
 {
+    const norda::Practice practice(folder);
+    practice.CopyFrom(m_model);
     return std::make_unique<player::Run>(
-        m_model, folder, player::Run::Options{.screenshots = {}, .snapshots = !lenient, .lenient = lenient},
+        practice, player::Run::Options{.screenshots = {}, .snapshots = !lenient, .lenient = lenient},
         lenient ? m_narrator : m_silence);
 }
 

@@ -52,28 +52,50 @@ std::optional<std::uintmax_t> FileSize(std::string_view path)
     return error ? std::nullopt : std::optional(size);
 }
 
+FileReader::FileReader(std::string_view path)
+{
+    constexpr std::uintmax_t largest = 0xFFFFFFFF;
+    const auto size = FileSize(path);
+    m_in.open(host::NativePath(path), std::ios::binary);
+    if (m_in && size && *size <= largest)
+    {
+        m_size = static_cast<std::size_t>(*size);
+    }
+}
+
+std::optional<std::size_t> FileReader::Read(char* to, std::size_t count)
+{
+    m_in.read(to, static_cast<std::streamsize>(count));
+    return m_in.bad() ? std::nullopt : std::optional(static_cast<std::size_t>(m_in.gcount()));
+}
+
 std::optional<std::string> ReadFile(std::string_view path)
 {
     try
     {
-        constexpr std::uintmax_t largest = 0xFFFFFFFF;
-        const auto size = FileSize(path);
-        std::ifstream in(host::NativePath(path), std::ios::binary);
-        if (!size || *size > largest || !in)
+        FileReader file(path);
+        if (!file.Size())
         {
             return std::nullopt;
         }
         // Piece by piece: filling a large text with zeros first, for the system to write over, takes half as long
         // again.
         std::string bytes;
-        bytes.reserve(static_cast<std::size_t>(*size));
+        bytes.reserve(*file.Size());
         std::array<char, 65536> piece;
-        do
+        for (;;)
         {
-            in.read(piece.data(), piece.size());
-            bytes.append(piece.data(), static_cast<std::size_t>(in.gcount()));
-        } while (in);
-        return in.bad() ? std::nullopt : std::optional(std::move(bytes));
+            const auto count = file.Read(piece.data(), piece.size());
+            if (!count)
+            {
+                return std::nullopt;
+            }
+            bytes.append(piece.data(), *count);
+            if (*count < piece.size())
+            {
+                return bytes;
+            }
+        }
     }
     catch (const std::exception&)
     { // no memory for it

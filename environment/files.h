@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <fstream>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +22,22 @@ bool CreateFolder(std::string_view path);
 
 // In bytes; empty when there is no such regular file.
 [[nodiscard]] std::optional<std::uintmax_t> FileSize(std::string_view path);
+
+// Reads a file from its beginning, piece by piece, for whoever looks at what has come before the rest does.
+class FileReader
+{
+public:
+    explicit FileReader(std::string_view path);
+
+    // In bytes, when it was opened; empty when it could not be, or has more than 4 GB.
+    [[nodiscard]] std::optional<std::size_t> Size() const noexcept { return m_size; }
+    // How many bytes were put to `to`, fewer than `count` only at the end of the file; empty when they cannot be read.
+    [[nodiscard]] std::optional<std::size_t> Read(char* to, std::size_t count);
+
+private:
+    std::optional<std::size_t> m_size;
+    std::ifstream m_in;
+};
 
 // All bytes of the file; empty when it cannot be opened or read, has more than 4 GB or does not fit into the memory.
 [[nodiscard]] std::optional<std::string> ReadFile(std::string_view path);

@@ -101,12 +101,12 @@ host::Date SISSEnvironment::UpdateOf(const std::string& text)
 SISSImportTable SISSEnvironment::GetImportTable(const SISSImportIndex& index) const
 {
     const std::string path = JoinPath(m_configuration.ImportWorkingFolder(), index.Filename + ".txt");
-    auto bytes = ReadFile(path);
-    if (!bytes)
+    auto table = SISSImportTable::FromFile(path);
+    if (!table)
     {
         throw host::Fault("Impossibile aprire il file \"" + path + "\".");
     }
-    return SISSImportTable(std::move(*bytes));
+    return std::move(*table);
 }
 
 SISSImportIndex SISSEnvironment::DefaultIndex() const

@@ -2,11 +2,13 @@
 // first line naming the columns. No quoting and no escaping. "\N" and "\n" (a backslash and the letter) are null.
 //
 // The table keeps the text as read and, for each row, where its line stands; values are cut out when they are asked
-// for. A table of a million rows thus costs little more than its file.
+// for. A table of a million rows thus costs little more than its file, in memory and in time.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -52,6 +54,7 @@ public:
     SISSImportTableRow(const SISSImportTableCols& columns, std::string_view line)
         : m_columns(columns)
         , m_line(line)
+        , m_rest(line)
     {
     }
 
@@ -65,6 +68,9 @@ public:
 private:
     const SISSImportTableCols& m_columns;
     std::string_view m_line;
+    // Values are mostly asked for from left to right: what is behind the last one, and the column that begins there.
+    mutable std::string_view m_rest;
+    mutable std::int32_t m_next = 1;
 };
 
 class SISSImportTable
@@ -72,7 +78,10 @@ class SISSImportTable
 public:
     // Takes the whole text of a table file (8-bit). Faults when it has no header line, names a column twice or is
     // larger than 4 GB.
-    explicit SISSImportTable(std::string bytes);
+    explicit SISSImportTable(std::string_view text);
+    // Reads the file; empty when it cannot be opened or read, has more than 4 GB or does not fit into the memory.
+    // Faults as above.
+    [[nodiscard]] static std::optional<SISSImportTable> FromFile(std::string_view path);
 
     [[nodiscard]] const SISSImportTableCols& Columns() const noexcept { return m_columns; }
     [[nodiscard]] std::int32_t RowCount() const noexcept { return static_cast<std::int32_t>(m_rows.size()); }
@@ -86,8 +95,11 @@ private:
         std::uint32_t length;
     };
 
-    std::string m_bytes;
-    SISSImportTableCols m_columns;
+    SISSImportTable() = default;
+    void TakeLine(std::size_t start, std::size_t length);
+
+    std::unique_ptr<char[]> m_text;
+    SISSImportTableCols m_columns; // none as long as the header has not been taken
     std::vector<Line> m_rows;
 };
 

@@ -110,6 +110,33 @@ TEST_SUITE("environment")
         CHECK_THROWS_AS(SISSImportTable("A|B|a\r\n1|2|3"), Fault);
     }
 
+    TEST_CASE("a table's file is read in pieces, wherever its lines end")
+    {
+        Installation installation;
+        for (const auto* const shift : {"", "-", "--", "---"})
+        {
+            std::string text = std::string("A|B") + shift + "\r\n";
+            while (text.size() < 600'000)
+            {
+                text += "12|3456\r\n \r\n";
+            }
+            installation.Write("tabella.txt", text + "ultima|riga");
+            const auto table = SISSImportTable::FromFile(installation.Path("tabella.txt"));
+            REQUIRE(table);
+            const auto rows = static_cast<std::int32_t>(text.size() / 12);
+            REQUIRE(table->RowCount() == rows + 1);
+            for (std::int32_t row = 1; row <= rows; ++row)
+            {
+                REQUIRE(table->Item(row).Bytes(2) == "3456");
+            }
+            const auto last = table->Item(rows + 1);
+            CHECK(last.Field("A") == "ultima");
+            CHECK(last.Field(std::int32_t{2}) == "riga");
+            CHECK(last.Field(3) == "");
+            CHECK(last.Field("A") == "ultima");
+        }
+    }
+
     TEST_CASE("a table without CR LF is one header, however many lines it has")
     {
         std::string text = "CD_APPLICATIVO|DS_PRESTAZIONE_SISS\n";

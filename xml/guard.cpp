@@ -77,21 +77,20 @@ public:
 private:
     void Step()
     {
-        if (!SkipUntil("<!--", "-->") && !SkipUntil("<![CDATA[", "]]>") && !SkipInstruction())
+        switch (m_position + 1 < m_text.size() ? m_text[m_position + 1] : '\0')
         {
-            if (m_text.substr(m_position).starts_with("<!"))
-            {
-                m_good = false; // a document type declaration, or nothing that an XML text may hold
-            }
-            else if (m_text.substr(m_position).starts_with("</"))
-            {
-                SkipUntil("</", ">"); // the engine compares its name with the opening one
-                m_open.Close();
-            }
-            else
-            {
-                Tag();
-            }
+        case '!': // else a document type declaration, or nothing that an XML text may hold
+            m_good = SkipUntil("<!--", "-->") || SkipUntil("<![CDATA[", "]]>");
+            break;
+        case '?':
+            SkipInstruction();
+            break;
+        case '/':
+            SkipUntil("</", ">"); // the engine compares its name with the opening one
+            m_open.Close();
+            break;
+        default:
+            Tag();
         }
     }
 
@@ -109,12 +108,11 @@ private:
     }
 
     // Some engines take a colon in the name for a prefix, and refuse it.
-    bool SkipInstruction()
+    void SkipInstruction()
     {
         const auto name = m_text.substr(m_position, m_text.find_first_of(" \t\r\n>", m_position) - m_position);
-        const bool isInstruction = SkipUntil("<?", "?>");
-        m_good = !isInstruction || name.find(':') == std::string_view::npos;
-        return isInstruction;
+        SkipUntil("<?", "?>");
+        m_good = name.find(':') == std::string_view::npos;
     }
 
     // Reads an opening tag to its end, or to the end of the text.
@@ -123,12 +121,13 @@ private:
         m_used.clear();
         m_declared.clear();
         ++m_nodes;
-        const auto name = m_text.substr(m_position + 1);
-        NotePrefix(name.substr(0, name.find_first_of(" \t\r\n/>")));
+        const auto name = NameAt(m_position + 1);
+        NotePrefix(name);
+        m_position += 1 + name.size();
         std::size_t attributes = 0;
-        std::size_t word = m_position + 1; // start of what may be an attribute's name
+        std::size_t word = m_position; // start of what may be an attribute's name
         char last = '<';
-        for (++m_position; m_position < m_text.size() && m_text[m_position] != '>'; ++m_position)
+        for (; m_position < m_text.size() && m_text[m_position] != '>'; ++m_position)
         {
             const char character = m_text[m_position];
             if (character == '"' || character == '\'')
@@ -159,6 +158,18 @@ private:
         {
             m_open.Close();
         }
+    }
+
+    // No name has a quotation mark in it; what follows one is a value.
+    [[nodiscard]] std::string_view NameAt(std::size_t begin) const
+    {
+        const auto endsName = [](char each)
+        {
+            return each == ' ' || each == '\t' || each == '\r' || each == '\n' || each == '/' || each == '>' ||
+                   each == '"' || each == '\'';
+        };
+        const auto name = m_text.substr(begin);
+        return name.substr(0, static_cast<std::size_t>(std::ranges::find_if(name, endsName) - name.begin()));
     }
 
     // Some engines look at prefixes though they are told not to, and refuse what namespaces forbid.

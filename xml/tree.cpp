@@ -63,7 +63,7 @@ std::string_view Characters::Keep(std::string_view text)
     return kept;
 }
 
-void Tree::Items::Add(Item item)
+void Tree::Items::Add(Item&& item)
 {
     if (m_count == m_pieces.size() * perPiece)
     {
@@ -72,7 +72,7 @@ void Tree::Items::Add(Item item)
     m_pieces.back()[m_count++ % perPiece] = std::move(item);
 }
 
-Tree::Index Tree::Add(Item item)
+Tree::Index Tree::Add(Item&& item)
 {
     if (items.Count() >= none)
     {

@@ -64,7 +64,7 @@ struct Tree
         [[nodiscard]] std::size_t Count() const noexcept { return m_count; }
         Item& operator[](Index item) noexcept { return m_pieces[item / perPiece][item % perPiece]; }
         const Item& operator[](Index item) const noexcept { return m_pieces[item / perPiece][item % perPiece]; }
-        void Add(Item item);
+        void Add(Item&& item);
 
     private:
         static constexpr std::size_t perPiece = 64;
@@ -77,7 +77,7 @@ struct Tree
     Items items;
     Index root = none;
 
-    Index Add(Item item);
+    Index Add(Item&& item);
     void Link(Index parent, Index child); // as last child
     void Unlink(Index item);
     void UnlinkChildren(Index parent);

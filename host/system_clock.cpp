@@ -5,7 +5,12 @@ namespace vellumo::host
 
 Date SystemClock::Now() const
 {
-    return LocalTime(std::time(nullptr));
+    if (const std::time_t now = std::time(nullptr); now != m_asked)
+    {
+        m_known = LocalTime(now);
+        m_asked = now;
+    }
+    return m_known;
 }
 
 Date LocalTime(std::time_t time)

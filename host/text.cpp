@@ -116,7 +116,8 @@ std::string LastCharacters(std::string_view text, std::size_t count)
 
 bool EqualsIgnoringCase(std::string_view left, std::string_view right) noexcept
 {
-    return std::ranges::equal(left, right, {}, Lower, Lower);
+    // Most differ in length, and most others in nothing.
+    return left == right || (left.size() == right.size() && std::ranges::equal(left, right, {}, Lower, Lower));
 }
 
 std::string WithoutCase(std::string_view text)

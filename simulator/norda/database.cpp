@@ -89,7 +89,7 @@ public:
         , m_statement(m_session->connection->Get())
     {
         odbc::Execute(m_statement, sql, m_session->texts);
-        m_columns = odbc::Columns(m_statement);
+        m_columns = odbc::Columns(m_statement, m_session->texts);
         if (!m_columns.empty())
         {
             m_atEnd = false;
@@ -106,6 +106,7 @@ public:
             throw host::Fault("Il recordset è alla fine.");
         }
         m_row.clear();
+        m_row.reserve(m_columns.size());
         const auto result = SQLFetch(m_statement.Get());
         odbc::Check(result, SQL_HANDLE_STMT, m_statement.Get());
         if (result == SQL_NO_DATA)

@@ -89,6 +89,7 @@ public:
             }
         }
         std::vector<host::ColumnValue> changed;
+        changed.reserve(m_fields.size());
         for (const auto& field : m_fields)
         {
             if (field.changed && !host::EqualsIgnoringCase(field.name, m_table.key))
@@ -128,13 +129,14 @@ private:
     void Take(const host::Recordset& rows, bool withValues)
     {
         m_fields.clear();
+        m_fields.reserve(rows.ColumnCount());
         for (std::size_t i = 0; i < rows.ColumnCount(); ++i)
         {
             std::string column = rows.ColumnName(i);
-            const host::Value value = withValues ? rows.Read(i) : host::Value(); // in order, as a strict host's are
+            host::Value value = withValues ? rows.Read(i) : host::Value(); // in order, as a strict host's are
             if (IsOwn(column) || host::MayUseColumn(m_table.name, column))
             {
-                m_fields.push_back({std::move(column), value});
+                m_fields.push_back({std::move(column), std::move(value)});
             }
         }
     }

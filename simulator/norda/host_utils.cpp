@@ -12,27 +12,30 @@ namespace vellumo::norda
 host::Value StoreRow(Database& database, const std::string& table, const std::string& keyColumn, const host::Value& key,
                      const std::vector<host::ColumnValue>& columns)
 {
-    std::string names;
-    std::string values;
-    std::string assignments;
+    const auto dialect = database.GetDialect();
     const char* comma = "";
-    for (const auto& [name, value] : columns)
-    {
-        const auto literal = Literal(database.GetDialect(), value);
-        names.append(comma).append(name);
-        values.append(comma).append(literal);
-        assignments.append(comma).append(name).append(" = ").append(literal);
-        comma = ", ";
-    }
     if (key.IsNull())
     {
+        std::string names;
+        std::string values;
+        for (const auto& [name, value] : columns)
+        {
+            names.append(comma).append(name);
+            values.append(comma).append(Literal(dialect, value));
+            comma = ", ";
+        }
         database.Execute("INSERT INTO " + table + " (" + names + ") VALUES (" + values + ")");
         return database.LastKey();
     }
     if (!columns.empty())
     {
-        database.Execute("UPDATE " + table + " SET " + assignments + " WHERE " + keyColumn + " = " +
-                         Literal(database.GetDialect(), key));
+        std::string sql = "UPDATE " + table + " SET ";
+        for (const auto& [name, value] : columns)
+        {
+            sql.append(comma).append(name).append(" = ").append(Literal(dialect, value));
+            comma = ", ";
+        }
+        database.Execute(sql.append(" WHERE ").append(keyColumn).append(" = ").append(Literal(dialect, key)));
     }
     return key;
 }

@@ -20,7 +20,7 @@ template <class Character>
 std::optional<std::vector<Character>> ReadCharacters(const Statement& statement, SQLUSMALLINT column, SQLSMALLINT type)
 {
     std::vector<Character> all;
-    std::array<Character, 1024> part{};
+    std::array<Character, 1024> part;
     for (;;)
     {
         SQLLEN bytes = 0;
@@ -158,28 +158,41 @@ void Execute(const Statement& statement, const std::string& sql, Interface texts
         Check(SQLExecDirectW(statement.Get(), text.data(), SQL_NTS), SQL_HANDLE_STMT, statement.Get());
         return;
     }
-    std::vector<SQLCHAR> text(sql.begin(), sql.end());
-    text.push_back(0);
-    Check(SQLExecDirect(statement.Get(), text.data(), SQL_NTS), SQL_HANDLE_STMT, statement.Get(), texts);
+    auto* const text = reinterpret_cast<SQLCHAR*>(const_cast<char*>(sql.data())); // NOLINT: ODBC only reads it
+    Check(SQLExecDirect(statement.Get(), text, static_cast<SQLINTEGER>(sql.size())), SQL_HANDLE_STMT, statement.Get(),
+          texts);
 }
 
-std::vector<Column> Columns(const Statement& statement)
+std::vector<Column> Columns(const Statement& statement, Interface texts)
 {
     SQLSMALLINT count = 0;
     Check(SQLNumResultCols(statement.Get(), &count), SQL_HANDLE_STMT, statement.Get());
     std::vector<Column> columns(static_cast<std::size_t>(count));
     for (std::size_t i = 0; i < columns.size(); ++i)
     {
-        std::array<SQLWCHAR, 256> name{};
-        SQLSMALLINT length = 0;
-        SQLSMALLINT digits = 0;
-        SQLSMALLINT nullable = 0;
-        SQLULEN size = 0;
-        Check(SQLDescribeColW(statement.Get(), static_cast<SQLUSMALLINT>(i + 1), name.data(),
-                              static_cast<SQLSMALLINT>(name.size()), &length, &columns[i].type, &size, &digits,
-                              &nullable),
-              SQL_HANDLE_STMT, statement.Get());
-        columns[i].name = Narrow(name.data(), static_cast<std::size_t>(length));
+        const auto describe = [&](auto how, auto& name)
+        {
+            SQLSMALLINT length = 0;
+            SQLSMALLINT digits = 0;
+            SQLSMALLINT nullable = 0;
+            SQLULEN size = 0;
+            Check(how(statement.Get(), static_cast<SQLUSMALLINT>(i + 1), name.data(),
+                      static_cast<SQLSMALLINT>(name.size()), &length, &columns[i].type, &size, &digits, &nullable),
+                  SQL_HANDLE_STMT, statement.Get(), texts);
+            return static_cast<std::size_t>(length);
+        };
+        if (texts == Interface::Wide)
+        {
+            std::array<SQLWCHAR, 256> name;
+            const auto length = describe(SQLDescribeColW, name);
+            columns[i].name = Narrow(name.data(), length);
+        }
+        else
+        {
+            std::array<SQLCHAR, 512> name;
+            const auto length = describe(SQLDescribeCol, name);
+            columns[i].name.assign(name.begin(), name.begin() + static_cast<std::ptrdiff_t>(length));
+        }
     }
     return columns;
 }

@@ -69,7 +69,7 @@ struct Column
     SQLSMALLINT type = 0;
 };
 
-[[nodiscard]] std::vector<Column> Columns(const Statement& statement);
+[[nodiscard]] std::vector<Column> Columns(const Statement& statement, Interface texts);
 // Columns must be read in order.
 [[nodiscard]] host::Value Read(const Statement& statement, std::size_t column, SQLSMALLINT type, Interface texts);
 

@@ -38,6 +38,7 @@ bool IsAscii(std::string_view text)
 std::string TextLiteral(Dialect dialect, const std::string& text)
 {
     std::string literal = !IsAscii(text) && dialect == Dialect::SqlServer ? "N'" : "'";
+    literal.reserve(text.size() + 3);
     for (const char c : text)
     {
         literal += c;
@@ -61,6 +62,13 @@ bool IsWord(char c)
     return host::IsLetter(c) || host::IsDigit(c) || c == '_' || c == '@' || c == '#';
 }
 
+// Where the quoted part that begins at `at` ends.
+std::size_t EndOfQuoted(std::string_view sql, std::size_t at)
+{
+    const auto end = sql.find(sql[at] == '[' ? ']' : sql[at], at + 1);
+    return std::min(end, sql.size() - 1) + 1;
+}
+
 // One pass over a statement, word by word; quoted parts are taken over untouched.
 class SqliteWriter
 {
@@ -73,16 +81,13 @@ public:
 
     std::string Write()
     {
+        m_out.reserve(m_sql.size());
         while (m_at < m_sql.size())
         {
             const char c = m_sql[m_at];
-            if (c == '\'' || c == '"')
+            if (c == '\'' || c == '"' || c == '[')
             {
-                Quoted(c);
-            }
-            else if (c == '[')
-            {
-                Quoted(']');
+                Quoted();
             }
             else if (IsWord(c))
             {
@@ -98,16 +103,11 @@ public:
     }
 
 private:
-    void Quoted(char end)
+    void Quoted()
     {
-        do
-        {
-            m_out += m_sql[m_at++];
-        } while (m_at < m_sql.size() && m_sql[m_at] != end);
-        if (m_at < m_sql.size())
-        {
-            m_out += m_sql[m_at++];
-        }
+        const auto end = EndOfQuoted(m_sql, m_at);
+        m_out += m_sql.substr(m_at, end - m_at);
+        m_at = end;
     }
 
     void Word()
@@ -118,37 +118,37 @@ private:
             ++m_at;
         }
         const auto word = m_sql.substr(begin, m_at - begin);
-        if (host::EqualsIgnoringCase(word, "norda") && Next(".."))
+        if (Next("..") && host::EqualsIgnoringCase(word, "norda"))
         {
             m_out += word;
             m_out += '.';
             m_at += 2;
         }
-        else if (host::EqualsIgnoringCase(word, "isnull") && Next("("))
+        else if (Next("(") && host::EqualsIgnoringCase(word, "isnull"))
         {
             m_out += "IFNULL";
         }
-        else if (host::EqualsIgnoringCase(word, "len") && Next("("))
+        else if (Next("(") && host::EqualsIgnoringCase(word, "len"))
         {
             Length();
         }
-        else if (host::EqualsIgnoringCase(word, "n") && Next("'"))
+        else if (Next("'") && host::EqualsIgnoringCase(word, "n"))
         {
             // the literal follows by itself
         }
-        else if (host::EqualsIgnoringCase(word, "int") && Next(" IDENTITY(1,1)"))
+        else if (Next(" IDENTITY(1,1)") && host::EqualsIgnoringCase(word, "int"))
         {
             m_out += "INTEGER";
             m_at += std::string_view(" IDENTITY(1,1)").size();
         }
-        else if (host::EqualsIgnoringCase(word, "nvarchar") && Next("("))
+        else if (Next("(") && host::EqualsIgnoringCase(word, "nvarchar"))
         {
             const auto close = std::min(m_sql.find(')', m_at), m_sql.size() - 1) + 1;
             m_out += m_sql.substr(begin, close - begin);
             m_out += " COLLATE NOCASE";
             m_at = close;
         }
-        else if (host::EqualsIgnoringCase(word, "create") && Next(" VIEW "))
+        else if (Next(" VIEW ") && host::EqualsIgnoringCase(word, "create"))
         {
             m_out += "CREATE TEMP";
         }
@@ -174,10 +174,10 @@ private:
         m_out.insert(begin, "RTRIM(");
         m_out.append(word).append(") COLLATE NOCASE = ");
         m_at += std::string_view(" = ").size();
-        Quoted('\'');
+        Quoted();
         while (Next("'")) // a doubled quotation mark inside the text
         {
-            Quoted('\'');
+            Quoted();
         }
         const auto last = m_out.find_last_not_of(' ', m_out.size() - 2);
         m_out.erase(last + 1, m_out.size() - 2 - last);
@@ -199,13 +199,6 @@ private:
     bool m_where = false; // behind that word
     std::string m_out;
 };
-
-// Where the quoted part that begins at `at` ends.
-std::size_t EndOfQuoted(std::string_view sql, std::size_t at)
-{
-    const auto end = sql.find(sql[at] == '[' ? ']' : sql[at], at + 1);
-    return std::min(end, sql.size() - 1) + 1;
-}
 
 } // namespace
 
@@ -246,25 +239,25 @@ std::string Literal(Dialect dialect, const host::Value& value)
 std::string PutIn(Dialect dialect, std::string_view sql, const host::Parameters& parameters)
 {
     std::string out;
+    const char* const last = sql.data() + sql.size();
     std::size_t at = 0;
-    while (at < sql.size())
+    for (auto brace = sql.find('{'); brace != std::string_view::npos; brace = sql.find('{', at))
     {
+        out += sql.substr(at, brace - at);
+        at = brace + 1;
         std::size_t number = 0;
-        const char* const first = sql.data() + at + 1;
-        const char* const last = sql.data() + sql.size();
-        if (sql[at] == '{' && first < last)
+        const auto [end, error] = std::from_chars(sql.data() + at, last, number);
+        if (error == std::errc() && end != last && *end == '}' && number < parameters.size())
         {
-            const auto [end, error] = std::from_chars(first, last, number);
-            if (error == std::errc() && end != last && *end == '}' && number < parameters.size())
-            {
-                out += Literal(dialect, parameters[number]);
-                at = static_cast<std::size_t>(end - sql.data()) + 1;
-                continue;
-            }
+            out += Literal(dialect, parameters[number]);
+            at = static_cast<std::size_t>(end - sql.data()) + 1;
         }
-        out += sql[at++];
+        else
+        {
+            out += '{';
+        }
     }
-    return out;
+    return out.append(sql.substr(at));
 }
 
 std::string ForSqlite(std::string_view sql, Comparison comparison)

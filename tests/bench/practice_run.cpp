@@ -5,14 +5,21 @@
 
 namespace vellumo::bench
 {
-PracticeRun::PracticeRun(const norda::Practice& practice, const std::filesystem::path& listFile, bool waitsForDisk,
-                         ShowForm showForm)
-    : m_database(practice.Open())
+
+std::shared_ptr<norda::Database> OpenDatabase(const norda::Practice& practice, bool waitsForDisk)
 {
+    auto database = practice.Open();
     for (const auto* const name : {"main", "Norda"})
     {
-        m_database->Execute(std::string("PRAGMA ") + name + ".synchronous = " + (waitsForDisk ? "FULL" : "OFF"));
+        database->Execute(std::string("PRAGMA ") + name + ".synchronous = " + (waitsForDisk ? "FULL" : "OFF"));
     }
+    return database;
+}
+
+PracticeRun::PracticeRun(const norda::Practice& practice, const std::filesystem::path& listFile, bool waitsForDisk,
+                         ShowForm showForm)
+    : m_database(OpenDatabase(practice, waitsForDisk))
+{
     auto desktop = std::make_unique<tests::FakeDesktop>();
     desktop->file = listFile.string();
     desktop->showWindow = std::move(showForm);

@@ -20,6 +20,9 @@ namespace vellumo::bench
 // Shows a form as a desktop does; the default has no window at all.
 using ShowForm = std::function<void(ui::Form& form)>;
 
+// The practice's databases, whose commits wait for the disk or do not.
+[[nodiscard]] std::shared_ptr<norda::Database> OpenDatabase(const norda::Practice& practice, bool waitsForDisk);
+
 class PracticeRun
 {
 public:

@@ -125,10 +125,12 @@ TEST_SUITE("environment")
             REQUIRE(table);
             const auto rows = static_cast<std::int32_t>(text.size() / 12);
             REQUIRE(table->RowCount() == rows + 1);
+            std::int32_t good = 0;
             for (std::int32_t row = 1; row <= rows; ++row)
             {
-                REQUIRE(table->Item(row).Bytes(2) == "3456");
+                good += table->Item(row).Bytes(2) == "3456" ? 1 : 0;
             }
+            CHECK(good == rows);
             const auto last = table->Item(rows + 1);
             CHECK(last.Field("A") == "ultima");
             CHECK(last.Field(std::int32_t{2}) == "riga");

@@ -126,7 +126,7 @@ std::unique_ptr<Run> Runner::Once(std::size_t failingStatement, std::size_t dyin
     const Run::Options options{.screenshots = m_screenshots,
                                .renamed = m_options.renamed ? m_folder / "renamed" : fs::path(),
                                .strict = m_options.strict,
-                               .snapshots = compares,
+                               .snapshots = compares && whole, // taking them is half of what a sweep does
                                .failingStatement = failingStatement,
                                .dyingStatement = dyingStatement};
     ThePractice().CopyFrom(Model().Folder());

@@ -4,9 +4,9 @@
 #   make run-native    the same through the native build
 #   make norda         the simulated host, for a person at the console
 #   make lint          checks layout and code
-#   make test          native tests with sanitizers, and the tests of the x64 DLL under Wine
+#   make test          native tests with sanitizers, and the tests of the x64 DLL under Wine, but for the long ones
 #   make test-win32    the tests of the x86 DLL under Wine
-#   make test-all      both, in less time than one after the other
+#   make test-all      all of these and the long ones: what CI runs
 #   make dll           the DLLs for 64-bit and 32-bit hosts
 #   make package [SIGN_WITH=FILE.p12]
 #                      installer, SDK and symbols, in build/package
@@ -46,7 +46,7 @@ lint:
 
 test:
 	@tools/setup test
-	@tools/test win64,native
+	@tools/test win64,native -LE long
 
 test-win32:
 	@tools/setup win32

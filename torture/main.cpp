@@ -14,9 +14,7 @@
 //   --number N            only the N-th call of its kind
 //   --tell                tells what happens, call by call
 //   --results FILE        writes there what came of each failure, and tells no table. When a failure ends the program,
-//   a
-//                         program that is started with the same words says so and goes on; the exit code is 0 when all
-//                         have been played
+//                         one that is started with the same words says so and goes on; exit code 0 when all were played
 //   --sum                 tells the table of what others have written
 #include "player/apart.h"
 #include "player/scenario.h"

@@ -143,10 +143,11 @@ bool Results::Tell(const Sample& sample) const
     {
         const auto injected = std::accumulate(m_injected.begin(), m_injected.end(), std::size_t(0),
                                               [=](std::size_t sum, const Counts& of) { return sum + of.at(kind); });
-        if (m_missed.at(kind) * 100 > (injected + m_missed.at(kind)) * mostMissed)
+        const auto tried = injected + m_missed.at(kind);
+        if (m_missed.at(kind) * 100 > tried * mostMissed)
         {
             ++findings;
-            std::printf("\nFOUND: of %zu calls, kind %s, %zu did not come when they were to fail", injected,
+            std::printf("\nFOUND: of %zu calls, kind %s, %zu did not come when they were to fail", tried,
                         NameOf(static_cast<Kind>(kind)), m_missed.at(kind));
         }
     }

@@ -5,6 +5,7 @@
 #include "diagnosi/program/package_command.h"
 #include "diagnosi/program/scenario_command.h"
 #include "host/fault.h"
+#include "host/text.h"
 #include "host/version.h"
 
 #include <algorithm>
@@ -100,12 +101,7 @@ ExitCode Run(std::span<const std::string> words, Machine& machine, std::ostream&
 
 std::string WithWindowsLines(std::string_view text)
 {
-    std::string lines;
-    for (const char c : text)
-    {
-        lines += c == '\n' ? "\r\n" : std::string(1, c);
-    }
-    return lines;
+    return host::Replaced(std::string(text), "\n", "\r\n");
 }
 
 } // namespace vellumo::diagnosi

@@ -112,12 +112,10 @@ std::shared_ptr<Database> Practice::Open() const
 std::shared_ptr<Database> Practice::OpenFast() const
 {
     auto database = Open();
-    for (const std::string name : {"main", "Norda"})
+    if (!m_server)
     {
-        if (!m_server)
-        {
-            database->Execute("PRAGMA " + name + ".synchronous = OFF");
-        }
+        database->Execute("PRAGMA main.synchronous = OFF");
+        database->Execute("PRAGMA Norda.synchronous = OFF");
     }
     return database;
 }

@@ -192,7 +192,6 @@ const auto& Imports()
         Import{"ImageList_Create", Address(Led<Kind::Picture, &ImageList_Create, nullptr>::Call)},
         Import{"DeleteObject", Address(Deleted<&DeleteObject>::Call)},
         Import{"DeleteDC", Address(Deleted<&DeleteDC>::Call)},
-
         Import{"SetTimer", Address(Led<Kind::Timer, &SetTimer, 0>::Call)},
         Import{"PeekMessageW", Address(&Peek)},
         Import{"PostMessageW", Address(Led<Kind::Message, &PostMessageW, FALSE, ERROR_NOT_ENOUGH_QUOTA>::Call)},

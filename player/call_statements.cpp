@@ -183,6 +183,14 @@ const Group operationStatements = {
         {"", "VerificaPrescrizioneSingola with <argument> <argument> <kind>", "",
          Ask<&ProviderClient::VerificaPrescrizioneSingola>},
         {"", "AnnullaPrescrizione with <argument> <argument> <kind>", "", Ask<&ProviderClient::AnnullaPrescrizione>},
+        {"", "Release",
+         "(Windows targets) the host lets go of each reference to the provider, which returns `nothing`; a call that "
+         "runs ends as it would have. The next one makes another provider, and the session that the host kept is gone",
+         [](Run& run, const Node&)
+         {
+             run.GetStage().Host().LetGoOfProvider();
+             run.Current().outcome.returned = "nothing";
+         }},
     }};
 
 const Group argumentStatements = {

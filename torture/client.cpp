@@ -137,6 +137,7 @@ public:
     {
         return Enter(Operation::InserisciContatto, [&] { return m_client->InserisciContatto(idPaziente); });
     }
+    void LetGo() override { m_client->LetGo(); }
     [[nodiscard]] bool Release() override
     {
         return Enter(Operation::Release, [&] { return m_client->Release(); });

@@ -101,6 +101,7 @@ ProviderClient& HostProgram::Provider()
 {
     if (!m_provider)
     {
+        m_letGo.reset();
         m_provider = m_workstation.CreateProvider({m_bridge, &m_objects, &m_prescriptions, m_renamedIn, IsStrict()});
         HandOver();
     }
@@ -110,8 +111,15 @@ ProviderClient& HostProgram::Provider()
 bool HostProgram::ReleaseProvider()
 {
     session.reset(); // it holds objects of the library
-    const auto provider = std::move(m_provider);
+    const auto provider = m_provider ? std::move(m_provider) : std::move(m_letGo);
     return !provider || provider->Release();
+}
+
+void HostProgram::LetGoOfProvider()
+{
+    session.reset();
+    Provider().LetGo();
+    m_letGo = std::move(m_provider);
 }
 
 void HostProgram::HandOver()

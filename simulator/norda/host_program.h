@@ -68,6 +68,8 @@ public:
     [[nodiscard]] ProviderClient& Provider();
     // Lets go of the session and the provider; True when nothing of the library is left, or there was none.
     [[nodiscard]] bool ReleaseProvider();
+    // The same while a call of the provider may be running; the next call makes another one. Faults natively.
+    void LetGoOfProvider();
     // What the host has, handed over (again).
     void HandOver();
     // The session that the host keeps; null before the first is opened.
@@ -111,6 +113,7 @@ private:
     std::function<void()> m_statementSeen;
     bool m_isOwnWork = false;
     std::unique_ptr<ProviderClient> m_provider;
+    std::unique_ptr<ProviderClient> m_letGo; // a call of it may be running
 };
 
 } // namespace vellumo::norda

@@ -92,6 +92,9 @@ public:
     [[nodiscard]] virtual bool AnnullaCertificato(const Argument& certificato) = 0;
     [[nodiscard]] virtual bool InserisciContatto(const Argument& idPaziente) = 0;
 
+    // Lets go of each reference to the provider, also while a call of it runs, which then ends as it would have.
+    // Nothing but Release may be called afterwards. Faults natively, where nothing is counted.
+    virtual void LetGo() = 0;
     // Lets go of the provider; nothing else may be called afterwards. True when the library holds nothing any more, so
     // that a host could unload it (natively there is nothing to unload: True).
     [[nodiscard]] virtual bool Release() = 0;

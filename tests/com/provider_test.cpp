@@ -381,27 +381,3 @@ TEST_CASE("a prescribing session carries the library's objects through the host'
     }
     CHECK(library.CanUnload());
 }
-
-TEST_CASE("a host that lets go of the provider while it works does it no harm")
-{
-    FakeOutside outside;
-    const Library library;
-    auto provider = library.CreateProvider();
-    auto own = provider.As<_SISSProvider>(IID__SISSProvider);
-    const auto lockSrv = std::make_shared<FakeLockSrv>();
-    HandOver(*provider, lockSrv);
-    _SISSProvider* const face = own.Get();
-    bool wasInUse = false;
-    lockSrv->called = [&]
-    {
-        own.Reset();
-        provider.Reset();
-        wasInUse = !library.CanUnload();
-    };
-    VARIANT_BOOL staff = VARIANT_FALSE;
-    CHECK(face->IsPersonaleStudio(&staff) == S_OK);
-    CHECK(staff == VARIANT_TRUE);
-    CHECK(wasInUse);
-    CHECK(library.CanUnload());
-    CHECK(norda::DispatchFace::Living() == 0);
-}

@@ -151,6 +151,7 @@ public:
         return m_provider->InserisciContatto(ValueOf(idPaziente));
     }
 
+    void LetGo() override { throw host::Fault("Only COM objects live as long as something refers to them."); }
     [[nodiscard]] bool Release() override
     {
         m_provider.reset();

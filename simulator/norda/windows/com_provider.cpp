@@ -259,13 +259,17 @@ public:
         return Ask([&](VARIANT_BOOL* answer) { return m_second->SincronizzaPazienti(answer); });
     }
 
-    [[nodiscard]] bool Release() override
+    void LetGo() override
     {
         m_own.Reset();
         m_contact.Reset();
         m_second.Reset();
         m_database.Reset();
         m_provider.Reset();
+    }
+    [[nodiscard]] bool Release() override
+    {
+        LetGo();
         m_classes.reset();
         return CanUnloadLibrary() && DispatchFace::Living() == 0;
     }

@@ -85,7 +85,7 @@ torture:
 SECONDS ?= 60
 
 fuzz:
-	@tools/setup fuzz
+	@tools/setup
 	@tools/fuzz --seconds $(SECONDS)
 
 engines:

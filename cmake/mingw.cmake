@@ -3,6 +3,9 @@ set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_C_COMPILER ${triple}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${triple}-g++-posix)
 set(CMAKE_RC_COMPILER ${triple}-windres)
+# mingw's own look through all sections of an object for each of its symbols: half a minute for an archive of ours.
+set(CMAKE_AR llvm-ar-14)
+set(CMAKE_RANLIB llvm-ranlib-14)
 set(VELLUMO_WIDL ${triple}-widl)
 set(VELLUMO_TARGET win${bits})
 

@@ -9,6 +9,8 @@ if(CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fpch-preprocess>)
+  else()
+    add_compile_options("SHELL:-Xclang -fno-pch-timestamp")
   endif()
 endif()
 
@@ -17,13 +19,15 @@ set(warnings
   -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
   -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi -Wcast-align -Wcast-qual -Wformat=2
   -Wimplicit-fallthrough -Wduplicated-cond -Wlogical-op -Wvla)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang") # which builds for the fuzzer only, and does not know all of them
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang") # which does not know all of them
   list(APPEND warnings -Wno-unknown-warning-option -Wno-missing-field-initializers)
+  find_program(LLD NAMES ld.lld-14 ld.lld REQUIRED)
+  add_link_options(--ld-path=${LLD})
 endif()
 add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:${warnings}>")
 
-if(VELLUMO_SANITIZE)
-  add_compile_options(-g -fno-omit-frame-pointer -fsanitize=address,undefined -fno-sanitize-recover=all)
+if(VELLUMO_SANITIZE OR VELLUMO_FUZZ)
+  add_compile_options(-fno-omit-frame-pointer -fsanitize=address,undefined -fno-sanitize-recover=all)
   add_link_options(-fsanitize=address,undefined)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
   # For long tests. Where an allocation came from is asked of a failure, which can be played again, so its stack need not
@@ -34,14 +38,7 @@ endif()
 
 if(VELLUMO_FUZZ)
   # Every branch taken is told to libFuzzer. What is optimised a little runs several times as often.
-  add_compile_options(-O2 -gline-tables-only -fno-omit-frame-pointer
-    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
-  add_link_options(-fsanitize=address,undefined)
-  add_compile_definitions(_GLIBCXX_ASSERTIONS)
-  # For long tests. Where an allocation came from is asked of a failure, which can be played again, so its stack need not
-  # be kept for each.
-  set(VELLUMO_LEAN_SANITIZERS
-    "ASAN_OPTIONS=malloc_context_size=1:quarantine_size_mb=4:thread_local_quarantine_size_kb=64")
+  add_compile_options(-O2 -gline-tables-only -fsanitize=fuzzer-no-link)
 endif()
 
 if(WIN32)

@@ -51,26 +51,3 @@ function(vellumo_quick_folder folder)
   vellumo_targets_below(targets ${folder})
   vellumo_quick(${targets})
 endfunction()
-
-# With sanitizers, what is not the library's is not asked at each access whether a pointer is null, aligned and of its
-# type, which is a third of its compile; the address sanitizer stops at what comes of such accesses. All else is asked,
-# and the library is asked everything.
-function(vellumo_asked_less folder)
-  vellumo_targets_below(targets ${folder})
-  foreach(target IN LISTS targets)
-    target_compile_options(${target} PRIVATE -fno-sanitize=null,alignment,vptr)
-  endforeach()
-endfunction()
-
-# Of a function that several objects have, such as an inline one of a header, the linker takes the first: the rooms come
-# before the program's own objects, so that it is the library's, which is asked everything.
-function(vellumo_link_first target)
-  foreach(room IN LISTS ARGN)
-    vellumo_room_target(name ${room})
-    list(APPEND archives $<TARGET_FILE:${name}>)
-    list(APPEND names ${name})
-  endforeach()
-  target_link_options(${target} PRIVATE -Wl,--whole-archive ${archives} -Wl,--no-whole-archive)
-  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${archives})
-  add_dependencies(${target} ${names})
-endfunction()

@@ -166,11 +166,16 @@ TEST_SUITE("certificate")
 
     TEST_CASE("INPS's number is kept until the record is saved or its line is written")
     {
-        for (const auto& [saves, journalWrites, left] :
-             {std::tuple(true, true, '-'), {false, true, '-'}, {false, false, '*'}})
+        struct Case
         {
-            CAPTURE(saves);
-            CAPTURE(journalWrites);
+            bool saves;
+            bool journalWrites;
+            char left;
+        };
+        for (const Case& each : {Case{true, true, '-'}, {false, true, '-'}, {false, false, '*'}})
+        {
+            CAPTURE(each.saves);
+            CAPTURE(each.journalWrites);
             CertificatePractice practice;
             practice.bridge.reply = Receipt("350000007", "20240305103000");
             std::string whileSaving;
@@ -178,18 +183,18 @@ TEST_SUITE("certificate")
                                       [&]
                                       {
                                           whileSaving = KeptCodes(practice);
-                                          if (!journalWrites)
+                                          if (!each.journalWrites)
                                           {
                                               practice.services.utils = nullptr;
                                           }
-                                          return saves;
+                                          return each.saves;
                                       });
             CHECK_FALSE(certificate::Certificates(practice.context).Send(&certificate));
             const std::string entry = "\tCertificato del paziente 7\tprotocollo INPS 350000007\r\n";
             CHECK(whileSaving.starts_with("*1\t"));
             CHECK(whileSaving.ends_with(entry));
-            CHECK(KeptCodes(practice).front() == left);
-            CHECK(practice.desktop.prompts.size() == (saves ? 1 : 2));
+            CHECK(KeptCodes(practice).front() == each.left);
+            CHECK(practice.desktop.prompts.size() == (each.saves ? 1 : 2));
         }
     }
 
@@ -244,7 +249,8 @@ TEST_SUITE("certificate")
                                          {host::Value(45360.75), "20240309"},
                                          {host::Value("2024-03-09"), "20240309"}})
         {
-            CAPTURE(date.ToText());
+            const std::string text = date.ToText();
+            CAPTURE(text);
             CertificatePractice practice;
             practice.stored.columns.insert_or_assign("DataScadenza", date);
             practice.bridge.reply = Receipt("350000007", "");

@@ -35,8 +35,10 @@ Outcome Run(const std::wstring& command, const std::wstring& folder)
     start.hStdError = output;
     PROCESS_INFORMATION process{};
     std::vector<wchar_t> line(command.c_str(), command.c_str() + command.size() + 1);
-    REQUIRE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(), &start,
-                           &process) != FALSE);
+    const BOOL started =
+        CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(), &start, &process);
+    const DWORD error = started ? ERROR_SUCCESS : GetLastError();
+    REQUIRE(error == ERROR_SUCCESS);
     const DWORD waited = WaitForSingleObject(process.hProcess, patience);
     Outcome outcome;
     GetExitCodeProcess(process.hProcess, &outcome.exitCode);

@@ -147,7 +147,12 @@ TEST_SUITE("service")
     {
         CHECK(WhyOf(Fault("Cannot insert 'O'Brien' (1960).", -2147217873, "Microsoft OLE DB")) ==
               "errore 0x80040E2F di Microsoft OLE DB: Cannot insert '…' (…).");
-        const std::vector<std::pair<std::string, std::string>> texts = {
+        struct Case
+        {
+            std::string text;
+            std::string masked;
+        };
+        const std::vector<Case> cases = {
             {"l'errore dell'archivio", "l'errore dell'archivio"},
             {"valore \"Rossi\" e [Bianchi]", "valore \"…\" e […]"},
             {"«Rossi» e “Bianchi”", "«…» e “…”"},
@@ -155,10 +160,10 @@ TEST_SUITE("service")
             {"chiave 'Rossi", "chiave '…"},
             {"(uno (due) Rossi)", "(…)"},
         };
-        for (const auto& [text, masked] : texts)
+        for (const Case& each : cases)
         {
-            CAPTURE(text);
-            CHECK(WithoutQuotedValues(text) == masked);
+            CAPTURE(each.text);
+            CHECK(WithoutQuotedValues(each.text) == each.masked);
         }
     }
 }

@@ -15,13 +15,13 @@ using vellumo::xml::Document;
 namespace
 {
 
-std::size_t left = 0;
+std::size_t allocationsLeft = 0;
 bool ranOut = false;
 
 bool IsThere()
 {
-    ranOut = ranOut || left == 0;
-    return left != 0 && left-- != 0;
+    ranOut = ranOut || allocationsLeft == 0;
+    return allocationsLeft != 0 && allocationsLeft-- != 0;
 }
 
 void* Allocate(std::size_t size)
@@ -50,7 +50,7 @@ TEST_SUITE("platform/native")
         do
         {
             CAPTURE(allocations);
-            left = allocations++;
+            allocationsLeft = allocations++;
             ranOut = false;
             xmlMemSetup(std::free, Allocate, Reallocate, Duplicate);
             bool isTold = false;

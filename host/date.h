@@ -45,7 +45,7 @@ public:
     // As people here write a day: "22/11/2026", "" for the zero date.
     [[nodiscard]] std::string ToDayText() const;
 
-    auto operator<=>(const Date&) const = default;
+    auto operator<=>(const Date&) const = default; // NOLINT(modernize-use-nullptr)
 
 private:
     constexpr Date(std::int32_t day, std::int32_t second)

@@ -88,6 +88,13 @@ BareWindow::Control BareWindow::Read(HWND child)
     control.extendedStyle = static_cast<DWORD>(GetWindowLongPtrW(child, GWL_EXSTYLE)) & ~DWORD{WS_EX_NOPARENTNOTIFY};
     control.bold = IsBold(child);
     GetWindowRect(child, &control.place);
+    control.checked = static_cast<WPARAM>(Send(child, BM_GETCHECK)); // 0 of what cannot be checked
+    if (control.windowClass == L"ComboBox")
+    {
+        // It is made as high as it is with its list.
+        Send(child, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&control.place));
+        control.chosen = static_cast<WPARAM>(Send(child, CB_GETCURSEL));
+    }
     MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&control.place), 2);
     for (LRESULT i = 0; control.windowClass == L"ComboBox" && i < Send(child, CB_GETCOUNT); ++i)
     {
@@ -191,6 +198,14 @@ void BareWindow::Fill(HWND child, const Control& control) const
     for (const std::wstring& entry : control.entries)
     {
         Send(child, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.c_str()));
+    }
+    if (!control.entries.empty())
+    {
+        Send(child, CB_SETCURSEL, control.chosen);
+    }
+    if (control.checked != BST_UNCHECKED)
+    {
+        Send(child, BM_SETCHECK, control.checked);
     }
     for (std::size_t i = 0; i < control.columns.size(); ++i)
     {

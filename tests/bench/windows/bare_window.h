@@ -32,7 +32,9 @@ private:
         DWORD extendedStyle = 0;
         RECT place{};
         bool bold = false;
-        std::vector<std::wstring> entries;                 // of a list
+        std::vector<std::wstring> entries; // of a list
+        WPARAM chosen = 0;
+        WPARAM checked = BST_UNCHECKED;                    // of a check box or an option
         std::vector<std::pair<std::wstring, int>> columns; // of a grid: caption, pixels
         std::vector<std::vector<std::wstring>> rows;
     };

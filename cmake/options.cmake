@@ -21,8 +21,7 @@ set(warnings
   -Wimplicit-fallthrough -Wduplicated-cond -Wlogical-op -Wvla)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang") # which does not know all of them
   list(APPEND warnings -Wno-unknown-warning-option -Wno-missing-field-initializers)
-  find_program(LLD NAMES ld.lld-14 ld.lld REQUIRED)
-  add_link_options(--ld-path=${LLD})
+  add_link_options(-fuse-ld=lld-14)
 endif()
 add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:${warnings}>")
 

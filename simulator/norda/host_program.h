@@ -68,7 +68,8 @@ public:
     [[nodiscard]] ProviderClient& Provider();
     // Lets go of the session and the provider; True when nothing of the library is left, or there was none.
     [[nodiscard]] bool ReleaseProvider();
-    // The same while a call of the provider may be running; the next call makes another one. Faults natively.
+    // The same while a call of the provider may be running; the next one, which comes after that, makes another. Faults
+    // natively.
     void LetGoOfProvider();
     // What the host has, handed over (again).
     void HandOver();

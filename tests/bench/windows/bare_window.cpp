@@ -94,14 +94,14 @@ BareWindow::Control BareWindow::Read(HWND child)
         // It is made as high as it is with its list.
         Send(child, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&control.place));
         control.chosen = static_cast<WPARAM>(Send(child, CB_GETCURSEL));
+        for (LRESULT i = 0; i < Send(child, CB_GETCOUNT); ++i)
+        {
+            std::wstring entry(static_cast<std::size_t>(Send(child, CB_GETLBTEXTLEN, static_cast<WPARAM>(i))), L'\0');
+            Send(child, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(entry.data()));
+            control.entries.push_back(entry);
+        }
     }
     MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&control.place), 2);
-    for (LRESULT i = 0; control.windowClass == L"ComboBox" && i < Send(child, CB_GETCOUNT); ++i)
-    {
-        std::wstring entry(static_cast<std::size_t>(Send(child, CB_GETLBTEXTLEN, static_cast<WPARAM>(i))), L'\0');
-        Send(child, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(entry.data()));
-        control.entries.push_back(entry);
-    }
     if (const auto header = reinterpret_cast<HWND>(Send(child, LVM_GETHEADER)); IsWindow(header) != FALSE)
     {
         control.windowClass = WC_LISTVIEWW;

@@ -29,8 +29,8 @@ public:
 
     // `certificate` null: nothing happens, not even in the log. A certificate that has a protocol number, be it
     // blank, is rectified.
-    bool Send(host::Record* certificate) const noexcept;   // NOLINT(modernize-use-nodiscard)
-    bool Cancel(host::Record* certificate) const noexcept; // NOLINT(modernize-use-nodiscard)
+    bool Send(host::Record* certificate) const noexcept;
+    bool Cancel(host::Record* certificate) const noexcept;
 
 private:
     // The records that every request is filled from.

@@ -24,7 +24,7 @@ public:
 
     // Returns False always; refusals reach the operator by message box. Faults are trapped; what
     // ends without a message box leaves a line in the journal.
-    bool Insert(const host::Value& idPaziente) const noexcept; // NOLINT(modernize-use-nodiscard)
+    bool Insert(const host::Value& idPaziente) const noexcept;
 
 private:
     // True when SISS has registered the contact. As a first attempt it goes on to the modification by itself, once.

@@ -44,7 +44,8 @@ void PassOver(Statement&& statement) noexcept
         std::forward<Statement>(statement)();
     }
     catch (...)
-    { // NOLINT(bugprone-empty-catch): going on is the point
+    {
+        // Going on is the point.
     }
 }
 

@@ -254,7 +254,7 @@ const Group checkStatements = {
          { Expect("the wait window said", node.Text("NAME"), run.ShownAs().at(run.Open().request)); }},
         {"request", "text", "its whole text is that of the block", LookAtText},
         {"request", "at PATH missing", "no such node below the operation element", LookAtPath},
-        {"request", "at PATH 'TEXT'", "a text there", LookAtPath},
+        {"request", "at PATH 'TEXT'", "a text there; `x[2]` is the second `x`", LookAtPath},
         {"", "opened SenzaSISS/DaValidare/TipoRicetta/ModalitaStampa VALUE", "the session that the host keeps",
          LookAtSession},
         {"", "opened holds N drugs/tests", "", LookAtResponses},

@@ -1,5 +1,6 @@
 #include "player/narrator.h"
 
+#include "player/written.h"
 #include "simulator/screen/controls.h"
 #include "simulator/siss/messages.h"
 

@@ -1,6 +1,7 @@
 #include "player/scripted_operator.h"
 
 #include "player/run.h"
+#include "player/written.h"
 #include "simulator/screen/controls.h"
 
 #include <algorithm>

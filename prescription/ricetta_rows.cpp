@@ -13,11 +13,7 @@ std::unique_ptr<host::Record> RicettaRows::Find(const PrescriptionId& id) const
 Codes RicettaRows::CodesIn(const host::Record& row)
 {
     const auto read = [&](std::string_view column)
-    {
-        auto code = host::Trap(std::string(), [&] { return row.Get(column).ToText(); });
-        code.erase(code.find_last_not_of(' ') + 1); // a column of fixed width pads
-        return code;
-    };
+    { return host::Trap(std::string(), [&] { return row.Get(column).ToText(); }); };
     return {read("CodiceIUP"), read("NumeroProtocollo")};
 }
 

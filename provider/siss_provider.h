@@ -85,9 +85,9 @@ public:
     bool AnnullaPrescrizione(const host::Value& idRicetta, const host::Value& numRicetta, std::int32_t value) noexcept;
 
     // These return False whatever happens: the operator has been told the outcome. `certificato` null: nothing is done.
-    bool InviaCertificato(host::Record* certificato) noexcept;      // NOLINT(modernize-use-nodiscard)
-    bool AnnullaCertificato(host::Record* certificato) noexcept;    // NOLINT(modernize-use-nodiscard)
-    bool InserisciContatto(const host::Value& idPaziente) noexcept; // NOLINT(modernize-use-nodiscard)
+    bool InviaCertificato(host::Record* certificato) noexcept;
+    bool AnnullaCertificato(host::Record* certificato) noexcept;
+    bool InserisciContatto(const host::Value& idPaziente) noexcept;
     // True when the user logged on is practice staff, not a doctor; False also when that cannot be found out.
     [[nodiscard]] bool IsPersonaleStudio() noexcept;
 

@@ -36,7 +36,7 @@ public:
     void Write(const ServiceRequest& request, std::string_view reply) noexcept;
 
     // Called at the end of an operation; hosts rely on its returning False whatever the settings say.
-    bool End() noexcept; // NOLINT(modernize-use-nodiscard): callers ignore it on purpose
+    bool End() noexcept; // callers ignore it on purpose
 
 private:
     // Path of the operation's folder, "" when it cannot be made.

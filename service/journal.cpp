@@ -16,9 +16,9 @@ namespace
 
 constexpr std::size_t mostCharacters = 2000;
 constexpr std::string_view folderLine =
-    "DA CONTROLLARE: la cartella SISS\\Tracce del programma non può essere scritta. I codici del SISS non sono al "
-    "sicuro "
-    "se il programma si chiude in modo anomalo: controllare che gli utenti possano crearvi file.";
+    "DA CONTROLLARE: la cartella SISS\\Tracce del programma non può essere scritta. "
+    "I codici del SISS non sono al sicuro se il programma si chiude in modo anomalo: "
+    "controllare che gli utenti possano crearvi file.";
 
 std::string OneLine(std::string_view text)
 {

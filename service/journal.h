@@ -33,12 +33,9 @@ public:
 
     // True when the host's journal has the line. Of a longer one the first 1,999 characters
     // and "…" are written; line breaks become blanks.
-    bool Write(Urgency urgency, std::string_view line) noexcept; // NOLINT(modernize-use-nodiscard): few can do more
-    bool Write(std::string_view line) noexcept { return Write(Urgency::Note, line); } // NOLINT(modernize-use-nodiscard)
-    bool WriteToCheck(std::string_view line) noexcept
-    {
-        return Write(Urgency::ToCheck, line);
-    } // NOLINT(modernize-use-nodiscard)
+    bool Write(Urgency urgency, std::string_view line) noexcept;
+    bool Write(std::string_view line) noexcept { return Write(Urgency::Note, line); }
+    bool WriteToCheck(std::string_view line) noexcept { return Write(Urgency::ToCheck, line); }
 
     // Keeps a code in the folder of traces until it is settled. Null when the folder does not take it: once for each
     // journal a line says so, since the code is lost if the program ends.

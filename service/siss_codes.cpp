@@ -17,8 +17,8 @@ constexpr std::string_view asksToRetry =
     "in identificazione e all'apertura di una prescrizione chiede se riprovare; altrove mostra l'errore";
 constexpr std::string_view notAuthenticated = "l'operatore non è autenticato al SISS o manca la carta operatore";
 constexpr std::string_view passedOver =
-    "alla fine della fase prescrittiva non mostra niente e salva i risultati che la "
-    "risposta porta; altrove mostra l'errore";
+    "alla fine della fase prescrittiva non mostra niente e salva i risultati che la risposta porta; "
+    "altrove mostra l'errore";
 
 constexpr std::array<SissCode, 10> known = {{
     {code::sebcont0001,

@@ -222,9 +222,8 @@ void FormPazienteChanges::FillExemptions(const ComparedPatient& paziente, const 
         {
             ++m_differences.localOnly;
             AddExemption(exemption, {.text = "Da Eliminare", .background = removedBackground, .strong = true},
-                         "Il SISS non ne riporta una corrispondente. Viene eliminata solo con la spunta a \"Rimuovi "
-                         "prima tutte le "
-                         "esenzioni locali\".");
+                         "Il SISS non ne riporta una corrispondente. Viene eliminata solo con la spunta a "
+                         "\"Rimuovi prima tutte le esenzioni locali\".");
         }
     }
     for (const ComparedExemption& exemption : cittadino.exemptions)

@@ -91,7 +91,7 @@ struct DatabaseColumns::Session
     explicit Session(const std::string& text)
     {
         SQLSetEnvAttr(environment.Get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3),
-                      0); // NOLINT: ODBC passes numbers as pointers
+                      0); // ODBC passes numbers as pointers
         connection = std::make_unique<OdbcHandle>(SQL_HANDLE_DBC, environment.Get());
         auto wide = Wide(text);
         connection->Check(SQLDriverConnectW(connection->Get(), nullptr, wide.data(), SQL_NTS, nullptr, 0, nullptr,

@@ -28,7 +28,7 @@ void Write(const Task& task, const std::string& file, const std::string& bytes)
 
 PackageSource SourceOf(const Machine& machine, const Period& period)
 {
-    const char* const user = std::getenv("USERNAME"); // NOLINT(concurrency-mt-unsafe): there is one thread
+    const char* const user = std::getenv("USERNAME");
     return {LogFolder(machine),
             TraceFolder(machine),
             period,

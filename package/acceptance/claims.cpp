@@ -9,9 +9,8 @@ std::span<const Claim> Claims()
 {
     static const std::vector<Claim> claims = {
         {"La libreria installata si crea, risponde e si lascia scaricare dalla memoria.", {"fornitore"}},
-        {"MSXML di Windows legge le risposte del SISS come il parser con cui sono state provate: accetta quelle "
-         "corrette, "
-         "rifiuta quelle malformate o ostili.",
+        {"MSXML di Windows legge le risposte del SISS come il parser con cui sono state provate: "
+         "accetta quelle corrette, rifiuta quelle malformate o ostili.",
          {"risposte-ostili", "identificazione-esiti"}},
         {"Le lettere di tutte le lingue passano intere fra SISS, programma e database.", {"lettere"}},
         {"Le finestre di Windows mostrano testi, pulsanti e tasti previsti e si usano da tastiera.",

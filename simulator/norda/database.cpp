@@ -22,7 +22,7 @@ struct Database::Session
     Session(const std::string& connectionString, Dialect dialect)
     {
         SQLSetEnvAttr(environment.Get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3),
-                      0); // NOLINT: ODBC passes numbers as pointers
+                      0); // ODBC passes numbers as pointers
         connection = std::make_unique<odbc::Connection>(environment.Get());
         auto text = odbc::Wide(connectionString);
         odbc::Check(SQLDriverConnectW(connection->Get(), nullptr, text.data(), SQL_NTS, nullptr, 0, nullptr,
@@ -69,7 +69,7 @@ struct Database::Session
     {
         const auto value = static_cast<std::uintptr_t>(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF);
         odbc::Check(SQLSetConnectAttrW(connection->Get(), SQL_ATTR_AUTOCOMMIT,
-                                       reinterpret_cast<SQLPOINTER>(value), // NOLINT: ODBC passes numbers as pointers
+                                       reinterpret_cast<SQLPOINTER>(value), // ODBC passes numbers as pointers
                                        SQL_IS_UINTEGER),
                     SQL_HANDLE_DBC, connection->Get());
     }

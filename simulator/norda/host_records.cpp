@@ -73,7 +73,7 @@ public:
 
     void Set(std::string_view column, const host::Value& value) override
     {
-        auto& field = const_cast<Field&>(Find(column)); // NOLINT: the one search serves both
+        auto& field = const_cast<Field&>(Find(column)); // the one search serves both
         field.value = value;
         field.changed = true;
     }

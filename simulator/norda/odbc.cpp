@@ -158,7 +158,7 @@ void Execute(const Statement& statement, const std::string& sql, Interface texts
         Check(SQLExecDirectW(statement.Get(), text.data(), SQL_NTS), SQL_HANDLE_STMT, statement.Get());
         return;
     }
-    auto* const text = reinterpret_cast<SQLCHAR*>(const_cast<char*>(sql.data())); // NOLINT: ODBC only reads it
+    auto* const text = reinterpret_cast<SQLCHAR*>(const_cast<char*>(sql.data())); // ODBC only reads it
     Check(SQLExecDirect(statement.Get(), text, static_cast<SQLINTEGER>(sql.size())), SQL_HANDLE_STMT, statement.Get(),
           texts);
 }

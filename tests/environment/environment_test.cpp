@@ -68,7 +68,7 @@ TEST_SUITE("environment")
 
     TEST_CASE("the bridge's mode")
     {
-        for (const auto* text : {"modalita=dumper", "x=1\r\nmodalita=DUMPER\r\n\r\ny", "modalita=DUMPER=X",
+        for (const auto* text : {"modalita=dumper", "x=1\r\nmodalita=DUMPER\r\n\r\nmodalita", "modalita=DUMPER=X",
                                  "modalita=X\r\nmodalita=Dumper"})
         {
             CAPTURE(text);

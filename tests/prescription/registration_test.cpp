@@ -137,6 +137,28 @@ TEST_SUITE("prescription")
         CHECK(office.OpenCodes().empty());
     }
 
+    TEST_CASE("a session that kept a response although it faulted: the result is its prescription's")
+    {
+        Office office;
+        office.session.expired = true;
+        office.session.keepsExpired = true;
+        CHECK_FALSE(office.Register(1, "A"));
+        office.session.expired = false;
+        CHECK(office.Close({"A"}));
+        const std::string lost = "DA CONTROLLARE: Ricetta farmaci 7, numero 1: codici del SISS non salvati (IUP A). "
+                                 "La ricetta non è nella tabella RicettaSSN.";
+        CHECK(office.utils->written == Lines{lost, lost}); // at registration's code, and at the final result
+    }
+
+    TEST_CASE("a session that has lost its options is closed all the same")
+    {
+        Office office;
+        CHECK(office.Register(1, "A"));
+        office.session.options = nullptr;
+        CHECK(office.Close({"A"}));
+        CHECK(office.OpenCodes().empty());
+    }
+
     TEST_CASE("a session that faults while it is read: the codes read before are told, the others stay in the folder")
     {
         Office office;
@@ -149,6 +171,19 @@ TEST_SUITE("prescription")
                                              "DA CONTROLLARE: Ricetta farmaci 7, numero 1: IUP A senza conferma alla "
                                              "chiusura. Verificare sul SISS."});
         CHECK(office.OpenCodes() == Lines{"IUP B"});
+    }
+
+    TEST_CASE("the code of a row that the host refuses to save is still there: nothing to tell")
+    {
+        Office office;
+        StoredRow row = {.columns = {{"CodiceIUP", "0300A4000000009"}}, .saves = false};
+        MemoryRecord record(row);
+        const prescription::SentPrescription sent = {host::kindDrugs, std::make_shared<service::ServiceResponse>(),
+                                                     std::make_shared<prescription::RicettaRecord>()};
+        CHECK(prescription::RicettaRows(office.context).SaveWithCode(record, sent, "0300A4000000001") ==
+              prescription::refusedSave);
+        CHECK(office.utils->written.empty());
+        CHECK(office.OpenCodes().empty());
     }
 
     TEST_CASE("a column that pads its codes holds the same code, and only another one goes to the journal")

@@ -113,6 +113,9 @@ TEST_SUITE("service")
         CHECK(text->size() < 2300);
         REQUIRE(practice.utils->written.size() == 2);
         CHECK(practice.utils->written[0] == "DA CONTROLLARE: prima riga");
+        CHECK(practice.utils->written[1] == std::string(1999, 'x') + "…");
+        CHECK(practice.journal.Write(std::string(2000, 'x')));
+        CHECK(practice.utils->written.back() == std::string(2000, 'x'));
     }
 
     TEST_CASE("where the month's file is another user's, a line goes into one beside it")
@@ -155,6 +158,7 @@ TEST_SUITE("service")
         const std::vector<Case> cases = {
             {"l'errore dell'archivio", "l'errore dell'archivio"},
             {"valore \"Rossi\" e [Bianchi]", "valore \"…\" e […]"},
+            {"valore\"Rossi\" e[Bianchi]", "valore\"…\" e[…]"},
             {"«Rossi» e “Bianchi”", "«…» e “…”"},
             {"chiave (Rossi", "chiave (…"},
             {"chiave 'Rossi", "chiave '…"},

@@ -225,11 +225,14 @@ std::unique_ptr<host::PrescriptionData> FakePrescriptions::CreatePrescriptionDat
 
 void FakeSession::AddResponse(std::int32_t, const std::shared_ptr<host::KeptObject>& response)
 {
+    if (!expired || keepsExpired)
+    {
+        m_responses.push_back(response);
+    }
     if (expired)
     {
         throw host::Fault("Sessione scaduta.");
     }
-    m_responses.push_back(response);
 }
 
 std::size_t FakeSession::ResponseCount(std::int32_t kind) const

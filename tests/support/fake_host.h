@@ -151,7 +151,7 @@ public:
     void SetSenzaSISS(bool) override {}
     [[nodiscard]] bool DaValidare() const override { return waits; }
     void SetDaValidare(bool) override {}
-    [[nodiscard]] std::shared_ptr<host::OpzioniRicetta> Options() const override { return m_options; }
+    [[nodiscard]] std::shared_ptr<host::OpzioniRicetta> Options() const override { return options; }
     void SetOptions(const std::shared_ptr<host::OpzioniRicetta>&) override {}
     void AddResponse(std::int32_t kind, const std::shared_ptr<host::KeptObject>& response) override;
     [[nodiscard]] std::size_t ResponseCount(std::int32_t kind) const override;
@@ -159,9 +159,10 @@ public:
 
     bool waits = false; // for the doctor
     bool expired = false;
+    bool keepsExpired = false; // what it is given all the same
+    std::shared_ptr<host::OpzioniRicetta> options = std::make_shared<host::OpzioniRicetta>();
 
 private:
-    std::shared_ptr<host::OpzioniRicetta> m_options = std::make_shared<host::OpzioniRicetta>();
     std::vector<std::shared_ptr<host::KeptObject>> m_responses;
 };
 

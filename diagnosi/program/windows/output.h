@@ -19,9 +19,9 @@ public:
     Output& operator=(const Output&) = delete;
 
 protected:
-    int_type overflow(int_type character) override;                           // NOLINT(readability-identifier-naming)
-    std::streamsize xsputn(const char* text, std::streamsize count) override; // NOLINT(readability-identifier-naming)
-    int sync() override;                                                      // NOLINT(readability-identifier-naming)
+    int_type overflow(int_type character) override;
+    std::streamsize xsputn(const char* text, std::streamsize count) override;
+    int sync() override;
 
 private:
     void Write(const std::string& text) const;

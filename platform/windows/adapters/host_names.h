@@ -12,7 +12,7 @@ struct Name
     const wchar_t* object; // whose member it is; "" for a ProgID
     const wchar_t* text;
 
-    constexpr operator const wchar_t*() const noexcept { return text; } // NOLINT: the name itself
+    constexpr operator const wchar_t*() const noexcept { return text; }
 };
 
 // --- The SISS client's bridge -------------------------------------------------------------------------------------

@@ -8,15 +8,36 @@ namespace vellumo::norda
 namespace
 {
 
+// The names of the columns behind the key, in alphabetical order, each with its place in the row.
+std::map<std::string, std::size_t> ColumnsOf(const host::Recordset& rows)
+{
+    std::map<std::string, std::size_t> columns;
+    for (std::size_t i = 1; i < rows.ColumnCount(); ++i)
+    {
+        columns.emplace(rows.ColumnName(i), i);
+    }
+    return columns;
+}
+
+// Thousands of values, again and again in sweeps: maps are told where their next entry comes, which is at their end.
 void AddRows(Database& database, const std::string& table, Snapshot& snapshot)
 {
-    for (const auto rows = database.Open("SELECT * FROM " + table); !rows->IsAtEnd(); rows->MoveNext())
+    const auto rows = database.Open("SELECT * FROM " + table);
+    const auto columns = ColumnsOf(*rows);
+    std::vector<std::string> values(rows->ColumnCount());
+    for (auto place = snapshot.end(); !rows->IsAtEnd(); rows->MoveNext())
     {
-        auto& texts = snapshot[{table, rows->Field(0).ToInteger()}];
-        for (std::size_t i = 1; i < rows->ColumnCount(); ++i)
+        const std::int32_t key = rows->Field(0).ToInteger();
+        for (std::size_t i = 1; i < values.size(); ++i)
         {
-            texts[rows->ColumnName(i)] = ValueText(rows->Field(i));
+            values[i] = ValueText(rows->Field(i));
         }
+        RowTexts texts;
+        for (const auto& [name, i] : columns)
+        {
+            texts.emplace_hint(texts.end(), name, std::move(values[i]));
+        }
+        place = std::next(snapshot.emplace_hint(place, RowId{table, key}, std::move(texts)));
     }
 }
 
@@ -56,6 +77,10 @@ std::vector<RowChange> Compare(const Snapshot& before, const Snapshot& after)
     {
         const auto old = before.find(row);
         const bool isNew = old == before.end();
+        if (!isNew && old->second == texts)
+        {
+            continue;
+        }
         RowChange change{isNew ? "added" : "changed", row, {}};
         for (const auto& [column, text] : texts)
         {
@@ -64,10 +89,7 @@ std::vector<RowChange> Compare(const Snapshot& before, const Snapshot& after)
                 change.texts[column] = text;
             }
         }
-        if (isNew || !change.texts.empty())
-        {
-            changes.push_back(std::move(change));
-        }
+        changes.push_back(std::move(change));
     }
     for (const auto& [row, texts] : before)
     {

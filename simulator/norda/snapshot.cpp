@@ -3,6 +3,10 @@
 #include "host/clock.h"
 #include "simulator/norda/server_databases.h"
 
+#include <cstddef>
+#include <iterator>
+#include <utility>
+
 namespace vellumo::norda
 {
 namespace

@@ -11,6 +11,7 @@
 
 #include <doctest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace vellumo::tests

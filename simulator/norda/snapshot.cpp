@@ -3,45 +3,20 @@
 #include "host/clock.h"
 #include "simulator/norda/server_databases.h"
 
-#include <cstddef>
-#include <iterator>
-#include <utility>
-
 namespace vellumo::norda
 {
 namespace
 {
 
-// The names of the columns behind the key, in alphabetical order, each with its place in the row.
-std::map<std::string, std::size_t> ColumnsOf(const host::Recordset& rows)
-{
-    std::map<std::string, std::size_t> columns;
-    for (std::size_t i = 1; i < rows.ColumnCount(); ++i)
-    {
-        columns.emplace(rows.ColumnName(i), i);
-    }
-    return columns;
-}
-
-// Thousands of values, again and again in sweeps: maps are told where their next entry comes, which is at their end.
 void AddRows(Database& database, const std::string& table, Snapshot& snapshot)
 {
-    const auto rows = database.Open("SELECT * FROM " + table);
-    const auto columns = ColumnsOf(*rows);
-    std::vector<std::string> values(rows->ColumnCount());
-    for (auto place = snapshot.end(); !rows->IsAtEnd(); rows->MoveNext())
+    for (const auto rows = database.Open("SELECT * FROM " + table); !rows->IsAtEnd(); rows->MoveNext())
     {
-        const std::int32_t key = rows->Field(0).ToInteger();
-        for (std::size_t i = 1; i < values.size(); ++i)
+        auto& texts = snapshot[{table, rows->Field(0).ToInteger()}];
+        for (std::size_t i = 1; i < rows->ColumnCount(); ++i)
         {
-            values[i] = ValueText(rows->Field(i));
+            texts[rows->ColumnName(i)] = ValueText(rows->Field(i));
         }
-        RowTexts texts;
-        for (const auto& [name, i] : columns)
-        {
-            texts.emplace_hint(texts.end(), name, std::move(values[i]));
-        }
-        place = std::next(snapshot.emplace_hint(place, RowId{table, key}, std::move(texts)));
     }
 }
 
